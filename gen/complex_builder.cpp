@@ -1,0 +1,335 @@
+#include "complex_builder.h"
+
+#include <cmath>
+#include <stdexcept>
+
+namespace gen {
+
+namespace {
+constexpr long double pi = 3.141592653589793238462643383279502884L;
+
+// cos and sin of pi * num / den, with num reduced first so that the argument
+// stays small and exact angles come out exact.
+void cosSinPi(long long num, long long den, long double& c, long double& s)
+{
+    num %= 2 * den;
+    if (num < 0)
+        num += 2 * den;
+    const long double angle = pi * static_cast<long double>(num) / static_cast<long double>(den);
+    c = cosl(angle);
+    s = sinl(angle);
+}
+
+long long powMod(long long base, long long exp, long long mod)
+{
+    long long r = 1 % mod;
+    base %= mod;
+    while (exp > 0) {
+        if (exp & 1)
+            r = r * base % mod;
+        base = base * base % mod;
+        exp >>= 1;
+    }
+    return r;
+}
+}  // namespace
+
+int primitiveRoot(int p)
+{
+    for (int g = 2; g < p; ++g) {
+        bool generates = true;
+        for (int d = 1; d < p - 1; ++d) {
+            if ((p - 1) % d == 0 && powMod(g, d, p) == 1) {
+                generates = false;
+                break;
+            }
+        }
+        if (generates)
+            return g;
+    }
+    throw std::logic_error("no primitive root");
+}
+
+void ComplexBuilder::matchTypes(int& a, int& b)
+{
+    if (a == Graph::none || b == Graph::none)
+        return;
+    const Type ta = g_.node(a).type, tb = g_.node(b).type;
+    if (ta == Type::F32 && tb == Type::F64)
+        a = g_.widen(a);
+    else if (ta == Type::F64 && tb == Type::F32)
+        b = g_.widen(b);
+}
+
+int ComplexBuilder::addNode(int a, int b)
+{
+    matchTypes(a, b);
+    return g_.add(a, b);
+}
+
+int ComplexBuilder::subNode(int a, int b)
+{
+    matchTypes(a, b);
+    return g_.sub(a, b);
+}
+
+int ComplexBuilder::mulNode(int a, long double c)
+{
+    if (a == Graph::none)
+        return a;
+    if (wide_)
+        a = g_.widen(a);
+    return g_.mulConst(a, c);
+}
+
+Cx ComplexBuilder::mulI(Cx a, int s)
+{
+    // i*(p + i q) = -q + i p
+    if (s > 0)
+        return {g_.neg(a.q), a.p};
+    return {a.q, g_.neg(a.p)};
+}
+
+Cx ComplexBuilder::multiply(Cx a, long double re, long double im)
+{
+    const long double magnitude = std::sqrt(re * re + im * im);
+    if (std::fabs(im) <= 1e-15L * magnitude)
+        return scale(a, re);
+    if (std::fabs(re) <= 1e-15L * magnitude)
+        return mulI(scale(a, std::fabs(im)), im > 0 ? 1 : -1);
+    return {subNode(mulNode(a.p, re), mulNode(a.q, im)), addNode(mulNode(a.p, im), mulNode(a.q, re))};
+}
+
+Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
+{
+    k %= n;
+    if (k < 0)
+        k += n;
+    if (k == 0)
+        return a;
+    if ((8 * k) % n == 0) {
+        const long long octant = 8 * k / n;
+        switch (octant) {
+        case 2: return mulI(a, sign);
+        case 4: return neg(a);
+        case 6: return mulI(a, -sign);
+        default: {
+            // odd multiple of 45 degrees: r*(+-1 +- i), two products
+            const long double r = 0.70710678118654752440084436210484903928L;
+            const int cs = (octant == 1 || octant == 7) ? 1 : -1;
+            const int sn = ((octant == 1 || octant == 3) ? 1 : -1) * sign;
+            const int pm = cs > 0 ? a.p : g_.neg(a.p);
+            const int qs = sn > 0 ? a.q : g_.neg(a.q);
+            const int ps = sn > 0 ? a.p : g_.neg(a.p);
+            const int qm = cs > 0 ? a.q : g_.neg(a.q);
+            return {mulNode(subNode(pm, qs), r), mulNode(addNode(ps, qm), r)};
+        }
+        }
+    }
+    long double c, s;
+    cosSinPi(2 * k, n, c, s);
+    return multiply(a, c, sign * s);
+}
+
+std::vector<Cx> ComplexBuilder::dft(const Tree& tree, const std::vector<Cx>& x, int sign)
+{
+    if (static_cast<int>(x.size()) != tree.size)
+        throw std::logic_error("input of the wrong length");
+    switch (tree.kind) {
+    case Tree::Kind::Direct: return direct(tree, x, sign);
+    case Tree::Kind::Direct5w: return fiveW(x, sign);
+    case Tree::Kind::OddSymmetric: return oddSymmetric(tree.size, x, sign, false);
+    case Tree::Kind::Prime:
+    case Tree::Kind::Twiddle: return split(tree, x, sign);
+    case Tree::Kind::Rader: return rader(tree, x, sign);
+    case Tree::Kind::Bluestein: return bluestein(tree, x, sign);
+    }
+    throw std::logic_error("unknown tree");
+}
+
+std::vector<Cx> ComplexBuilder::direct(const Tree& tree, const std::vector<Cx>& x, int sign)
+{
+    if (tree.size == 2)
+        return {add(x[0], x[1]), sub(x[0], x[1])};
+    return oddSymmetric(tree.size, x, sign, true);
+}
+
+// Odd-symmetric butterfly of a prime p: pairs about the middle, cosine sums A[m]
+// and sine sums B[m], X[m] = A - iB and X[p-m] = A + iB (forward).  The order of
+// each sum is fixed: the term of the first pair leads, x[0] joins it first (ahead
+// of it when the first cosine is negative), the other pairs follow in order.
+std::vector<Cx> ComplexBuilder::oddSymmetric(int p, const std::vector<Cx>& x, int sign, bool x0First)
+{
+    const int half = (p - 1) / 2;
+    std::vector<Cx> sum(static_cast<std::size_t>(half + 1)), diff(static_cast<std::size_t>(half + 1));
+    for (int j = 1; j <= half; ++j) {
+        sum[static_cast<std::size_t>(j)] = add(x[static_cast<std::size_t>(j)], x[static_cast<std::size_t>(p - j)]);
+        diff[static_cast<std::size_t>(j)] = sub(x[static_cast<std::size_t>(j)], x[static_cast<std::size_t>(p - j)]);
+    }
+    std::vector<Cx> out(static_cast<std::size_t>(p));
+    if (x0First) {
+        Cx acc = x[0];
+        for (int j = 1; j <= half; ++j)
+            acc = add(acc, sum[static_cast<std::size_t>(j)]);
+        out[0] = acc;
+    } else {
+        Cx acc = sum[static_cast<std::size_t>(half)];
+        for (int j = half - 1; j >= 1; --j)
+            acc = add(sum[static_cast<std::size_t>(j)], acc);
+        out[0] = add(x[0], acc);
+    }
+    for (int m = 1; m <= half; ++m) {
+        Cx a, b;
+        for (int j = 1; j <= half; ++j) {
+            long double c, s;
+            cosSinPi(2LL * j * m, p, c, s);
+            const Cx cosTerm = scale(sum[static_cast<std::size_t>(j)], std::fabs(c));
+            const Cx sinTerm = scale(diff[static_cast<std::size_t>(j)], std::fabs(s));
+            if (j == 1) {
+                a = c > 0 ? add(cosTerm, x[0]) : sub(x[0], cosTerm);
+                b = s > 0 ? sinTerm : neg(sinTerm);
+            } else {
+                a = c > 0 ? add(a, cosTerm) : sub(a, cosTerm);
+                b = s > 0 ? add(b, sinTerm) : sub(b, sinTerm);
+            }
+        }
+        a = narrow(a);
+        b = narrow(b);
+        const Cx ib = mulI(b, sign);
+        out[static_cast<std::size_t>(m)] = add(a, ib);
+        out[static_cast<std::size_t>(p - m)] = sub(a, ib);
+    }
+    return out;
+}
+
+// 5-point butterfly in the form with one multiplication fewer:
+// a = x0 - 0.25*(S1+S2), b = 0.559...*(S1-S2), A1 = a+b, A2 = a-b.
+std::vector<Cx> ComplexBuilder::fiveW(const std::vector<Cx>& x, int sign)
+{
+    const Cx s1 = add(x[1], x[4]), s2 = add(x[2], x[3]);
+    const Cx d1 = sub(x[1], x[4]), d2 = sub(x[2], x[3]);
+    const Cx t = add(s1, s2);
+    long double c1, sn1, c2, sn2;
+    cosSinPi(2, 5, c1, sn1);
+    cosSinPi(4, 5, c2, sn2);
+    const Cx a = sub(x[0], scale(t, -(c1 + c2) / 2));
+    const Cx b = scale(sub(s1, s2), (c1 - c2) / 2);
+    const Cx a1 = add(a, b), a2 = sub(a, b);
+    const Cx b1 = add(scale(d1, sn1), scale(d2, sn2));
+    const Cx b2 = sub(scale(d1, sn2), scale(d2, sn1));
+    const Cx ib1 = mulI(b1, sign), ib2 = mulI(b2, sign);
+    return {add(x[0], t), add(a1, ib1), add(a2, ib2), sub(a2, ib2), sub(a1, ib1)};
+}
+
+std::vector<Cx> ComplexBuilder::split(const Tree& tree, const std::vector<Cx>& x, int sign)
+{
+    const Tree& first = *tree.first;
+    const Tree& second = *tree.second;
+    const int a = first.size, b = second.size, n = a * b;
+    const bool twiddled = tree.kind == Tree::Kind::Twiddle;
+    // first stage: b transforms of length a
+    std::vector<std::vector<Cx>> u(static_cast<std::size_t>(b));
+    for (int n2 = 0; n2 < b; ++n2) {
+        std::vector<Cx> column(static_cast<std::size_t>(a));
+        for (int n1 = 0; n1 < a; ++n1) {
+            const int index = twiddled ? b * n1 + n2 : (b * n1 + a * n2) % n;
+            column[static_cast<std::size_t>(n1)] = x[static_cast<std::size_t>(index)];
+        }
+        u[static_cast<std::size_t>(n2)] = dft(first, column, sign);
+    }
+    // second stage: a transforms of length b, with twiddles in a T split
+    std::vector<Cx> out(static_cast<std::size_t>(n));
+    for (int k1 = 0; k1 < a; ++k1) {
+        std::vector<Cx> row(static_cast<std::size_t>(b));
+        for (int n2 = 0; n2 < b; ++n2) {
+            const Cx value = u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
+            row[static_cast<std::size_t>(n2)] = twiddled ? rotate(value, static_cast<long long>(n2) * k1, n, sign) : value;
+        }
+        const std::vector<Cx> v = dft(second, row, sign);
+        for (int k2 = 0; k2 < b; ++k2) {
+            int k = k1 + a * k2;
+            if (!twiddled) {
+                // the bin with k = k1 (mod a) and k = k2 (mod b)
+                k = 0;
+                while (k % a != k1 || k % b != k2)
+                    ++k;
+            }
+            out[static_cast<std::size_t>(k)] = v[static_cast<std::size_t>(k2)];
+        }
+    }
+    return out;
+}
+
+// Rader: a cyclic convolution of length p-1 over the inputs in generator order,
+// with 1/(p-1) folded into the constants B[k] and x[0] carried in through C[0].
+std::vector<Cx> ComplexBuilder::rader(const Tree& tree, const std::vector<Cx>& x, int sign)
+{
+    const int p = tree.size, n = p - 1;
+    const int g = primitiveRoot(p);
+    std::vector<Cx> a(static_cast<std::size_t>(n));
+    for (int j = 0; j < n; ++j)
+        a[static_cast<std::size_t>(j)] = x[static_cast<std::size_t>(powMod(g, j, p))];
+    const std::vector<Cx> spectrum = dft(*tree.first, a, sign);
+    std::vector<Cx> product(static_cast<std::size_t>(n));
+    product[0] = add(x[0], scale(spectrum[0], -1.0L / n));
+    for (int k = 1; k < n; ++k) {
+        // B[k] = (1/n) sum_t w^(g^t) v^(-t k),  w = e^(sign 2 pi i/p), v = e^(sign 2 pi i/n)
+        long double re = 0, im = 0;
+        for (int t = 0; t < n; ++t) {
+            const long long num = 2LL * (powMod(g, t, p) * n - static_cast<long long>(t) * k * p);
+            long double c, s;
+            cosSinPi(num, static_cast<long long>(p) * n, c, s);
+            re += c;
+            im += s;
+        }
+        product[static_cast<std::size_t>(k)] =
+            multiply(spectrum[static_cast<std::size_t>(k)], re / n, sign * im / n);
+    }
+    const std::vector<Cx> cyclic = dft(*tree.second, product, -sign);
+    std::vector<Cx> out(static_cast<std::size_t>(p));
+    out[0] = add(x[0], spectrum[0]);
+    for (int m = 0; m < n; ++m) {
+        const long long index = powMod(g, (n - m) % n, p);  // g^(-m)
+        out[static_cast<std::size_t>(index)] = cyclic[static_cast<std::size_t>(m)];
+    }
+    return out;
+}
+
+// Bluestein: chirp, zero-padded convolution of length L with 1/L folded into
+// the constants H[k], chirp again.  Padded zeros are never materialised.
+std::vector<Cx> ComplexBuilder::bluestein(const Tree& tree, const std::vector<Cx>& x, int sign)
+{
+    const int p = tree.size, length = tree.chirpLength;
+    std::vector<Cx> y(static_cast<std::size_t>(length));
+    for (int k = 0; k < p; ++k)
+        y[static_cast<std::size_t>(k)] = rotate(x[static_cast<std::size_t>(k)], 1LL * k * k, 2LL * p, sign);
+    const std::vector<Cx> spectrum = dft(*tree.first, y, sign);
+    std::vector<Cx> product(static_cast<std::size_t>(length));
+    for (int k = 0; k < length; ++k) {
+        // H[k] = (1/L) sum_m h[m] e^(sign 2 pi i m k / L),  h[m] = e^(-sign i pi m'^2 / p)
+        long double re = 0, im = 0;
+        for (int m = 0; m < length; ++m) {
+            int mirror;
+            if (m < p)
+                mirror = m;
+            else if (m > length - p)
+                mirror = length - m;
+            else
+                continue;
+            const long long num = 2LL * m * k * p - 1LL * mirror * mirror * length;
+            long double c, s;
+            cosSinPi(num, static_cast<long long>(length) * p, c, s);
+            re += c;
+            im += s;
+        }
+        product[static_cast<std::size_t>(k)] =
+            multiply(spectrum[static_cast<std::size_t>(k)], re / length, sign * im / length);
+    }
+    const std::vector<Cx> z = dft(*tree.second, product, -sign);
+    std::vector<Cx> out(static_cast<std::size_t>(p));
+    for (int k = 0; k < p; ++k)
+        out[static_cast<std::size_t>(k)] = rotate(z[static_cast<std::size_t>(k)], 1LL * k * k, 2LL * p, sign);
+    return out;
+}
+
+}  // namespace gen

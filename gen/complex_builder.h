@@ -1,0 +1,67 @@
+// Builds the operation graph of a complex DFT from its factorisation tree.
+//
+// A complex value is carried as two parts, p + i*q.  In a scalar kernel p and q
+// are the real and imaginary numbers; in a vector kernel each of p and q is a
+// whole complex number in one vector, and the value is materialised as
+// p + i*q only at the output (one exchange per output).  The same butterfly
+// code serves both, since multiplication by i and by real constants act on the
+// two parts in the same way.
+#ifndef KVTGEN_COMPLEX_BUILDER_H
+#define KVTGEN_COMPLEX_BUILDER_H
+
+#include <vector>
+
+#include "graph.h"
+#include "tree.h"
+
+namespace gen {
+
+struct Cx {
+    int p = Graph::none;
+    int q = Graph::none;
+};
+
+class ComplexBuilder {
+public:
+    // wideProducts: products and the sums around them are formed in Real64 and
+    // rounded once at the end of each expression (the Real32 3- and 5-point).
+    ComplexBuilder(Graph& graph, bool wideProducts = false) : g_(graph), wide_(wideProducts) {}
+
+    // DFT of x by the tree; sign -1 gives exp(-2*pi*i*nk/N), +1 the conjugate.
+    std::vector<Cx> dft(const Tree& tree, const std::vector<Cx>& x, int sign);
+
+    Cx add(Cx a, Cx b) { return {addNode(a.p, b.p), addNode(a.q, b.q)}; }
+    Cx sub(Cx a, Cx b) { return {subNode(a.p, b.p), subNode(a.q, b.q)}; }
+    Cx neg(Cx a) { return {g_.neg(a.p), g_.neg(a.q)}; }
+    Cx scale(Cx a, long double c) { return {mulNode(a.p, c), mulNode(a.q, c)}; }
+    // s*i*a for s = +1 or -1.
+    Cx mulI(Cx a, int s);
+    // a * exp(sign*2*pi*i*k/n), with the exact angles done by exchanges.
+    Cx rotate(Cx a, long long k, long long n, int sign);
+    // a * (re + i*im) by four products (two where a part of the constant is 0).
+    Cx multiply(Cx a, long double re, long double im);
+    Cx narrow(Cx a) { return {g_.narrow(a.p), g_.narrow(a.q)}; }
+
+private:
+    int addNode(int a, int b);
+    int subNode(int a, int b);
+    int mulNode(int a, long double c);
+    void matchTypes(int& a, int& b);
+
+    std::vector<Cx> direct(const Tree& tree, const std::vector<Cx>& x, int sign);
+    std::vector<Cx> oddSymmetric(int p, const std::vector<Cx>& x, int sign, bool x0First);
+    std::vector<Cx> fiveW(const std::vector<Cx>& x, int sign);
+    std::vector<Cx> split(const Tree& tree, const std::vector<Cx>& x, int sign);
+    std::vector<Cx> rader(const Tree& tree, const std::vector<Cx>& x, int sign);
+    std::vector<Cx> bluestein(const Tree& tree, const std::vector<Cx>& x, int sign);
+
+    Graph& g_;
+    bool wide_;
+};
+
+// Smallest primitive root modulo a prime.
+int primitiveRoot(int p);
+
+}  // namespace gen
+
+#endif

@@ -1,0 +1,91 @@
+#include "family.h"
+
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace gen {
+
+std::map<std::string, FamilyEmitter>& familyRegistry()
+{
+    static std::map<std::string, FamilyEmitter> registry;
+    return registry;
+}
+
+void writeIfChanged(const std::string& path, const std::string& content)
+{
+    {
+        std::ifstream in(path, std::ios::binary);
+        if (in) {
+            std::ostringstream old;
+            old << in.rdbuf();
+            if (old.str() == content)
+                return;
+        }
+    }
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    if (!out)
+        throw std::runtime_error("cannot write " + path);
+    out << content;
+}
+
+namespace {
+const char* typeName(Type type)
+{
+    switch (type) {
+    case Type::F32: return "float";
+    case Type::F64: return "double";
+    case Type::V2D: return "kv::v2d";
+    }
+    return "?";
+}
+}  // namespace
+
+std::string valueOf(const Graph& graph, int id)
+{
+    const Node& n = graph.node(id);
+    if (n.op == Op::Const) {
+        if (n.type == Type::V2D)
+            return "kv::set2(" + literal(Type::F64, n.lane0) + ", " + literal(Type::F64, n.lane1) + ")";
+        return literal(n.type, n.lane0);
+    }
+    return "t" + std::to_string(id);
+}
+
+std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
+                       const std::string& indent)
+{
+    const std::vector<bool> live = graph.liveSet(roots);
+    std::ostringstream out;
+    for (int id = 0; id < graph.size(); ++id) {
+        if (!live[static_cast<std::size_t>(id)])
+            continue;
+        const Node& n = graph.node(id);
+        if (n.op == Op::Const)
+            continue;
+        const bool vector = n.type == Type::V2D;
+        std::string expr;
+        const std::string a = n.a >= 0 ? valueOf(graph, n.a) : "";
+        const std::string b = n.b >= 0 ? valueOf(graph, n.b) : "";
+        switch (n.op) {
+        case Op::Input: expr = printer.input(n); break;
+        case Op::Param: expr = printer.param(n); break;
+        case Op::Add: expr = vector ? "kv::add(" + a + ", " + b + ")" : a + " + " + b; break;
+        case Op::Sub: expr = vector ? "kv::sub(" + a + ", " + b + ")" : a + " - " + b; break;
+        case Op::Mul: expr = vector ? "kv::mul(" + a + ", " + b + ")" : a + " * " + b; break;
+        case Op::Neg: expr = vector ? "kv::neg(" + a + ")" : "-" + a; break;
+        case Op::ZeroSub:
+            expr = vector ? "kv::sub(kv::zero2(), " + a + ")"
+                          : (n.type == Type::F32 ? "0.0f - " : "0.0 - ") + a;
+            break;
+        case Op::Widen: expr = "static_cast<double>(" + a + ")"; break;
+        case Op::Narrow: expr = "static_cast<float>(" + a + ")"; break;
+        case Op::SwapNeg: expr = "kv::swapNeg(" + a + ")"; break;
+        case Op::Const: break;
+        }
+        out << indent << "const " << typeName(n.type) << " t" << id << " = " << expr << ";\n";
+    }
+    return out.str();
+}
+
+}  // namespace gen

@@ -1,0 +1,44 @@
+// Registry of the kernel families that the generator can write, and the
+// helpers every family's emitter shares.
+#ifndef KVTGEN_FAMILY_H
+#define KVTGEN_FAMILY_H
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include "graph.h"
+
+namespace gen {
+
+// Writes every source file of one family into `directory`.
+using FamilyEmitter = std::function<void(const std::string& directory)>;
+
+std::map<std::string, FamilyEmitter>& familyRegistry();
+
+struct FamilyRegistration {
+    FamilyRegistration(const std::string& name, FamilyEmitter emitter)
+    {
+        familyRegistry()[name] = std::move(emitter);
+    }
+};
+
+// Writes a file only when its content differs, so that an unchanged kernel is
+// not compiled again.
+void writeIfChanged(const std::string& path, const std::string& content);
+
+// Prints the definitions of the live nodes in creation order, one C++ statement
+// per node, as `const <type> t<id> = ...;`.  Inputs and parameters are printed
+// through the callbacks; constants are written inline.
+struct NodePrinter {
+    std::function<std::string(const Node&)> input;
+    std::function<std::string(const Node&)> param;
+};
+std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
+                       const std::string& indent);
+// The expression that names a node's value (a variable or an inline literal).
+std::string valueOf(const Graph& graph, int id);
+
+}  // namespace gen
+
+#endif

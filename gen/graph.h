@@ -1,0 +1,104 @@
+// Operation graph of one straight-line kernel.
+//
+// Every node is one arithmetic operation on a scalar (Real32/Real64) or on a
+// 128-bit vector of two doubles.  Nodes are created through smart constructors
+// that hash-cons equal expressions and apply only rewrites that are exact in
+// IEEE arithmetic: a negation is merged into the addition or subtraction that
+// consumes it, a multiplication by 1 disappears, a negative constant becomes a
+// positive one with a negation.  Nothing is reassociated.
+#ifndef KVTGEN_GRAPH_H
+#define KVTGEN_GRAPH_H
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace gen {
+
+enum class Type : std::uint8_t { F32, F64, V2D };
+enum class Op : std::uint8_t {
+    Input,    // sample slot `index` of src
+    Param,    // run-time value named `index` (the scale factor)
+    Const,    // literal; V2D constants have two lanes
+    Add,
+    Sub,
+    Mul,
+    Neg,      // sign change, printed as a unary minus or a sign-mask xor
+    ZeroSub,  // +0.0 - a, kept as a subtraction so that zero results are +0.0
+    Widen,    // Real32 -> Real64, exact
+    Narrow,   // Real64 -> Real32, one rounding
+    SwapNeg,  // V2D (lo, hi) -> (-hi, lo): multiplication of a complex number by i
+};
+
+struct Node {
+    Op op;
+    Type type;
+    int a = -1;
+    int b = -1;
+    int index = -1;
+    double lane0 = 0.0;  // constant value, already rounded to the node's type
+    double lane1 = 0.0;
+};
+
+// Operation counts of a graph restricted to what its outputs need.
+struct OpCounts {
+    int additions = 0;        // Add and Sub
+    int multiplications = 0;  // Mul by a constant
+    int negations = 0;        // ZeroSub
+    int signFlips = 0;        // Neg
+    int exchanges = 0;        // SwapNeg
+    int widenings = 0;
+    int narrowings = 0;
+    int scaleProducts = 0;    // Mul by a Param
+};
+
+class Graph {
+public:
+    // canonicalSubtraction: rewrite b - a as -(a - b) when a was made first, so that
+    // the two orders of a difference share one node.  Exact up to the sign of a zero.
+    explicit Graph(bool canonicalSubtraction = true) : canonicalSub_(canonicalSubtraction) {}
+
+    static constexpr int none = -1;  // an exact zero that has not been materialised
+
+    int input(Type type, int index);
+    int param(Type type, int index);
+    int constant(Type type, long double value);
+    int constantPair(long double lo, long double hi);  // V2D only
+
+    int add(int a, int b);
+    int sub(int a, int b);
+    int neg(int a);
+    int zeroSub(int a);
+    int mul(int a, int b);
+    int mulConst(int a, long double value);  // scalar or (value, value)
+    int widen(int a);
+    int narrow(int a);
+    int swapNeg(int a);
+
+    const Node& node(int id) const { return nodes_[static_cast<std::size_t>(id)]; }
+    int size() const { return static_cast<int>(nodes_.size()); }
+
+    // Marks the nodes that the given roots depend on.
+    std::vector<bool> liveSet(const std::vector<int>& roots) const;
+    OpCounts count(const std::vector<int>& roots) const;
+
+private:
+    int make(const Node& node);
+    bool isNeg(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Neg; }
+    bool isConst(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Const; }
+
+    std::vector<Node> nodes_;
+    std::unordered_map<std::string, int> memo_;
+    bool canonicalSub_;
+};
+
+// Rounds a long double to the precision of a type, as a double value.
+double roundTo(Type type, long double value);
+
+// C++ literal text of a number in a type: exact round-trip digits.
+std::string literal(Type scalarType, double value);
+
+}  // namespace gen
+
+#endif
