@@ -1,0 +1,77 @@
+// Shared pieces of the benchmark programs: a reporter that keeps each
+// benchmark's time per iteration for a summary table, the geometric mean, and
+// a measurement of the core clock.
+#ifndef KVTG_BENCH_REPORT_H
+#define KVTG_BENCH_REPORT_H
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+// Prints the usual console table and remembers ns per iteration by name.
+class Collector : public benchmark::ConsoleReporter {
+public:
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs)
+            if (run.run_type == Run::RT_Iteration && run.iterations > 0)
+                times_[run.benchmark_name()] = run.GetAdjustedRealTime() * multiplierToNs(run.time_unit);
+        ConsoleReporter::ReportRuns(runs);
+    }
+    double ns(const std::string& name) const
+    {
+        const auto found = times_.find(name);
+        return found == times_.end() ? NAN : found->second;
+    }
+
+private:
+    static double multiplierToNs(benchmark::TimeUnit unit)
+    {
+        switch (unit) {
+        case benchmark::kNanosecond: return 1;
+        case benchmark::kMicrosecond: return 1e3;
+        case benchmark::kMillisecond: return 1e6;
+        case benchmark::kSecond: return 1e9;
+        }
+        return 1;
+    }
+    std::map<std::string, double> times_;
+};
+
+inline double geometricMean(const std::vector<double>& values)
+{
+    double logSum = 0;
+    int count = 0;
+    for (double v : values)
+        if (v > 0 && std::isfinite(v)) {
+            logSum += std::log(v);
+            ++count;
+        }
+    return count ? std::exp(logSum / count) : NAN;
+}
+
+// Cycles per second from a chain of dependent integer additions, one per cycle.
+inline double measureClockGHz()
+{
+    constexpr std::uint64_t steps = 200000000;
+    std::uint64_t value = 0;
+    const auto start = std::chrono::steady_clock::now();
+    for (std::uint64_t i = 0; i < steps; i += 8) {
+        asm volatile("add $1, %0\n\tadd $1, %0\n\tadd $1, %0\n\tadd $1, %0\n\t"
+                     "add $1, %0\n\tadd $1, %0\n\tadd $1, %0\n\tadd $1, %0"
+                     : "+r"(value));
+    }
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return static_cast<double>(value) / seconds / 1e9;
+}
+
+}  // namespace bench
+
+#endif

@@ -1,0 +1,182 @@
+// Complex DFT kernels next to FFTW, every length 2..64, both precisions and
+// directions.  FFTW's plan is made once with FFTW_MEASURE and run with the
+// new-array execute call on the same buffers as the kernel.  After the
+// benchmarks, a table gives the ratio per length, the geometric mean, and for
+// powers of two the distance from the SSE2 arithmetic limit.
+#include <benchmark/benchmark.h>
+#include <fftw3.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "bench_report.h"
+#include "complex_counts.h"
+#include "kvtgen.h"
+
+namespace {
+
+template <class C>
+struct Traits;
+template <>
+struct Traits<Complex32> {
+    using Plan = fftwf_plan;
+    static Plan plan(int n, bool inverse, void* in, void* out)
+    {
+        return fftwf_plan_dft_1d(n, static_cast<fftwf_complex*>(in), static_cast<fftwf_complex*>(out),
+                                 inverse ? FFTW_BACKWARD : FFTW_FORWARD, FFTW_MEASURE);
+    }
+    static void execute(Plan p, void* in, void* out)
+    {
+        fftwf_execute_dft(p, static_cast<fftwf_complex*>(in), static_cast<fftwf_complex*>(out));
+    }
+    static void destroy(Plan p) { fftwf_destroy_plan(p); }
+    static void* alloc(std::size_t bytes) { return fftwf_malloc(bytes); }
+    static void release(void* p) { fftwf_free(p); }
+};
+template <>
+struct Traits<Complex64> {
+    using Plan = fftw_plan;
+    static Plan plan(int n, bool inverse, void* in, void* out)
+    {
+        return fftw_plan_dft_1d(n, static_cast<fftw_complex*>(in), static_cast<fftw_complex*>(out),
+                                inverse ? FFTW_BACKWARD : FFTW_FORWARD, FFTW_MEASURE);
+    }
+    static void execute(Plan p, void* in, void* out)
+    {
+        fftw_execute_dft(p, static_cast<fftw_complex*>(in), static_cast<fftw_complex*>(out));
+    }
+    static void destroy(Plan p) { fftw_destroy_plan(p); }
+    static void* alloc(std::size_t bytes) { return fftw_malloc(bytes); }
+    static void release(void* p) { fftw_free(p); }
+};
+
+template <class C>
+using Dispatcher = Status (*)(const C*, C*, int32_t, int32_t);
+
+template <class C>
+void benchKernel(benchmark::State& state, Dispatcher<C> transform, int n)
+{
+    auto* in = static_cast<C*>(Traits<C>::alloc(sizeof(C) * 64));
+    auto* out = static_cast<C*>(Traits<C>::alloc(sizeof(C) * 64));
+    for (int i = 0; i < n; ++i)
+        in[i] = {static_cast<decltype(in->re)>(std::sin(i + 1.0)), static_cast<decltype(in->re)>(std::cos(i * 0.5))};
+    for (auto _ : state) {
+        transform(in, out, n, ScaleNone);
+        benchmark::DoNotOptimize(out);
+        benchmark::ClobberMemory();
+    }
+    Traits<C>::release(in);
+    Traits<C>::release(out);
+}
+
+template <class C>
+void benchFftw(benchmark::State& state, bool inverse, int n)
+{
+    void* in = Traits<C>::alloc(sizeof(C) * 64);
+    void* out = Traits<C>::alloc(sizeof(C) * 64);
+    auto plan = Traits<C>::plan(n, inverse, in, out);
+    auto* samples = static_cast<C*>(in);
+    for (int i = 0; i < n; ++i)
+        samples[i] = {static_cast<decltype(samples->re)>(std::sin(i + 1.0)), static_cast<decltype(samples->re)>(std::cos(i * 0.5))};
+    for (auto _ : state) {
+        Traits<C>::execute(plan, in, out);
+        benchmark::DoNotOptimize(out);
+        benchmark::ClobberMemory();
+    }
+    Traits<C>::destroy(plan);
+    Traits<C>::release(in);
+    Traits<C>::release(out);
+}
+
+struct Family {
+    const char* name;
+    bool single;
+    bool inverse;
+    const kvtg_counts::ComplexCount* counts;
+};
+
+const Family families[] = {
+    {"Fwd32fc", true, false, kvtg_counts::forward32fc},
+    {"Inv32fc", true, true, kvtg_counts::inverse32fc},
+    {"Fwd64fc", false, false, kvtg_counts::forward64fc},
+    {"Inv64fc", false, true, kvtg_counts::inverse64fc},
+};
+
+void registerAll()
+{
+    for (const Family& f : families) {
+        for (int n = 2; n <= 64; ++n) {
+            const std::string suffix = std::string(f.name) + "/" + std::to_string(n);
+            if (f.single) {
+                benchmark::RegisterBenchmark(("kvtg/" + suffix).c_str(), benchKernel<Complex32>,
+                                             f.inverse ? kvtgDFTInv_CToC_32fc : kvtgDFTFwd_CToC_32fc, n);
+                benchmark::RegisterBenchmark(("fftw/" + suffix).c_str(), benchFftw<Complex32>, f.inverse, n);
+            } else {
+                benchmark::RegisterBenchmark(("kvtg/" + suffix).c_str(), benchKernel<Complex64>,
+                                             f.inverse ? kvtgDFTInv_CToC_64fc : kvtgDFTFwd_CToC_64fc, n);
+                benchmark::RegisterBenchmark(("fftw/" + suffix).c_str(), benchFftw<Complex64>, f.inverse, n);
+            }
+        }
+    }
+}
+
+bool hasLargePrimeFactor(int n)
+{
+    for (int p = 17; p <= n; ++p)
+        if (n % p == 0) {
+            bool prime = true;
+            for (int d = 2; d * d <= p; ++d)
+                prime = prime && p % d != 0;
+            if (prime)
+                return true;
+        }
+    return false;
+}
+
+void printReport(const bench::Collector& results)
+{
+    const double ghz = bench::measureClockGHz();
+    std::printf("\nclock (measured) %.2f GHz\n", ghz);
+    std::vector<double> allRatios;
+    for (const Family& f : families) {
+        std::printf("\n%-8s %4s %10s %10s %7s %10s\n", f.name, "N", "kvtg ns", "fftw ns", "ratio", "vs limit");
+        std::vector<double> ratios;
+        for (int n = 2; n <= 64; ++n) {
+            const std::string suffix = std::string(f.name) + "/" + std::to_string(n);
+            const double ours = results.ns("kvtg/" + suffix), theirs = results.ns("fftw/" + suffix);
+            const double ratio = theirs / ours;
+            ratios.push_back(ratio);
+            allRatios.push_back(ratio);
+            std::string limit;
+            if ((n & (n - 1)) == 0) {
+                const auto& c = f.counts[n - 2];
+                const double lanes = f.single ? 4 : 2;
+                const double limitNs = (c.additions + c.multiplications) / lanes / 2 / ghz;
+                char text[32];
+                std::snprintf(text, sizeof text, "%.2fx", ours / limitNs);
+                limit = text;
+            }
+            std::printf("%-8s %4d %10.2f %10.2f %6.2fx%s %10s\n", "", n, ours, theirs, ratio,
+                        hasLargePrimeFactor(n) ? "*" : " ", limit.c_str());
+        }
+        std::printf("%-8s geometric mean %.2fx   (* = prime factor >= 17)\n", f.name, bench::geometricMean(ratios));
+    }
+    std::printf("\nall 252 kernels: geometric mean %.2fx FFTW's speed\n", bench::geometricMean(allRatios));
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    registerAll();
+    benchmark::Initialize(&argc, argv);
+    bench::Collector collector;
+    benchmark::RunSpecifiedBenchmarks(&collector);
+    printReport(collector);
+    benchmark::Shutdown();
+    return 0;
+}
