@@ -20,6 +20,8 @@ void cosSinPi(long long num, long long den, long double& c, long double& s)
     s = sinl(angle);
 }
 
+}  // namespace
+
 long long powMod(long long base, long long exp, long long mod)
 {
     long long r = 1 % mod;
@@ -32,7 +34,64 @@ long long powMod(long long base, long long exp, long long mod)
     }
     return r;
 }
-}  // namespace
+
+std::complex<long double> exactRoot(long long k, long long n, int sign)
+{
+    k %= n;
+    if (k < 0)
+        k += n;
+    if ((8 * k) % n == 0) {
+        const long double r = 0.70710678118654752440084436210484903928L;
+        static const long double cosines[8] = {1, r, 0, -r, -1, -r, 0, r};
+        static const long double sines[8] = {0, r, 1, r, 0, -r, -1, -r};
+        const long long octant = 8 * k / n;
+        return {cosines[octant], sign * sines[octant]};
+    }
+    long double c, s;
+    cosSinPi(2 * k, n, c, s);
+    return {c, sign * s};
+}
+
+std::complex<long double> raderConstant(int p, int k, int sign)
+{
+    const int n = p - 1, g = primitiveRoot(p);
+    long double re = 0, im = 0;
+    for (int t = 0; t < n; ++t) {
+        // w^(g^t) v^(-t k) = exp(sign*i*pi * 2(g^t n - t k p) / (p n))
+        const long long num = 2LL * (powMod(g, t, p) * n - static_cast<long long>(t) * k * p);
+        long double c, s;
+        cosSinPi(num, static_cast<long long>(p) * n, c, s);
+        re += c;
+        im += s;
+    }
+    return {re / n, sign * im / n};
+}
+
+std::complex<long double> bluesteinChirp(int p, long long k, int sign)
+{
+    return exactRoot(k * k, 2LL * p, sign);
+}
+
+std::complex<long double> bluesteinFilter(int p, int length, int k, int sign)
+{
+    long double re = 0, im = 0;
+    for (int m = 0; m < length; ++m) {
+        int mirror;
+        if (m < p)
+            mirror = m;
+        else if (m > length - p)
+            mirror = length - m;
+        else
+            continue;
+        // conj(chirp(mirror)) * exp(sign*2*pi*i*m*k/L)
+        const long long num = 2LL * m * k * p - 1LL * mirror * mirror * length;
+        long double c, s;
+        cosSinPi(num, static_cast<long long>(length) * p, c, s);
+        re += c;
+        im += s;
+    }
+    return {re / length, sign * im / length};
+}
 
 int primitiveRoot(int p)
 {
@@ -273,17 +332,8 @@ std::vector<Cx> ComplexBuilder::rader(const Tree& tree, const std::vector<Cx>& x
     std::vector<Cx> product(static_cast<std::size_t>(n));
     product[0] = add(x[0], scale(spectrum[0], -1.0L / n));
     for (int k = 1; k < n; ++k) {
-        // B[k] = (1/n) sum_t w^(g^t) v^(-t k),  w = e^(sign 2 pi i/p), v = e^(sign 2 pi i/n)
-        long double re = 0, im = 0;
-        for (int t = 0; t < n; ++t) {
-            const long long num = 2LL * (powMod(g, t, p) * n - static_cast<long long>(t) * k * p);
-            long double c, s;
-            cosSinPi(num, static_cast<long long>(p) * n, c, s);
-            re += c;
-            im += s;
-        }
-        product[static_cast<std::size_t>(k)] =
-            multiply(spectrum[static_cast<std::size_t>(k)], re / n, sign * im / n);
+        const std::complex<long double> b = raderConstant(p, k, sign);
+        product[static_cast<std::size_t>(k)] = multiply(spectrum[static_cast<std::size_t>(k)], b.real(), b.imag());
     }
     const std::vector<Cx> cyclic = dft(*tree.second, product, -sign);
     std::vector<Cx> out(static_cast<std::size_t>(p));
@@ -306,24 +356,8 @@ std::vector<Cx> ComplexBuilder::bluestein(const Tree& tree, const std::vector<Cx
     const std::vector<Cx> spectrum = dft(*tree.first, y, sign);
     std::vector<Cx> product(static_cast<std::size_t>(length));
     for (int k = 0; k < length; ++k) {
-        // H[k] = (1/L) sum_m h[m] e^(sign 2 pi i m k / L),  h[m] = e^(-sign i pi m'^2 / p)
-        long double re = 0, im = 0;
-        for (int m = 0; m < length; ++m) {
-            int mirror;
-            if (m < p)
-                mirror = m;
-            else if (m > length - p)
-                mirror = length - m;
-            else
-                continue;
-            const long long num = 2LL * m * k * p - 1LL * mirror * mirror * length;
-            long double c, s;
-            cosSinPi(num, static_cast<long long>(length) * p, c, s);
-            re += c;
-            im += s;
-        }
-        product[static_cast<std::size_t>(k)] =
-            multiply(spectrum[static_cast<std::size_t>(k)], re / length, sign * im / length);
+        const std::complex<long double> h = bluesteinFilter(p, length, k, sign);
+        product[static_cast<std::size_t>(k)] = multiply(spectrum[static_cast<std::size_t>(k)], h.real(), h.imag());
     }
     const std::vector<Cx> z = dft(*tree.second, product, -sign);
     std::vector<Cx> out(static_cast<std::size_t>(p));

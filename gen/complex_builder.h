@@ -9,6 +9,7 @@
 #ifndef KVTGEN_COMPLEX_BUILDER_H
 #define KVTGEN_COMPLEX_BUILDER_H
 
+#include <complex>
 #include <vector>
 
 #include "graph.h"
@@ -61,6 +62,15 @@ private:
 
 // Smallest primitive root modulo a prime.
 int primitiveRoot(int p);
+long long powMod(long long base, long long exp, long long mod);
+
+// exp(sign*2*pi*i*k/n) at full precision; exact where the angle is a multiple of 45 degrees.
+std::complex<long double> exactRoot(long long k, long long n, int sign);
+// Rader's constant B[k] = (1/(p-1)) sum_t w^(g^t) v^(-t k) for the smallest primitive root g.
+std::complex<long double> raderConstant(int p, int k, int sign);
+// Bluestein's chirp exp(sign*i*pi*k^2/p) and filter H[k] = (1/L) DFT_L(conj chirp)[k].
+std::complex<long double> bluesteinChirp(int p, long long k, int sign);
+std::complex<long double> bluesteinFilter(int p, int length, int k, int sign);
 
 }  // namespace gen
 

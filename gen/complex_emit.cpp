@@ -6,11 +6,13 @@
 // two parts p + i*q, so that a multiplication by i is bookkeeping and the one
 // exchange of lanes happens per output pair, at the end.
 #include <cmath>
+#include <stdexcept>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "complex_builder.h"
+#include "complex_pairs.h"
 #include "complex_rules.h"
 #include "family.h"
 
@@ -60,28 +62,91 @@ Shape shapeOf(const Variant& v, int n)
 struct Kernel {
     std::string body;  // statements of the transform
     OpCounts counts;
+    bool vector = false;  // a template over the access form, taking a vector factor
 };
+
+// Complex32 from length 6 works on pairs of complex numbers per vector.
+bool pairedLayout(const Variant& v, int n) { return v.precision == Precision::Single && n >= 6; }
+
+// Kernel text from a graph: all loads and arithmetic, then the stores.
+struct Store {
+    enum Kind { Pair, Low, High, Scalar } kind;
+    int index;  // sample index (Scalar: real-number index)
+    int node;
+};
+
+std::string printInputPair(const Node& node)
+{
+    const std::string first = "x + " + std::to_string(2 * node.index);
+    if (node.index2 < 0)
+        return "kv::loadLow(" + first + ")";
+    if (node.index2 == node.index + 1)
+        return node.index % 2 == 0 ? "Access::loadPair(" + first + ")" : "kv::loadPairUnaligned(" + first + ")";
+    return "kv::loadLowHigh(" + first + ", x + " + std::to_string(2 * node.index2) + ")";
+}
+
+std::string printStore(const Graph& graph, const Store& store)
+{
+    const std::string value = store.node >= 0 ? valueOf(graph, store.node) : "0.0f";
+    const std::string place = "y + " + std::to_string(2 * store.index);
+    switch (store.kind) {
+    case Store::Pair:
+        return store.index % 2 == 0 ? "Access::storePair(" + place + ", " + value + ")"
+                                    : "kv::storePairUnaligned(" + place + ", " + value + ")";
+    case Store::Low: return "kv::storeLow(" + place + ", " + value + ")";
+    case Store::High: return "kv::storeHigh(" + place + ", " + value + ")";
+    case Store::Scalar: return "y[" + std::to_string(store.index) + "] = " + value;
+    }
+    return "";
+}
 
 Kernel buildKernel(const Variant& v, int n)
 {
     const TreePtr tree = complexRule(n, v.precision);
     const int sign = v.inverse ? 1 : -1;
     Graph graph;
-    std::vector<int> roots;
+    std::vector<Store> stores;
     NodePrinter printer;
-    if (v.precision == Precision::Single) {
+    Kernel kernel;
+    if (pairedLayout(v, n)) {
+        kernel.vector = true;
+        PairedBuilder builder(graph);
+        std::vector<HalfRef> x;
+        for (int i = 0; i < n; ++i)
+            x.push_back(HalfRef::memory(i));
+        const std::vector<HalfRef> out = builder.dft(*tree, x, sign);
+        const int factor = graph.param(Type::V4F, 0);
+        for (int k = 0; k < n; ++k) {
+            const HalfRef& ref = out[static_cast<std::size_t>(k)];
+            const bool pairWithNext = k + 1 < n && ref.half == 0 && out[static_cast<std::size_t>(k + 1)].half == 1 &&
+                                      out[static_cast<std::size_t>(k + 1)].vector.p == ref.vector.p &&
+                                      out[static_cast<std::size_t>(k + 1)].vector.q == ref.vector.q;
+            if (ref.sample >= 0 || ref.zero)
+                throw std::logic_error("an output that is not computed");
+            // one exchange per stored vector turns p + i*q into complex numbers
+            const int node = graph.mul(graph.add(ref.vector.p, graph.swapNeg(ref.vector.q)), factor);
+            if (pairWithNext) {
+                stores.push_back({Store::Pair, k, node});
+                ++k;
+            } else {
+                stores.push_back({ref.half == 0 ? Store::Low : Store::High, k, node});
+            }
+        }
+        printer.input = printInputPair;
+    } else if (v.precision == Precision::Single) {
         ComplexBuilder builder(graph, n == 3 || n == 5);
         std::vector<Cx> x(static_cast<std::size_t>(n));
         for (int i = 0; i < n; ++i)
             x[static_cast<std::size_t>(i)] = {graph.input(Type::F32, 2 * i), graph.input(Type::F32, 2 * i + 1)};
         const std::vector<Cx> out = builder.dft(*tree, x, sign);
         const int factor = graph.param(Type::F32, 0);
-        for (const Cx& value : out) {
-            roots.push_back(graph.mul(value.p, factor));
-            roots.push_back(graph.mul(value.q, factor));
+        for (int k = 0; k < n; ++k) {
+            stores.push_back({Store::Scalar, 2 * k, graph.mul(out[static_cast<std::size_t>(k)].p, factor)});
+            stores.push_back({Store::Scalar, 2 * k + 1, graph.mul(out[static_cast<std::size_t>(k)].q, factor)});
         }
         printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
     } else {
+        kernel.vector = true;
         ComplexBuilder builder(graph);
         std::vector<Cx> x(static_cast<std::size_t>(n));
         for (int i = 0; i < n; ++i)
@@ -89,23 +154,24 @@ Kernel buildKernel(const Variant& v, int n)
         const std::vector<Cx> out = builder.dft(*tree, x, sign);
         const int factor = graph.param(Type::V2D, 0);
         for (const Cx& value : out)
-            roots.push_back(graph.mul(graph.add(value.p, graph.swapNeg(value.q)), factor));
+            stores.push_back({Store::Pair, static_cast<int>(stores.size()), graph.mul(graph.add(value.p, graph.swapNeg(value.q)), factor)});
         printer.input = [](const Node& node) {
             return "Access::load(x + " + std::to_string(2 * node.index) + ")";
         };
     }
     printer.param = [](const Node&) { return std::string("c"); };
 
-    Kernel kernel;
+    std::vector<int> roots;
+    for (const Store& store : stores)
+        roots.push_back(store.node);
     kernel.counts = graph.count(roots);
     std::ostringstream body;
     body << printNodes(graph, roots, printer, "    ");
-    for (std::size_t i = 0; i < roots.size(); ++i) {
-        const std::string value = roots[i] >= 0 ? valueOf(graph, roots[i]) : (v.precision == Precision::Single ? "0.0f" : "kv::zero2()");
-        if (v.precision == Precision::Single)
-            body << "    y[" << i << "] = " << value << ";\n";
+    for (const Store& store : stores) {
+        if (v.precision == Precision::Double)
+            body << "    Access::store(y + " << 2 * store.index << ", " << valueOf(graph, store.node) << ");\n";
         else
-            body << "    Access::store(y + " << 2 * i << ", " << value << ");\n";
+            body << "    " << printStore(graph, store) << ";\n";
     }
     kernel.body = body.str();
     return kernel;
@@ -124,7 +190,8 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
     const std::string sample = v.sampleType();
     const std::string args = "const " + sample + "* src, " + sample + "* dst, int32_t flag";
     const std::string dir = v.inverse ? "kvtg::Direction::Inverse" : "kvtg::Direction::Forward";
-    const bool vector = v.precision == Precision::Double;
+    const bool vector = kernel.vector;
+    const bool floatVector = vector && v.precision == Precision::Single;
 
     std::ostringstream out;
     out << "// Generated by kvtgen; do not edit.\n"
@@ -138,7 +205,8 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
     out << "\nnamespace {\n\n";
     if (vector) {
         out << "template <class Access>\n"
-            << "inline void transform(const double* x, double* y, kv::v2d c)\n{\n";
+            << "inline void transform(const " << real << "* x, " << real << "* y, " << (floatVector ? "kv::v4f" : "kv::v2d")
+            << " c)\n{\n";
     } else {
         out << "inline void transform(const float* x, float* y, float c)\n{\n";
     }
@@ -150,7 +218,7 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
         << "    if (!kvtg::pickFactor<" << real << ">(flag, " << dir << ", " << factorLiterals(v, n) << ", c))\n"
         << "        return StatusBadFlag;\n"
         << "    transform" << (vector ? "<Access>" : "") << "(reinterpret_cast<const " << real << "*>(src), reinterpret_cast<"
-        << real << "*>(dst), " << (vector ? "kv::set1(c)" : "c") << ");\n"
+        << real << "*>(dst), " << (floatVector ? "kv::set1f(c)" : vector ? "kv::set1(c)" : "c") << ");\n"
         << "    return StatusOk;\n}\n\n";
     const std::string text = out.str();
     std::ostringstream tail;
@@ -200,14 +268,38 @@ std::string dispatcherUnit(const Variant& v)
     return out.str();
 }
 
+// The real additions and multiplications of a length's tree, whatever the
+// vector layout: the scalar graph for Complex32, twice the vector graph of
+// Complex64 (one operation per lane).
+OpCounts arithmeticCounts(const Variant& v, int n)
+{
+    if (v.precision == Precision::Double) {
+        OpCounts c = buildKernel(v, n).counts;
+        c.additions *= 2;
+        c.multiplications *= 2;
+        return c;
+    }
+    Graph graph;
+    ComplexBuilder builder(graph);
+    std::vector<Cx> x(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i)
+        x[static_cast<std::size_t>(i)] = {graph.input(Type::F32, 2 * i), graph.input(Type::F32, 2 * i + 1)};
+    std::vector<int> roots;
+    for (const Cx& value : builder.dft(*complexRule(n, v.precision), x, v.inverse ? 1 : -1)) {
+        roots.push_back(value.p);
+        roots.push_back(value.q);
+    }
+    return graph.count(roots);
+}
+
 void emitComplex(const std::string& directory)
 {
     // The operation counts of every kernel, for benchmarks and tests to hold
     // the kernels against: {length, additions, multiplications, exchanges}.
     std::ostringstream counts;
     counts << "// Generated by kvtgen; do not edit.\n"
-           << "// Real-valued operation counts of the complex kernels (vector operations of the\n"
-           << "// Complex64 kernels count twice, one per lane).\n"
+           << "// Real additions and multiplications of each complex length's tree, and the\n"
+           << "// exchanges (shuffles) of its kernel.\n"
            << "#pragma once\nnamespace kvtg_counts {\nstruct ComplexCount { int n, additions, multiplications, exchanges; };\n";
     for (Precision precision : {Precision::Single, Precision::Double}) {
         for (bool inverse : {false, true}) {
@@ -216,10 +308,9 @@ void emitComplex(const std::string& directory)
             for (int n = 2; n <= 64; ++n) {
                 const Kernel kernel = buildKernel(v, n);
                 writeIfChanged(directory + "/" + v.unitStem() + "_" + std::to_string(n) + ".cpp", kernelUnit(v, n, kernel));
-                const OpCounts& c = kernel.counts;
-                const int lanes = precision == Precision::Double ? 2 : 1;
-                counts << "    {" << n << ", " << lanes * c.additions << ", " << lanes * c.multiplications << ", "
-                       << c.exchanges << "},\n";
+                const OpCounts c = arithmeticCounts(v, n);
+                counts << "    {" << n << ", " << c.additions << ", " << c.multiplications << ", " << kernel.counts.exchanges
+                       << "},\n";
             }
             counts << "};\n";
             writeIfChanged(directory + "/" + v.unitStem() + ".cpp", dispatcherUnit(v));

@@ -36,6 +36,7 @@ const char* typeName(Type type)
     case Type::F32: return "float";
     case Type::F64: return "double";
     case Type::V2D: return "kv::v2d";
+    case Type::V4F: return "kv::v4f";
     }
     return "?";
 }
@@ -47,6 +48,9 @@ std::string valueOf(const Graph& graph, int id)
     if (n.op == Op::Const) {
         if (n.type == Type::V2D)
             return "kv::set2(" + literal(Type::F64, n.lane0) + ", " + literal(Type::F64, n.lane1) + ")";
+        if (n.type == Type::V4F)
+            return "kv::set4(" + literal(Type::F32, n.lane0) + ", " + literal(Type::F32, n.lane1) + ", " +
+                   literal(Type::F32, n.lane2) + ", " + literal(Type::F32, n.lane3) + ")";
         return literal(n.type, n.lane0);
     }
     return "t" + std::to_string(id);
@@ -63,7 +67,7 @@ std::string printNodes(const Graph& graph, const std::vector<int>& roots, const 
         const Node& n = graph.node(id);
         if (n.op == Op::Const)
             continue;
-        const bool vector = n.type == Type::V2D;
+        const bool vector = n.type == Type::V2D || n.type == Type::V4F;
         std::string expr;
         const std::string a = n.a >= 0 ? valueOf(graph, n.a) : "";
         const std::string b = n.b >= 0 ? valueOf(graph, n.b) : "";
@@ -75,12 +79,13 @@ std::string printNodes(const Graph& graph, const std::vector<int>& roots, const 
         case Op::Mul: expr = vector ? "kv::mul(" + a + ", " + b + ")" : a + " * " + b; break;
         case Op::Neg: expr = vector ? "kv::neg(" + a + ")" : "-" + a; break;
         case Op::ZeroSub:
-            expr = vector ? "kv::sub(kv::zero2(), " + a + ")"
+            expr = vector ? std::string(n.type == Type::V4F ? "kv::sub(kv::zero4(), " : "kv::sub(kv::zero2(), ") + a + ")"
                           : (n.type == Type::F32 ? "0.0f - " : "0.0 - ") + a;
             break;
         case Op::Widen: expr = "static_cast<double>(" + a + ")"; break;
         case Op::Narrow: expr = "static_cast<float>(" + a + ")"; break;
         case Op::SwapNeg: expr = "kv::swapNeg(" + a + ")"; break;
+        case Op::Shuffle: expr = "kv::shuffle<" + std::to_string(n.index) + ">(" + a + ", " + b + ")"; break;
         case Op::Const: break;
         }
         out << indent << "const " << typeName(n.type) << " t" << id << " = " << expr << ";\n";

@@ -46,8 +46,11 @@ std::string keyOf(const Node& n)
     append(&n.a, sizeof n.a);
     append(&n.b, sizeof n.b);
     append(&n.index, sizeof n.index);
+    append(&n.index2, sizeof n.index2);
     append(&n.lane0, sizeof n.lane0);
     append(&n.lane1, sizeof n.lane1);
+    append(&n.lane2, sizeof n.lane2);
+    append(&n.lane3, sizeof n.lane3);
     return key;
 }
 
@@ -85,9 +88,40 @@ int Graph::param(Type type, int index)
 
 int Graph::constant(Type type, long double value)
 {
+    if (type == Type::V4F)
+        return constantLanes(value, value, value, value);
     Node n{Op::Const, type};
     n.lane0 = roundTo(type == Type::V2D ? Type::F64 : type, value);
     n.lane1 = type == Type::V2D ? n.lane0 : 0.0;
+    return make(n);
+}
+
+int Graph::constantLanes(long double l0, long double l1, long double l2, long double l3)
+{
+    Node n{Op::Const, Type::V4F};
+    n.lane0 = roundTo(Type::F32, l0);
+    n.lane1 = roundTo(Type::F32, l1);
+    n.lane2 = roundTo(Type::F32, l2);
+    n.lane3 = roundTo(Type::F32, l3);
+    return make(n);
+}
+
+int Graph::inputPair(int first, int second)
+{
+    Node n{Op::Input, Type::V4F};
+    n.index = first;
+    n.index2 = second;
+    return make(n);
+}
+
+int Graph::shuffle(int a, int b, int selector)
+{
+    if (a == b && selector == 0xE4)  // lanes 0, 1, 2, 3 of one vector
+        return a;
+    Node n{Op::Shuffle, Type::V4F};
+    n.a = a;
+    n.b = b;
+    n.index = selector;
     return make(n);
 }
 
@@ -150,9 +184,16 @@ int Graph::neg(int a)
     if (isNeg(a))
         return node(a).a;
     if (isConst(a)) {
+        // negate only the lanes the type has, so that unused lanes stay +0.0
+        // and equal constants keep one key
         Node c = node(a);
         c.lane0 = -c.lane0;
-        c.lane1 = -c.lane1;
+        if (c.type == Type::V2D || c.type == Type::V4F)
+            c.lane1 = -c.lane1;
+        if (c.type == Type::V4F) {
+            c.lane2 = -c.lane2;
+            c.lane3 = -c.lane3;
+        }
         return make(c);
     }
     Node n{Op::Neg, node(a).type};
@@ -176,10 +217,16 @@ int Graph::mul(int a, int b)
     requireSameType(node(a), node(b));
     if (isConst(b)) {
         const Node& c = node(b);
-        if (c.lane0 == 1.0 && (c.type != Type::V2D || c.lane1 == 1.0))
+        const int lanes = c.type == Type::V4F ? 4 : c.type == Type::V2D ? 2 : 1;
+        const double values[4] = {c.lane0, c.lane1, c.lane2, c.lane3};
+        bool allOne = true, allNegative = true;
+        for (int i = 0; i < lanes; ++i) {
+            allOne = allOne && values[i] == 1.0;
+            allNegative = allNegative && values[i] < 0;
+        }
+        if (allOne)
             return a;
-        const bool negative = c.lane0 < 0 && (c.type != Type::V2D || c.lane1 < 0);
-        if (negative)
+        if (allNegative)
             return neg(mul(a, neg(b)));
     }
     if (isNeg(a))
@@ -235,11 +282,11 @@ int Graph::swapNeg(int a)
 {
     if (a == none)
         return none;
-    if (node(a).type != Type::V2D)
+    if (node(a).type != Type::V2D && node(a).type != Type::V4F)
         throw std::logic_error("exchange of a scalar");
     if (isNeg(a))
         return neg(swapNeg(node(a).a));
-    Node n{Op::SwapNeg, Type::V2D};
+    Node n{Op::SwapNeg, node(a).type};
     n.a = a;
     return make(n);
 }
@@ -287,7 +334,8 @@ OpCounts Graph::count(const std::vector<int>& roots) const
         case Op::ZeroSub: ++c.negations; break;
         case Op::Widen: ++c.widenings; break;
         case Op::Narrow: ++c.narrowings; break;
-        case Op::SwapNeg: ++c.exchanges; break;
+        case Op::SwapNeg:
+        case Op::Shuffle: ++c.exchanges; break;
         default: break;
         }
     }

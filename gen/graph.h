@@ -1,7 +1,8 @@
 // Operation graph of one straight-line kernel.
 //
 // Every node is one arithmetic operation on a scalar (Real32/Real64) or on a
-// 128-bit vector of two doubles.  Nodes are created through smart constructors
+// 128-bit vector: two doubles (V2D) or four floats (V4F, in the complex kernels
+// two complex numbers, real part first).  Nodes are created through smart constructors
 // that hash-cons equal expressions and apply only rewrites that are exact in
 // IEEE arithmetic: a negation is merged into the addition or subtraction that
 // consumes it, a multiplication by 1 disappears, a negative constant becomes a
@@ -16,7 +17,7 @@
 
 namespace gen {
 
-enum class Type : std::uint8_t { F32, F64, V2D };
+enum class Type : std::uint8_t { F32, F64, V2D, V4F };
 enum class Op : std::uint8_t {
     Input,    // sample slot `index` of src
     Param,    // run-time value named `index` (the scale factor)
@@ -28,7 +29,8 @@ enum class Op : std::uint8_t {
     ZeroSub,  // +0.0 - a, kept as a subtraction so that zero results are +0.0
     Widen,    // Real32 -> Real64, exact
     Narrow,   // Real64 -> Real32, one rounding
-    SwapNeg,  // V2D (lo, hi) -> (-hi, lo): multiplication of a complex number by i
+    SwapNeg,  // (re, im) -> (-im, re) per complex number: multiplication by i
+    Shuffle,  // V4F: lanes 0,1 from a and lanes 2,3 from b, chosen by the selector in `index`
 };
 
 struct Node {
@@ -37,8 +39,11 @@ struct Node {
     int a = -1;
     int b = -1;
     int index = -1;
+    int index2 = -1;     // V4F input: the sample loaded into the upper half (-1: none)
     double lane0 = 0.0;  // constant value, already rounded to the node's type
     double lane1 = 0.0;
+    double lane2 = 0.0;
+    double lane3 = 0.0;
 };
 
 // Operation counts of a graph restricted to what its outputs need.
@@ -65,6 +70,11 @@ public:
     int param(Type type, int index);
     int constant(Type type, long double value);
     int constantPair(long double lo, long double hi);  // V2D only
+    int constantLanes(long double l0, long double l1, long double l2, long double l3);  // V4F only
+    // V4F input: sample `first` in the lower half, `second` (or nothing) in the upper half
+    int inputPair(int first, int second);
+    // V4F selection: lanes (a[s0], a[s1], b[s2], b[s3]) with the selector s0|s1<<2|s2<<4|s3<<6
+    int shuffle(int a, int b, int selector);
 
     int add(int a, int b);
     int sub(int a, int b);

@@ -21,14 +21,50 @@ inline v2d neg(v2d a) { return _mm_xor_pd(a, _mm_set1_pd(-0.0)); }
 // (lo, hi) -> (-hi, lo): a complex number times i
 inline v2d swapNeg(v2d a) { return _mm_xor_pd(_mm_shuffle_pd(a, a, 1), _mm_set_pd(0.0, -0.0)); }
 
-// One complex double per 16-byte aligned access.
+// ---- four floats: in the complex kernels two complex numbers (re, im, re, im)
+using v4f = __m128;
+
+inline v4f add(v4f a, v4f b) { return _mm_add_ps(a, b); }
+inline v4f sub(v4f a, v4f b) { return _mm_sub_ps(a, b); }
+inline v4f mul(v4f a, v4f b) { return _mm_mul_ps(a, b); }
+inline v4f zero4() { return _mm_setzero_ps(); }
+inline v4f set1f(float value) { return _mm_set1_ps(value); }
+inline v4f set4(float l0, float l1, float l2, float l3) { return _mm_set_ps(l3, l2, l1, l0); }
+inline v4f neg(v4f a) { return _mm_xor_ps(a, _mm_set1_ps(-0.0f)); }
+// (re, im) -> (-im, re) in each half: two complex numbers times i
+inline v4f swapNeg(v4f a)
+{
+    return _mm_xor_ps(_mm_shuffle_ps(a, a, _MM_SHUFFLE(2, 3, 0, 1)), _mm_set_ps(0.0f, -0.0f, 0.0f, -0.0f));
+}
+// lanes 0, 1 from a and lanes 2, 3 from b, as the selector of a shufps says
+template <int selector>
+inline v4f shuffle(v4f a, v4f b) { return _mm_shuffle_ps(a, b, selector); }
+
+// one complex float (8 bytes) into the lower half, the upper half zero
+inline v4f loadLow(const float* p) { return _mm_loadl_pi(_mm_setzero_ps(), reinterpret_cast<const __m64*>(p)); }
+// two complex floats from two places
+inline v4f loadLowHigh(const float* lo, const float* hi)
+{
+    return _mm_loadh_pi(loadLow(lo), reinterpret_cast<const __m64*>(hi));
+}
+inline v4f loadPairUnaligned(const float* p) { return _mm_loadu_ps(p); }
+inline void storeLow(float* p, v4f v) { _mm_storel_pi(reinterpret_cast<__m64*>(p), v); }
+inline void storeHigh(float* p, v4f v) { _mm_storeh_pi(reinterpret_cast<__m64*>(p), v); }
+inline void storePairUnaligned(float* p, v4f v) { _mm_storeu_ps(p, v); }
+
+// Aligned form: one complex double, or two complex floats, per 16-byte aligned access.
 struct AlignedAccess {
     static v2d load(const double* p) { return _mm_load_pd(p); }
     static void store(double* p, v2d v) { _mm_store_pd(p, v); }
+    static v4f loadPair(const float* p) { return _mm_load_ps(p); }
+    static void storePair(float* p, v4f v) { _mm_store_ps(p, v); }
 };
 
-// The same sample as two 8-byte accesses, real and imaginary part.
+// Unaligned form: a complex double as two 8-byte accesses (real and imaginary
+// part), two complex floats as one 16-byte unaligned access.
 struct UnalignedAccess {
+    static v4f loadPair(const float* p) { return _mm_loadu_ps(p); }
+    static void storePair(float* p, v4f v) { _mm_storeu_ps(p, v); }
     static v2d load(const double* p) { return _mm_loadh_pd(_mm_load_sd(p), p + 1); }
     static void store(double* p, v2d v)
     {

@@ -1,0 +1,248 @@
+#include "complex_pairs.h"
+
+#include <map>
+#include <stdexcept>
+#include <utility>
+
+namespace gen {
+
+namespace {
+// shufps selector taking complex half `lowHalf` of a and `highHalf` of b
+int selectorOf(int lowHalf, int highHalf)
+{
+    return (2 * lowHalf) | ((2 * lowHalf + 1) << 2) | ((2 * highHalf) << 4) | ((2 * highHalf + 1) << 6);
+}
+
+bool sameValue(const HalfRef& a, const HalfRef& b)
+{
+    if (a.zero || b.zero)
+        return a.zero && b.zero;
+    if (a.sample >= 0 || b.sample >= 0)
+        return a.sample == b.sample;
+    return a.vector.p == b.vector.p && a.vector.q == b.vector.q && a.half == b.half;
+}
+}  // namespace
+
+int PairedBuilder::pick(int a, int halfA, int b, int halfB)
+{
+    if (a == Graph::none && b == Graph::none)
+        return Graph::none;
+    if (a == Graph::none)
+        a = g_.constant(Type::V4F, 0);
+    if (b == Graph::none)
+        b = g_.constant(Type::V4F, 0);
+    return g_.shuffle(a, b, selectorOf(halfA, halfB));
+}
+
+Cx PairedBuilder::lowVector(const HalfRef& ref)
+{
+    if (ref.zero)
+        return {};
+    if (ref.sample >= 0)
+        return {g_.inputPair(ref.sample, -1), Graph::none};
+    if (ref.half == 0)
+        return ref.vector;
+    return {pick(ref.vector.p, 1, ref.vector.p, 1), pick(ref.vector.q, 1, ref.vector.q, 1)};
+}
+
+Cx PairedBuilder::gather(const HalfRef& low, const HalfRef& high)
+{
+    const bool single = sameValue(low, high);
+    if (single)
+        return lowVector(low);
+    if (low.zero && high.zero)
+        return {};
+    if (low.sample >= 0 && high.sample >= 0)
+        return {g_.inputPair(low.sample, high.sample), Graph::none};
+    const Cx a = low.sample >= 0 ? lowVector(low) : low.vector;
+    const Cx b = high.sample >= 0 ? lowVector(high) : high.vector;
+    const int halfA = low.sample >= 0 ? 0 : low.half;
+    const int halfB = high.sample >= 0 ? 0 : high.half;
+    return {pick(a.p, halfA, b.p, halfB), pick(a.q, halfA, b.q, halfB)};
+}
+
+Cx PairedBuilder::multiplyHalves(Cx v, Constant low, Constant high)
+{
+    if (low == high)
+        return uniform_.multiply(v, low.real(), low.imag());
+    const int re = g_.constantLanes(low.real(), low.real(), high.real(), high.real());
+    const int im = g_.constantLanes(low.imag(), low.imag(), high.imag(), high.imag());
+    // (p + iq)(c + is) = (cp - sq) + i(sp + cq), the constants differing per half
+    return {g_.sub(g_.mul(v.p, re), g_.mul(v.q, im)), g_.add(g_.mul(v.p, im), g_.mul(v.q, re))};
+}
+
+Cx PairedBuilder::rotateHalves(Cx v, long long kLow, long long kHigh, long long n, int sign)
+{
+    if (((kLow - kHigh) % n + n) % n == 0)
+        return uniform_.rotate(v, kLow, n, sign);
+    return multiplyHalves(v, exactRoot(kLow, n, sign), exactRoot(kHigh, n, sign));
+}
+
+std::vector<HalfRef> PairedBuilder::multiplyEach(const std::vector<HalfRef>& values, int count,
+                                                 const std::function<Constant(int)>& constant)
+{
+    std::vector<HalfRef> out = values;
+    // the values of one vector, by half
+    std::map<std::pair<int, int>, std::pair<int, int>> owners;
+    for (int i = 0; i < count; ++i) {
+        HalfRef& ref = out[static_cast<std::size_t>(i)];
+        if (ref.zero)
+            continue;
+        if (ref.sample >= 0) {
+            ref.vector = lowVector(ref);
+            ref.sample = -1;
+            ref.half = 0;
+        }
+        auto& slot = owners.try_emplace({ref.vector.p, ref.vector.q}, -1, -1).first->second;
+        (ref.half == 0 ? slot.first : slot.second) = i;
+    }
+    for (const auto& entry : owners) {
+        const int lowIndex = entry.second.first, highIndex = entry.second.second;
+        const Constant low = constant(lowIndex >= 0 ? lowIndex : highIndex);
+        const Constant high = constant(highIndex >= 0 ? highIndex : lowIndex);
+        const Cx product = multiplyHalves({entry.first.first, entry.first.second}, low, high);
+        for (int index : {lowIndex, highIndex})
+            if (index >= 0)
+                out[static_cast<std::size_t>(index)].vector = product;
+    }
+    return out;
+}
+
+std::vector<HalfRef> PairedBuilder::dft(const Tree& tree, const std::vector<HalfRef>& x, int sign)
+{
+    if (static_cast<int>(x.size()) != tree.size)
+        throw std::logic_error("input of the wrong length");
+    switch (tree.kind) {
+    case Tree::Kind::Prime:
+    case Tree::Kind::Twiddle: return split(tree, x, sign);
+    case Tree::Kind::Rader: return rader(tree, x, sign);
+    case Tree::Kind::Bluestein: return bluestein(tree, x, sign);
+    default: return leaf(tree, x, sign);
+    }
+}
+
+std::vector<HalfRef> PairedBuilder::leaf(const Tree& tree, const std::vector<HalfRef>& x, int sign)
+{
+    std::vector<Cx> vectors;
+    for (const HalfRef& ref : x)
+        vectors.push_back(lowVector(ref));
+    std::vector<HalfRef> out;
+    for (const Cx& v : uniform_.dft(tree, vectors, sign)) {
+        HalfRef ref;
+        ref.vector = v;
+        out.push_back(ref);
+    }
+    return out;
+}
+
+// Two transforms of a stage at a time: the lower half of every vector carries
+// one, the upper half the next.
+std::vector<HalfRef> PairedBuilder::split(const Tree& tree, const std::vector<HalfRef>& x, int sign)
+{
+    const int a = tree.first->size, b = tree.second->size, n = a * b;
+    const bool twiddled = tree.kind == Tree::Kind::Twiddle;
+    auto inputIndex = [&](int n1, int n2) { return twiddled ? b * n1 + n2 : (b * n1 + a * n2) % n; };
+    auto outputIndex = [&](int k1, int k2) {
+        if (twiddled)
+            return k1 + a * k2;
+        int k = 0;
+        while (k % a != k1 || k % b != k2)
+            ++k;
+        return k;
+    };
+    auto half = [](const Cx& v, int h) {
+        HalfRef ref;
+        ref.vector = v;
+        ref.half = h;
+        return ref;
+    };
+
+    std::vector<std::vector<HalfRef>> u(static_cast<std::size_t>(b), std::vector<HalfRef>(static_cast<std::size_t>(a)));
+    for (int n2 = 0; n2 < b; n2 += 2) {
+        const int partner = n2 + 1 < b ? n2 + 1 : n2;
+        std::vector<Cx> column(static_cast<std::size_t>(a));
+        for (int n1 = 0; n1 < a; ++n1)
+            column[static_cast<std::size_t>(n1)] =
+                gather(x[static_cast<std::size_t>(inputIndex(n1, n2))], x[static_cast<std::size_t>(inputIndex(n1, partner))]);
+        const std::vector<Cx> spectrum = uniform_.dft(*tree.first, column, sign);
+        for (int k1 = 0; k1 < a; ++k1) {
+            Cx v = spectrum[static_cast<std::size_t>(k1)];
+            if (twiddled)
+                v = rotateHalves(v, 1LL * n2 * k1, 1LL * partner * k1, n, sign);
+            u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)] = half(v, 0);
+            if (partner != n2)
+                u[static_cast<std::size_t>(partner)][static_cast<std::size_t>(k1)] = half(v, 1);
+        }
+    }
+    std::vector<HalfRef> out(static_cast<std::size_t>(n));
+    for (int k1 = 0; k1 < a; k1 += 2) {
+        const int partner = k1 + 1 < a ? k1 + 1 : k1;
+        std::vector<Cx> row(static_cast<std::size_t>(b));
+        for (int n2 = 0; n2 < b; ++n2)
+            row[static_cast<std::size_t>(n2)] = gather(u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)],
+                                                       u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(partner)]);
+        const std::vector<Cx> v = uniform_.dft(*tree.second, row, sign);
+        for (int k2 = 0; k2 < b; ++k2) {
+            out[static_cast<std::size_t>(outputIndex(k1, k2))] = half(v[static_cast<std::size_t>(k2)], 0);
+            if (partner != k1)
+                out[static_cast<std::size_t>(outputIndex(partner, k2))] = half(v[static_cast<std::size_t>(k2)], 1);
+        }
+    }
+    return out;
+}
+
+// Rader's convolution with its two inner transforms laid out in halves.
+std::vector<HalfRef> PairedBuilder::rader(const Tree& tree, const std::vector<HalfRef>& x, int sign)
+{
+    const int p = tree.size, n = p - 1;
+    const int g = primitiveRoot(p);
+    std::vector<HalfRef> a(static_cast<std::size_t>(n));
+    for (int j = 0; j < n; ++j)
+        a[static_cast<std::size_t>(j)] = x[static_cast<std::size_t>(powMod(g, j, p))];
+    const std::vector<HalfRef> spectrum = dft(*tree.first, a, sign);
+
+    const Cx x0 = lowVector(x[0]);
+    const Cx a0 = lowVector(spectrum[0]);
+    std::vector<HalfRef> product = multiplyEach(spectrum, n, [&](int k) {
+        return k == 0 ? Constant(-1.0L / n, 0) : raderConstant(p, k, sign);
+    });
+    // bin 0 of the product carries x[0] into every output
+    product[0] = HalfRef{};
+    product[0].vector = uniform_.add(x0, uniform_.scale(a0, -1.0L / n));
+    const std::vector<HalfRef> cyclic = dft(*tree.second, product, -sign);
+
+    std::vector<HalfRef> out(static_cast<std::size_t>(p));
+    out[0].vector = uniform_.add(x0, a0);
+    for (int m = 0; m < n; ++m)
+        out[static_cast<std::size_t>(powMod(g, (n - m) % n, p))] = cyclic[static_cast<std::size_t>(m)];
+    return out;
+}
+
+// Bluestein's chirp convolution; padded zeros stay symbolic.
+std::vector<HalfRef> PairedBuilder::bluestein(const Tree& tree, const std::vector<HalfRef>& x, int sign)
+{
+    const int p = tree.size, length = tree.chirpLength;
+    std::vector<HalfRef> y(static_cast<std::size_t>(length), HalfRef::zeroValue());
+    for (int k = 0; k < p; k += 2) {
+        // neighbouring samples share a vector
+        const int partner = k + 1 < p ? k + 1 : k;
+        const Cx v = gather(x[static_cast<std::size_t>(k)], x[static_cast<std::size_t>(partner)]);
+        y[static_cast<std::size_t>(k)] = HalfRef{};
+        y[static_cast<std::size_t>(k)].vector = v;
+        if (partner != k) {
+            y[static_cast<std::size_t>(partner)].vector = v;
+            y[static_cast<std::size_t>(partner)].half = 1;
+            y[static_cast<std::size_t>(partner)].zero = false;
+        }
+    }
+    y = multiplyEach(y, p, [&](int k) { return bluesteinChirp(p, k, sign); });
+    const std::vector<HalfRef> spectrum = dft(*tree.first, y, sign);
+    const std::vector<HalfRef> product =
+        multiplyEach(spectrum, length, [&](int k) { return bluesteinFilter(p, length, k, sign); });
+    const std::vector<HalfRef> z = dft(*tree.second, product, -sign);
+    std::vector<HalfRef> out = multiplyEach(z, p, [&](int k) { return bluesteinChirp(p, k, sign); });
+    out.resize(static_cast<std::size_t>(p));
+    return out;
+}
+
+}  // namespace gen

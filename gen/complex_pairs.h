@@ -1,0 +1,67 @@
+// Vector layout of the Complex32 kernels: two complex numbers per vector.
+//
+// Inside a split the independent transforms of a stage run two at a time, one
+// in each half of the vectors, so every butterfly works at full width with the
+// uniform code of ComplexBuilder.  Between the stages the halves are regrouped
+// by one selection per vector; twiddles then differ per half.  A value of one
+// transform is therefore a reference to one half of a vector.
+#ifndef KVTGEN_COMPLEX_PAIRS_H
+#define KVTGEN_COMPLEX_PAIRS_H
+
+#include <complex>
+#include <functional>
+#include <vector>
+
+#include "complex_builder.h"
+
+namespace gen {
+
+// One complex number: a half of a computed vector pair, a sample still in
+// memory, or an exact zero.
+struct HalfRef {
+    Cx vector;
+    int half = 0;        // 0: lower complex number, 1: upper
+    int sample = -1;     // >= 0: sample of src, not loaded yet
+    bool zero = false;   // zero padding, never materialised
+
+    static HalfRef memory(int index) { HalfRef r; r.sample = index; return r; }
+    static HalfRef zeroValue() { HalfRef r; r.zero = true; return r; }
+};
+
+class PairedBuilder {
+public:
+    explicit PairedBuilder(Graph& graph) : g_(graph), uniform_(graph) {}
+
+    // DFT of one sequence whose values sit in halves of vectors.
+    std::vector<HalfRef> dft(const Tree& tree, const std::vector<HalfRef>& x, int sign);
+
+    // A vector with `low` in its lower half and `high` in its upper half; a
+    // `high` equal to `low` marks an unpaired value whose upper half is unused.
+    Cx gather(const HalfRef& low, const HalfRef& high);
+
+private:
+    using Constant = std::complex<long double>;
+
+    std::vector<HalfRef> split(const Tree& tree, const std::vector<HalfRef>& x, int sign);
+    std::vector<HalfRef> rader(const Tree& tree, const std::vector<HalfRef>& x, int sign);
+    std::vector<HalfRef> bluestein(const Tree& tree, const std::vector<HalfRef>& x, int sign);
+    std::vector<HalfRef> leaf(const Tree& tree, const std::vector<HalfRef>& x, int sign);
+
+    int pick(int a, int halfA, int b, int halfB);
+    Cx lowVector(const HalfRef& ref);
+    // v times one complex constant per half
+    Cx multiplyHalves(Cx v, Constant low, Constant high);
+    // v times exp(sign*2*pi*i*k/n) with k per half
+    Cx rotateHalves(Cx v, long long kLow, long long kHigh, long long n, int sign);
+    // Multiplies every referenced value by constant(index); values that share
+    // a vector are multiplied together.
+    std::vector<HalfRef> multiplyEach(const std::vector<HalfRef>& values, int count,
+                                      const std::function<Constant(int)>& constant);
+
+    Graph& g_;
+    ComplexBuilder uniform_;
+};
+
+}  // namespace gen
+
+#endif
