@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "complex_builder.h"
+#include "complex_lanes.h"
 #include "complex_pairs.h"
 #include "complex_rules.h"
 #include "family.h"
@@ -63,6 +64,8 @@ struct Kernel {
     std::string body;  // statements of the transform
     OpCounts counts;
     bool vector = false;  // a template over the access form, taking a vector factor
+    int memoryAccesses = 0;
+    const char* layout = "scalar";
 };
 
 // Complex32 from length 6 works on pairs of complex numbers per vector.
@@ -100,7 +103,66 @@ std::string printStore(const Graph& graph, const Store& store)
     return "";
 }
 
+// Builds a Complex32 kernel in one of the two vector layouts: two complex
+// numbers per vector (pairs) or real and imaginary parts in vectors of their
+// own (split).  Returns the stores of the outputs.
+void buildVectorLayout(int n, const Tree& tree, int sign, Graph& graph, std::vector<Store>& stores, bool splitLayout)
+{
+    const int factor = graph.param(Type::V4F, 0);
+    if (splitLayout) {
+        SplitBuilder builder(graph, n);
+        const std::vector<SplitRef> out = builder.dft(tree, builder.inputs(), sign);
+        for (int k = 0; k < n; k += 2) {
+            const SplitRef& first = out[static_cast<std::size_t>(k)];
+            const bool pair = k + 1 < n;
+            const SplitRef& second = out[static_cast<std::size_t>(pair ? k + 1 : k)];
+            const int node = builder.gatherLanes({first.re, first.im, second.re, second.im}, {true, true, pair, pair});
+            stores.push_back({pair ? Store::Pair : Store::Low, k, graph.mul(node, factor)});
+        }
+        return;
+    }
+    PairedBuilder builder(graph);
+    std::vector<HalfRef> x;
+    for (int i = 0; i < n; ++i)
+        x.push_back(HalfRef::memory(i));
+    const std::vector<HalfRef> out = builder.dft(tree, x, sign);
+    for (int k = 0; k < n; ++k) {
+        const HalfRef& ref = out[static_cast<std::size_t>(k)];
+        const bool pairWithNext = k + 1 < n && ref.half == 0 && out[static_cast<std::size_t>(k + 1)].half == 1 &&
+                                  out[static_cast<std::size_t>(k + 1)].vector.p == ref.vector.p &&
+                                  out[static_cast<std::size_t>(k + 1)].vector.q == ref.vector.q;
+        if (ref.sample >= 0 || ref.zero)
+            throw std::logic_error("an output that is not computed");
+        // one exchange per stored vector turns p + i*q into complex numbers
+        const int node = graph.mul(graph.add(ref.vector.p, graph.swapNeg(ref.vector.q)), factor);
+        if (pairWithNext) {
+            stores.push_back({Store::Pair, k, node});
+            ++k;
+        } else {
+            stores.push_back({ref.half == 0 ? Store::Low : Store::High, k, node});
+        }
+    }
+}
+
+// Cost of a kernel for the choice of layout: every instruction counts one.
+int cost(const OpCounts& c, int loadsAndStores)
+{
+    return c.additions + c.multiplications + c.exchanges + c.signFlips + loadsAndStores;
+}
+
+Kernel buildKernel(const Variant& v, int n, bool split);
+
+// Complex32 from length 6: the cheaper of the two vector layouts.
 Kernel buildKernel(const Variant& v, int n)
+{
+    if (!pairedLayout(v, n))
+        return buildKernel(v, n, false);
+    Kernel pairs = buildKernel(v, n, false);
+    Kernel lanes = buildKernel(v, n, true);
+    return cost(lanes.counts, lanes.memoryAccesses) < cost(pairs.counts, pairs.memoryAccesses) ? lanes : pairs;
+}
+
+Kernel buildKernel(const Variant& v, int n, bool split)
 {
     const TreePtr tree = complexRule(n, v.precision);
     const int sign = v.inverse ? 1 : -1;
@@ -110,28 +172,8 @@ Kernel buildKernel(const Variant& v, int n)
     Kernel kernel;
     if (pairedLayout(v, n)) {
         kernel.vector = true;
-        PairedBuilder builder(graph);
-        std::vector<HalfRef> x;
-        for (int i = 0; i < n; ++i)
-            x.push_back(HalfRef::memory(i));
-        const std::vector<HalfRef> out = builder.dft(*tree, x, sign);
-        const int factor = graph.param(Type::V4F, 0);
-        for (int k = 0; k < n; ++k) {
-            const HalfRef& ref = out[static_cast<std::size_t>(k)];
-            const bool pairWithNext = k + 1 < n && ref.half == 0 && out[static_cast<std::size_t>(k + 1)].half == 1 &&
-                                      out[static_cast<std::size_t>(k + 1)].vector.p == ref.vector.p &&
-                                      out[static_cast<std::size_t>(k + 1)].vector.q == ref.vector.q;
-            if (ref.sample >= 0 || ref.zero)
-                throw std::logic_error("an output that is not computed");
-            // one exchange per stored vector turns p + i*q into complex numbers
-            const int node = graph.mul(graph.add(ref.vector.p, graph.swapNeg(ref.vector.q)), factor);
-            if (pairWithNext) {
-                stores.push_back({Store::Pair, k, node});
-                ++k;
-            } else {
-                stores.push_back({ref.half == 0 ? Store::Low : Store::High, k, node});
-            }
-        }
+        kernel.layout = split ? "split real and imaginary vectors" : "two complex numbers per vector";
+        buildVectorLayout(n, *tree, sign, graph, stores, split);
         printer.input = printInputPair;
     } else if (v.precision == Precision::Single) {
         ComplexBuilder builder(graph, n == 3 || n == 5);
@@ -165,6 +207,11 @@ Kernel buildKernel(const Variant& v, int n)
     for (const Store& store : stores)
         roots.push_back(store.node);
     kernel.counts = graph.count(roots);
+    const std::vector<bool> live = graph.liveSet(roots);
+    for (int id = 0; id < graph.size(); ++id)
+        if (live[static_cast<std::size_t>(id)] && graph.node(id).op == Op::Input)
+            ++kernel.memoryAccesses;
+    kernel.memoryAccesses += static_cast<int>(stores.size());
     std::ostringstream body;
     body << printNodes(graph, roots, printer, "    ");
     for (const Store& store : stores) {
@@ -197,8 +244,9 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
     out << "// Generated by kvtgen; do not edit.\n"
         << "// " << (v.inverse ? "Inverse" : "Forward") << " complex DFT of length " << n << ", " << sample
         << ", rule " << complexRuleText(n, v.precision) << ".\n"
-        << "// Operations: " << kernel.counts.additions << " additions, " << kernel.counts.multiplications
-        << " multiplications, " << kernel.counts.exchanges << " exchanges.\n"
+        << "// Layout: " << kernel.layout << ". Vector or scalar operations: " << kernel.counts.additions
+        << " additions, " << kernel.counts.multiplications << " multiplications, " << kernel.counts.exchanges
+        << " exchanges.\n"
         << "#include \"frame.h\"\n";
     if (vector)
         out << "#include \"simd_sse2.h\"\n";

@@ -85,7 +85,14 @@ std::string printNodes(const Graph& graph, const std::vector<int>& roots, const 
         case Op::Widen: expr = "static_cast<double>(" + a + ")"; break;
         case Op::Narrow: expr = "static_cast<float>(" + a + ")"; break;
         case Op::SwapNeg: expr = "kv::swapNeg(" + a + ")"; break;
-        case Op::Shuffle: expr = "kv::shuffle<" + std::to_string(n.index) + ">(" + a + ", " + b + ")"; break;
+        case Op::Shuffle:
+            if (n.index == 256)
+                expr = "kv::unpackLow(" + a + ", " + b + ")";
+            else if (n.index == 257)
+                expr = "kv::unpackHigh(" + a + ", " + b + ")";
+            else
+                expr = "kv::shuffle<" + std::to_string(n.index) + ">(" + a + ", " + b + ")";
+            break;
         case Op::Const: break;
         }
         out << indent << "const " << typeName(n.type) << " t" << id << " = " << expr << ";\n";

@@ -118,6 +118,8 @@ int Graph::shuffle(int a, int b, int selector)
 {
     if (a == b && selector == 0xE4)  // lanes 0, 1, 2, 3 of one vector
         return a;
+    if (isNeg(a) && isNeg(b))  // a selection commutes with a sign change of both sources
+        return neg(shuffle(node(a).a, node(b).a, selector));
     Node n{Op::Shuffle, Type::V4F};
     n.a = a;
     n.b = b;

@@ -73,7 +73,8 @@ public:
     int constantLanes(long double l0, long double l1, long double l2, long double l3);  // V4F only
     // V4F input: sample `first` in the lower half, `second` (or nothing) in the upper half
     int inputPair(int first, int second);
-    // V4F selection: lanes (a[s0], a[s1], b[s2], b[s3]) with the selector s0|s1<<2|s2<<4|s3<<6
+    // V4F selection: lanes (a[s0], a[s1], b[s2], b[s3]) with the selector s0|s1<<2|s2<<4|s3<<6;
+    // selector 256 interleaves the lower halves (a0, b0, a1, b1), 257 the upper ones.
     int shuffle(int a, int b, int selector);
 
     int add(int a, int b);

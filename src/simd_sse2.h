@@ -39,6 +39,9 @@ inline v4f swapNeg(v4f a)
 // lanes 0, 1 from a and lanes 2, 3 from b, as the selector of a shufps says
 template <int selector>
 inline v4f shuffle(v4f a, v4f b) { return _mm_shuffle_ps(a, b, selector); }
+// (a0, b0, a1, b1) and (a2, b2, a3, b3)
+inline v4f unpackLow(v4f a, v4f b) { return _mm_unpacklo_ps(a, b); }
+inline v4f unpackHigh(v4f a, v4f b) { return _mm_unpackhi_ps(a, b); }
 
 // one complex float (8 bytes) into the lower half, the upper half zero
 inline v4f loadLow(const float* p) { return _mm_loadl_pi(_mm_setzero_ps(), reinterpret_cast<const __m64*>(p)); }
