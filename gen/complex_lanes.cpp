@@ -213,35 +213,64 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
         return k;
     };
 
+    // A stage of only one or two composite transforms would leave lanes empty:
+    // each of its transforms then fills the lanes by a split of its own.
+    auto alone = [](const Tree& t, int count) {
+        return count <= 2 && (t.kind == Tree::Kind::Prime || t.kind == Tree::Kind::Twiddle || t.kind == Tree::Kind::Rader);
+    };
+
     std::vector<std::vector<SplitRef>> u(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a)));
-    for (int n2 = 0; n2 < b; n2 += 4) {
-        const int count = std::min(4, b - n2);
-        std::vector<Cx> column(static_cast<std::size_t>(a));
-        for (int n1 = 0; n1 < a; ++n1) {
-            std::vector<SplitRef> group;
-            for (int j = 0; j < count; ++j)
-                group.push_back(x[static_cast<std::size_t>(inputIndex(n1, n2 + j))]);
-            column[static_cast<std::size_t>(n1)] = gather(group);
+    if (alone(*tree.first, b)) {
+        for (int n2 = 0; n2 < b; ++n2) {
+            std::vector<SplitRef> column(static_cast<std::size_t>(a));
+            for (int n1 = 0; n1 < a; ++n1)
+                column[static_cast<std::size_t>(n1)] = x[static_cast<std::size_t>(inputIndex(n1, n2))];
+            std::vector<SplitRef> spectrum = dft(*tree.first, column, sign);
+            if (twiddled)
+                spectrum = multiplyEach(spectrum, a, [&](int k1) { return exactRoot(1LL * n2 * k1, n, sign); });
+            u[static_cast<std::size_t>(n2)] = spectrum;
         }
-        const std::vector<Cx> spectrum = uniform_.dft(*tree.first, column, sign);
-        for (int k1 = 0; k1 < a; ++k1) {
-            Cx v = spectrum[static_cast<std::size_t>(k1)];
-            if (twiddled) {
-                std::vector<Constant> twiddles;
+    } else {
+        for (int n2 = 0; n2 < b; n2 += 4) {
+            const int count = std::min(4, b - n2);
+            std::vector<Cx> column(static_cast<std::size_t>(a));
+            for (int n1 = 0; n1 < a; ++n1) {
+                std::vector<SplitRef> group;
                 for (int j = 0; j < count; ++j)
-                    twiddles.push_back(exactRoot(1LL * (n2 + j) * k1, n, sign));
-                bool uniform = true;
-                for (const Constant& t : twiddles)
-                    uniform = uniform && t == twiddles[0];
-                // a twiddle shared by all lanes takes the exact shortcuts
-                v = uniform ? uniform_.rotate(v, 1LL * n2 * k1, n, sign) : multiplyLanes(v, twiddles);
+                    group.push_back(x[static_cast<std::size_t>(inputIndex(n1, n2 + j))]);
+                column[static_cast<std::size_t>(n1)] = gather(group);
             }
-            const std::vector<SplitRef> lanes = lanesOf(v, count);
-            for (int j = 0; j < count; ++j)
-                u[static_cast<std::size_t>(n2 + j)][static_cast<std::size_t>(k1)] = lanes[static_cast<std::size_t>(j)];
+            const std::vector<Cx> spectrum = uniform_.dft(*tree.first, column, sign);
+            for (int k1 = 0; k1 < a; ++k1) {
+                Cx v = spectrum[static_cast<std::size_t>(k1)];
+                if (twiddled) {
+                    std::vector<Constant> twiddles;
+                    for (int j = 0; j < count; ++j)
+                        twiddles.push_back(exactRoot(1LL * (n2 + j) * k1, n, sign));
+                    bool uniform = true;
+                    for (const Constant& t : twiddles)
+                        uniform = uniform && t == twiddles[0];
+                    // a twiddle shared by all lanes takes the exact shortcuts
+                    v = uniform ? uniform_.rotate(v, 1LL * n2 * k1, n, sign) : multiplyLanes(v, twiddles);
+                }
+                const std::vector<SplitRef> lanes = lanesOf(v, count);
+                for (int j = 0; j < count; ++j)
+                    u[static_cast<std::size_t>(n2 + j)][static_cast<std::size_t>(k1)] = lanes[static_cast<std::size_t>(j)];
+            }
         }
     }
     std::vector<SplitRef> out(static_cast<std::size_t>(n));
+    if (alone(*tree.second, a)) {
+        for (int k1 = 0; k1 < a; ++k1) {
+            std::vector<SplitRef> row(static_cast<std::size_t>(b));
+            for (int n2 = 0; n2 < b; ++n2)
+                row[static_cast<std::size_t>(n2)] = u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
+            const std::vector<SplitRef> v = dft(*tree.second, row, sign);
+            for (int k2 = 0; k2 < b; ++k2)
+                out[static_cast<std::size_t>(outputIndex(k1, k2))] = v[static_cast<std::size_t>(k2)];
+        }
+        return out;
+    }
     for (int k1 = 0; k1 < a; k1 += 4) {
         const int count = std::min(4, a - k1);
         std::vector<Cx> row(static_cast<std::size_t>(b));
