@@ -189,6 +189,7 @@ Kernel buildKernel(const Variant& v, int n, bool split)
         printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
     } else {
         kernel.vector = true;
+        kernel.layout = "one complex number per vector, values carried in two parts";
         ComplexBuilder builder(graph);
         std::vector<Cx> x(static_cast<std::size_t>(n));
         for (int i = 0; i < n; ++i)
