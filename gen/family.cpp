@@ -85,6 +85,7 @@ std::string printNodes(const Graph& graph, const std::vector<int>& roots, const 
         case Op::Widen: expr = "static_cast<double>(" + a + ")"; break;
         case Op::Narrow: expr = "static_cast<float>(" + a + ")"; break;
         case Op::SwapNeg: expr = "kv::swapNeg(" + a + ")"; break;
+        case Op::Swap: expr = "kv::swap(" + a + ")"; break;
         case Op::Shuffle:
             if (n.index == 256)
                 expr = "kv::unpackLow(" + a + ", " + b + ")";

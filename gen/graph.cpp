@@ -288,6 +288,22 @@ int Graph::swapNeg(int a)
         throw std::logic_error("exchange of a scalar");
     if (isNeg(a))
         return neg(swapNeg(node(a).a));
+    // i*(x*k) = swap(x)*k' with k' = (-k1, k0): the sign change rides on the constant
+    const Node& x = node(a);
+    if (x.op == Op::Mul && isConst(x.b)) {
+        Node c = node(x.b);
+        Node k = c;
+        k.lane0 = -c.lane1;
+        k.lane1 = c.lane0;
+        if (c.type == Type::V4F) {
+            k.lane2 = -c.lane3;
+            k.lane3 = c.lane2;
+        }
+        Node swapped{Op::Swap, x.type};
+        swapped.a = x.a;
+        const int constant = make(k);
+        return mul(make(swapped), constant);
+    }
     Node n{Op::SwapNeg, node(a).type};
     n.a = a;
     return make(n);
@@ -337,6 +353,7 @@ OpCounts Graph::count(const std::vector<int>& roots) const
         case Op::Widen: ++c.widenings; break;
         case Op::Narrow: ++c.narrowings; break;
         case Op::SwapNeg:
+        case Op::Swap:
         case Op::Shuffle: ++c.exchanges; break;
         default: break;
         }

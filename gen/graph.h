@@ -30,6 +30,7 @@ enum class Op : std::uint8_t {
     Widen,    // Real32 -> Real64, exact
     Narrow,   // Real64 -> Real32, one rounding
     SwapNeg,  // (re, im) -> (-im, re) per complex number: multiplication by i
+    Swap,     // (re, im) -> (im, re) per complex number
     Shuffle,  // V4F: lanes 0,1 from a and lanes 2,3 from b, chosen by the selector in `index`
 };
 

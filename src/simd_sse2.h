@@ -20,6 +20,8 @@ inline v2d set2(double lo, double hi) { return _mm_set_pd(hi, lo); }
 inline v2d neg(v2d a) { return _mm_xor_pd(a, _mm_set1_pd(-0.0)); }
 // (lo, hi) -> (-hi, lo): a complex number times i
 inline v2d swapNeg(v2d a) { return _mm_xor_pd(_mm_shuffle_pd(a, a, 1), _mm_set_pd(0.0, -0.0)); }
+// (lo, hi) -> (hi, lo)
+inline v2d swap(v2d a) { return _mm_shuffle_pd(a, a, 1); }
 
 // ---- four floats: in the complex kernels two complex numbers (re, im, re, im)
 using v4f = __m128;
@@ -36,6 +38,8 @@ inline v4f swapNeg(v4f a)
 {
     return _mm_xor_ps(_mm_shuffle_ps(a, a, _MM_SHUFFLE(2, 3, 0, 1)), _mm_set_ps(0.0f, -0.0f, 0.0f, -0.0f));
 }
+// (re, im) -> (im, re) in each half
+inline v4f swap(v4f a) { return _mm_shuffle_ps(a, a, _MM_SHUFFLE(2, 3, 0, 1)); }
 // lanes 0, 1 from a and lanes 2, 3 from b, as the selector of a shufps says
 template <int selector>
 inline v4f shuffle(v4f a, v4f b) { return _mm_shuffle_ps(a, b, selector); }
