@@ -156,6 +156,14 @@ Cx ComplexBuilder::multiply(Cx a, long double re, long double im)
         return scale(a, re);
     if (std::fabs(re) <= 1e-15L * magnitude)
         return mulI(scale(a, std::fabs(im)), im > 0 ? 1 : -1);
+    if (materialize_ && a.p != Graph::none && a.q != Graph::none) {
+        // z = p + i q;  z (re + i im) = z re + swap(z) (-im, im)
+        const int z = g_.add(a.p, g_.swapNeg(a.q));
+        const Type t = g_.node(z).type;
+        const int cosines = g_.constant(t, re);
+        const int sines = t == Type::V2D ? g_.constantPair(-im, im) : g_.constantLanes(-im, im, -im, im);
+        return {g_.add(g_.mul(z, cosines), g_.mul(g_.swapHalves(z), sines)), Graph::none};
+    }
     return {subNode(mulNode(a.p, re), mulNode(a.q, im)), addNode(mulNode(a.p, im), mulNode(a.q, re))};
 }
 

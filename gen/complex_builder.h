@@ -28,6 +28,11 @@ public:
     // rounded once at the end of each expression (the Real32 3- and 5-point).
     ComplexBuilder(Graph& graph, bool wideProducts = false) : g_(graph), wide_(wideProducts) {}
 
+    // Vector kernels: form p + i*q before a general complex product, so that the
+    // product is one value again (an exchange and two products) instead of four
+    // products whose two parts double the additions that follow.
+    void materializeProducts(bool on) { materialize_ = on; }
+
     // DFT of x by the tree; sign -1 gives exp(-2*pi*i*nk/N), +1 the conjugate.
     std::vector<Cx> dft(const Tree& tree, const std::vector<Cx>& x, int sign);
 
@@ -58,6 +63,7 @@ private:
 
     Graph& g_;
     bool wide_;
+    bool materialize_ = false;
 };
 
 // Smallest primitive root modulo a prime.

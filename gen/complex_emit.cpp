@@ -106,7 +106,8 @@ std::string printStore(const Graph& graph, const Store& store)
 // Builds a Complex32 kernel in one of the two vector layouts: two complex
 // numbers per vector (pairs) or real and imaginary parts in vectors of their
 // own (split).  Returns the stores of the outputs.
-void buildVectorLayout(int n, const Tree& tree, int sign, Graph& graph, std::vector<Store>& stores, bool splitLayout)
+void buildVectorLayout(int n, const Tree& tree, int sign, Graph& graph, std::vector<Store>& stores, bool splitLayout,
+                       bool materialize)
 {
     const int factor = graph.param(Type::V4F, 0);
     if (splitLayout) {
@@ -121,7 +122,7 @@ void buildVectorLayout(int n, const Tree& tree, int sign, Graph& graph, std::vec
         }
         return;
     }
-    PairedBuilder builder(graph);
+    PairedBuilder builder(graph, materialize);
     std::vector<HalfRef> x;
     for (int i = 0; i < n; ++i)
         x.push_back(HalfRef::memory(i));
@@ -147,23 +148,43 @@ void buildVectorLayout(int n, const Tree& tree, int sign, Graph& graph, std::vec
 // Cost of a kernel for the choice of layout: every instruction counts one.
 int cost(const OpCounts& c, int loadsAndStores)
 {
-    return c.additions + c.multiplications + c.exchanges + c.signFlips + loadsAndStores;
+    return c.additions + c.multiplications + c.exchanges + c.signedExchanges + c.signFlips + loadsAndStores;
 }
 
-Kernel buildKernel(const Variant& v, int n, bool split);
+// How a vector kernel is laid out: Complex32 in split vectors or in pairs;
+// products of two-part values formed lazily or after materialising the value.
+struct Form {
+    bool split = false;
+    bool materialize = false;
+};
 
-// Complex32 from length 6: the cheaper of the two vector layouts.
+Kernel buildKernel(const Variant& v, int n, Form form);
+
+// Of the forms a kernel can take, the one with the fewest instructions.
 Kernel buildKernel(const Variant& v, int n)
 {
-    if (!pairedLayout(v, n))
-        return buildKernel(v, n, false);
-    Kernel pairs = buildKernel(v, n, false);
-    Kernel lanes = buildKernel(v, n, true);
-    return cost(lanes.counts, lanes.memoryAccesses) < cost(pairs.counts, pairs.memoryAccesses) ? lanes : pairs;
+    if (v.precision == Precision::Single && !pairedLayout(v, n))
+        return buildKernel(v, n, Form{});
+    // Complex64 keeps its values in two parts up to the outputs
+    if (v.precision == Precision::Double)
+        return buildKernel(v, n, Form{});
+    const std::vector<Form> forms = {{false, false}, {false, true}, {true, false}};
+    Kernel best;
+    int bestCost = 0;
+    for (const Form& form : forms) {
+        Kernel k = buildKernel(v, n, form);
+        const int c = cost(k.counts, k.memoryAccesses);
+        if (best.body.empty() || c < bestCost) {
+            best = std::move(k);
+            bestCost = c;
+        }
+    }
+    return best;
 }
 
-Kernel buildKernel(const Variant& v, int n, bool split)
+Kernel buildKernel(const Variant& v, int n, Form form)
 {
+    const bool split = form.split;
     const TreePtr tree = complexRule(n, v.precision);
     const int sign = v.inverse ? 1 : -1;
     Graph graph;
@@ -172,8 +193,10 @@ Kernel buildKernel(const Variant& v, int n, bool split)
     Kernel kernel;
     if (pairedLayout(v, n)) {
         kernel.vector = true;
-        kernel.layout = split ? "split real and imaginary vectors" : "two complex numbers per vector";
-        buildVectorLayout(n, *tree, sign, graph, stores, split);
+        kernel.layout = split ? "split real and imaginary vectors"
+                        : form.materialize ? "two complex numbers per vector, joined before products"
+                                           : "two complex numbers per vector";
+        buildVectorLayout(n, *tree, sign, graph, stores, split, form.materialize);
         printer.input = printInputPair;
     } else if (v.precision == Precision::Single) {
         ComplexBuilder builder(graph, n == 3 || n == 5);
@@ -189,8 +212,10 @@ Kernel buildKernel(const Variant& v, int n, bool split)
         printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
     } else {
         kernel.vector = true;
-        kernel.layout = "one complex number per vector, values carried in two parts";
+        kernel.layout = form.materialize ? "one complex number per vector, two parts joined before products"
+                                         : "one complex number per vector, values carried in two parts";
         ComplexBuilder builder(graph);
+        builder.materializeProducts(form.materialize);
         std::vector<Cx> x(static_cast<std::size_t>(n));
         for (int i = 0; i < n; ++i)
             x[static_cast<std::size_t>(i)] = {graph.input(Type::V2D, i), Graph::none};

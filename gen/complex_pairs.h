@@ -30,7 +30,10 @@ struct HalfRef {
 
 class PairedBuilder {
 public:
-    explicit PairedBuilder(Graph& graph) : g_(graph), uniform_(graph) {}
+    PairedBuilder(Graph& graph, bool materializeProducts) : g_(graph), uniform_(graph)
+    {
+        uniform_.materializeProducts(materializeProducts);
+    }
 
     // DFT of one sequence whose values sit in halves of vectors.
     std::vector<HalfRef> dft(const Tree& tree, const std::vector<HalfRef>& x, int sign);

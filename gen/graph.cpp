@@ -299,12 +299,22 @@ int Graph::swapNeg(int a)
             k.lane2 = -c.lane3;
             k.lane3 = c.lane2;
         }
-        Node swapped{Op::Swap, x.type};
-        swapped.a = x.a;
+        const int source = x.a;
         const int constant = make(k);
-        return mul(make(swapped), constant);
+        return mul(swapHalves(source), constant);
     }
     Node n{Op::SwapNeg, node(a).type};
+    n.a = a;
+    return make(n);
+}
+
+int Graph::swapHalves(int a)
+{
+    if (a == none)
+        return none;
+    if (isNeg(a))
+        return neg(swapHalves(node(a).a));
+    Node n{Op::Swap, node(a).type};
     n.a = a;
     return make(n);
 }
@@ -353,6 +363,9 @@ OpCounts Graph::count(const std::vector<int>& roots) const
         case Op::Widen: ++c.widenings; break;
         case Op::Narrow: ++c.narrowings; break;
         case Op::SwapNeg:
+            ++c.exchanges;
+            ++c.signedExchanges;
+            break;
         case Op::Swap:
         case Op::Shuffle: ++c.exchanges; break;
         default: break;

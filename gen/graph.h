@@ -53,7 +53,8 @@ struct OpCounts {
     int multiplications = 0;  // Mul by a constant
     int negations = 0;        // ZeroSub
     int signFlips = 0;        // Neg
-    int exchanges = 0;        // SwapNeg
+    int exchanges = 0;        // SwapNeg, Swap and Shuffle
+    int signedExchanges = 0;  // SwapNeg alone: a shuffle and a sign-mask operation
     int widenings = 0;
     int narrowings = 0;
     int scaleProducts = 0;    // Mul by a Param
@@ -87,6 +88,7 @@ public:
     int widen(int a);
     int narrow(int a);
     int swapNeg(int a);
+    int swapHalves(int a);  // (re, im) -> (im, re) per complex number
 
     const Node& node(int id) const { return nodes_[static_cast<std::size_t>(id)]; }
     int size() const { return static_cast<int>(nodes_.size()); }
