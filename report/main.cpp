@@ -1,0 +1,104 @@
+// kvtg_report: times every kernel of every family next to its peer, prints a
+// table of ns per call and the ratio, and writes report.csv with a gnuplot
+// script; where gnuplot is installed it also draws report.png.
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <string>
+
+#include "report.h"
+
+namespace report {
+std::vector<Family>& families()
+{
+    static std::vector<Family> list;
+    return list;
+}
+}  // namespace report
+
+namespace {
+
+// Best time per call over several rounds of a calibrated number of calls.
+double nanosecondsPerCall(const std::function<void()>& run)
+{
+    using clock = std::chrono::steady_clock;
+    long calls = 1;
+    for (;;) {
+        const auto start = clock::now();
+        for (long i = 0; i < calls; ++i)
+            run();
+        if (clock::now() - start > std::chrono::microseconds(500) || calls > (1L << 24))
+            break;
+        calls *= 2;
+    }
+    double best = INFINITY;
+    for (int round = 0; round < 7; ++round) {
+        const auto start = clock::now();
+        for (long i = 0; i < calls; ++i)
+            run();
+        best = std::min(best, std::chrono::duration<double, std::nano>(clock::now() - start).count() / calls);
+    }
+    return best;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    const std::string outDir = argc > 1 ? argv[1] : ".";
+    auto& list = report::families();
+    std::sort(list.begin(), list.end(), [](const auto& a, const auto& b) { return a.order < b.order; });
+    std::ofstream csv(outDir + "/report.csv");
+    csv << "family,size,kvtg_ns,peer_ns,ratio\n";
+    std::vector<std::string> plotted;
+    double logSum = 0;
+    int count = 0;
+    for (const auto& family : list) {
+        std::map<std::string, std::vector<double>> ratios;
+        for (const report::Case& c : family.cases()) {
+            if (ratios.find(c.family) == ratios.end())
+                std::printf("\n%-16s %6s %12s %12s %8s   (peer: %s)\n", c.family.c_str(), "size", "kvtg ns",
+                            "peer ns", "speedup", family.peerName.c_str());
+            const double ours = nanosecondsPerCall(c.ours), theirs = nanosecondsPerCall(c.peer);
+            const double ratio = theirs / ours;
+            ratios[c.family].push_back(ratio);
+            std::printf("%-16s %6d %12.2f %12.2f %7.2fx\n", "", c.size, ours, theirs, ratio);
+            csv << '"' << c.family << "\"," << c.size << ',' << ours << ',' << theirs << ',' << ratio << '\n';
+            logSum += std::log(ratio);
+            ++count;
+        }
+        for (const auto& [name, values] : ratios) {
+            double s = 0;
+            for (double v : values)
+                s += std::log(v);
+            std::printf("%-16s geometric mean speedup %.2fx over %zu kernels\n", name.c_str(), std::exp(s / values.size()),
+                        values.size());
+            plotted.push_back(name);
+        }
+    }
+    std::printf("\nall %d kernels: geometric mean speedup %.2fx\n", count, count ? std::exp(logSum / count) : NAN);
+    csv.close();
+
+    std::ofstream gp(outDir + "/report.gp");
+    gp << "set terminal pngcairo size 1400,800\nset output '" << outDir << "/report.png'\n"
+       << "set datafile separator ','\nset logscale y 2\nset key outside right\n"
+       << "set xlabel 'length or order'\nset ylabel 'speedup over peer (log scale)'\n"
+       << "set title 'kvtgen kernels: time of peer / time of kernel'\nset grid\n"
+       << "plot 1 with lines dt 2 lc rgb 'black' title 'parity'";
+    for (const std::string& name : plotted)
+        gp << ", '" << outDir << "/report.csv' using 2:(stringcolumn(1) eq '" << name
+           << "' ? $5 : 1/0) with linespoints title '" << name << "'";
+    gp << '\n';
+    gp.close();
+    if (std::system("command -v gnuplot > /dev/null 2>&1") == 0 &&
+        std::system(("gnuplot " + outDir + "/report.gp").c_str()) == 0)
+        std::printf("wrote %s/report.csv and %s/report.png\n", outDir.c_str(), outDir.c_str());
+    else
+        std::printf("wrote %s/report.csv and %s/report.gp (install gnuplot for report.png)\n", outDir.c_str(),
+                    outDir.c_str());
+    return 0;
+}

@@ -1,0 +1,37 @@
+// The benchmark report: each family registers its cases, one per kernel, with
+// the peer it is compared with (an FFTW plan or a textbook loop).
+#ifndef KVTG_REPORT_H
+#define KVTG_REPORT_H
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace report {
+
+struct Case {
+    std::string family;  // e.g. "DFT Fwd 32fc"
+    int size;            // length or order
+    std::function<void()> ours;
+    std::function<void()> peer;
+};
+
+// Families add their cases through this; `order` places the family in the report.
+struct Family {
+    int order;
+    std::string peerName;
+    std::function<std::vector<Case>()> cases;
+};
+
+std::vector<Family>& families();
+
+struct Registration {
+    Registration(int order, const std::string& peerName, std::function<std::vector<Case>()> cases)
+    {
+        families().push_back({order, peerName, std::move(cases)});
+    }
+};
+
+}  // namespace report
+
+#endif
