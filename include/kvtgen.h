@@ -327,7 +327,39 @@ KVTG_API Status kvtgDFTInv_CToC_64_64fc(const Complex64* src, Complex64* dst, in
 /* (declarations of the Hartley family go here) */
 
 /* ---- Walsh-Hadamard transform, orders 1..13 ---------------------------- */
-/* (declarations of the Walsh-Hadamard family go here) */
+/* orders 1..13 (N = 2^order); orders 8..13 take a work buffer of the size that
+   kvtgWHTGetBufferSize_* reports, 16-byte aligned, or null for one of their own;
+   flags 1 and 2 both scale by 1/N */
+KVTG_API Status kvtgWHTGetBufferSize_32f(int32_t order, int32_t* pSize);
+KVTG_API Status kvtgWHT_32f(const Real32* src, Real32* dst, int32_t order, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_1_32f(const Real32* src, Real32* dst, int32_t flag);
+KVTG_API Status kvtgWHT_2_32f(const Real32* src, Real32* dst, int32_t flag);
+KVTG_API Status kvtgWHT_3_32f(const Real32* src, Real32* dst, int32_t flag);
+KVTG_API Status kvtgWHT_4_32f(const Real32* src, Real32* dst, int32_t flag);
+KVTG_API Status kvtgWHT_5_32f(const Real32* src, Real32* dst, int32_t flag);
+KVTG_API Status kvtgWHT_6_32f(const Real32* src, Real32* dst, int32_t flag);
+KVTG_API Status kvtgWHT_7_32f(const Real32* src, Real32* dst, int32_t flag);
+KVTG_API Status kvtgWHT_8_32f(const Real32* src, Real32* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_9_32f(const Real32* src, Real32* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_10_32f(const Real32* src, Real32* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_11_32f(const Real32* src, Real32* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_12_32f(const Real32* src, Real32* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_13_32f(const Real32* src, Real32* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHTGetBufferSize_64f(int32_t order, int32_t* pSize);
+KVTG_API Status kvtgWHT_64f(const Real64* src, Real64* dst, int32_t order, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_1_64f(const Real64* src, Real64* dst, int32_t flag);
+KVTG_API Status kvtgWHT_2_64f(const Real64* src, Real64* dst, int32_t flag);
+KVTG_API Status kvtgWHT_3_64f(const Real64* src, Real64* dst, int32_t flag);
+KVTG_API Status kvtgWHT_4_64f(const Real64* src, Real64* dst, int32_t flag);
+KVTG_API Status kvtgWHT_5_64f(const Real64* src, Real64* dst, int32_t flag);
+KVTG_API Status kvtgWHT_6_64f(const Real64* src, Real64* dst, int32_t flag);
+KVTG_API Status kvtgWHT_7_64f(const Real64* src, Real64* dst, int32_t flag);
+KVTG_API Status kvtgWHT_8_64f(const Real64* src, Real64* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_9_64f(const Real64* src, Real64* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_10_64f(const Real64* src, Real64* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_11_64f(const Real64* src, Real64* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_12_64f(const Real64* src, Real64* dst, int32_t flag, uint8_t* buffer);
+KVTG_API Status kvtgWHT_13_64f(const Real64* src, Real64* dst, int32_t flag, uint8_t* buffer);
 
 /* ---- planned DCT-IV ---------------------------------------------------- */
 /* (declarations of the DCT-IV family go here) */

@@ -22,6 +22,9 @@ inline v2d neg(v2d a) { return _mm_xor_pd(a, _mm_set1_pd(-0.0)); }
 inline v2d swapNeg(v2d a) { return _mm_xor_pd(_mm_shuffle_pd(a, a, 1), _mm_set_pd(0.0, -0.0)); }
 // (lo, hi) -> (hi, lo)
 inline v2d swap(v2d a) { return _mm_shuffle_pd(a, a, 1); }
+// (a0, b0) and (a1, b1)
+inline v2d unpackLow(v2d a, v2d b) { return _mm_unpacklo_pd(a, b); }
+inline v2d unpackHigh(v2d a, v2d b) { return _mm_unpackhi_pd(a, b); }
 
 // ---- four floats: in the complex kernels two complex numbers (re, im, re, im)
 using v4f = __m128;
@@ -46,6 +49,16 @@ inline v4f shuffle(v4f a, v4f b) { return _mm_shuffle_ps(a, b, selector); }
 // (a0, b0, a1, b1) and (a2, b2, a3, b3)
 inline v4f unpackLow(v4f a, v4f b) { return _mm_unpacklo_ps(a, b); }
 inline v4f unpackHigh(v4f a, v4f b) { return _mm_unpackhi_ps(a, b); }
+// rows a, b, c, d of a 4x4 matrix become its columns
+inline void transpose4(v4f& a, v4f& b, v4f& c, v4f& d)
+{
+    const v4f ab0 = _mm_unpacklo_ps(a, b), ab1 = _mm_unpackhi_ps(a, b);
+    const v4f cd0 = _mm_unpacklo_ps(c, d), cd1 = _mm_unpackhi_ps(c, d);
+    a = _mm_movelh_ps(ab0, cd0);
+    b = _mm_movehl_ps(cd0, ab0);
+    c = _mm_movelh_ps(ab1, cd1);
+    d = _mm_movehl_ps(cd1, ab1);
+}
 
 // one complex float (8 bytes) into the lower half, the upper half zero
 inline v4f loadLow(const float* p) { return _mm_loadl_pi(_mm_setzero_ps(), reinterpret_cast<const __m64*>(p)); }
@@ -65,6 +78,11 @@ struct AlignedAccess {
     static void store(double* p, v2d v) { _mm_store_pd(p, v); }
     static v4f loadPair(const float* p) { return _mm_load_ps(p); }
     static void storePair(float* p, v4f v) { _mm_store_ps(p, v); }
+    // a whole vector of real samples
+    static v4f loadVector(const float* p) { return _mm_load_ps(p); }
+    static v2d loadVector(const double* p) { return _mm_load_pd(p); }
+    static void storeVector(float* p, v4f v) { _mm_store_ps(p, v); }
+    static void storeVector(double* p, v2d v) { _mm_store_pd(p, v); }
 };
 
 // Unaligned form: a complex double as two 8-byte accesses (real and imaginary
@@ -72,6 +90,10 @@ struct AlignedAccess {
 struct UnalignedAccess {
     static v4f loadPair(const float* p) { return _mm_loadu_ps(p); }
     static void storePair(float* p, v4f v) { _mm_storeu_ps(p, v); }
+    static v4f loadVector(const float* p) { return _mm_loadu_ps(p); }
+    static v2d loadVector(const double* p) { return _mm_loadu_pd(p); }
+    static void storeVector(float* p, v4f v) { _mm_storeu_ps(p, v); }
+    static void storeVector(double* p, v2d v) { _mm_storeu_pd(p, v); }
     static v2d load(const double* p) { return _mm_loadh_pd(_mm_load_sd(p), p + 1); }
     static void store(double* p, v2d v)
     {

@@ -1,0 +1,326 @@
+// Emitter of the Walsh-Hadamard family.
+//
+// The butterfly networks are written out statement by statement: for a vector
+// of 2^k samples the stages h = 1, 2, 4, ... run in that order, each pair
+// (n, n+h) giving a+b at n and a-b at n+h, exactly the plain radix-2 network.
+// Real32 networks from 16 samples hold four consecutive samples per vector and
+// transpose 4x4 blocks for the stages h = 1, 2; Real64 networks from 8 samples
+// hold two and interleave pairs of vectors for the stage h = 1.  Every later
+// stage is whole-vector arithmetic.  Column networks combine R whole vectors at
+// a stride.  The kernels, their unaligned twins and the dispatchers are units
+// of their own; the loops of the blocked orders live in src/wht/passes.h.
+#include <cmath>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "family.h"
+
+namespace gen {
+
+namespace {
+
+struct Sample {
+    const char* suffix;  // 32f or 64f
+    const char* real;    // float or double
+    const char* vector;  // kv::v4f or kv::v2d
+    int lanes;
+    Type type;
+};
+
+const Sample real32{"32f", "float", "kv::v4f", 4, Type::F32};
+const Sample real64{"64f", "double", "kv::v2d", 2, Type::F64};
+
+// Scalar network of 2^order samples (the small orders that stay scalar).
+std::string scalarNetwork(const Sample& s, int order)
+{
+    const int n = 1 << order;
+    std::ostringstream out;
+    out << "// " << n << "-point network on single numbers, then the scale.\n"
+        << "inline void network" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
+        << s.real << " s)\n{\n";
+    for (int i = 0; i < n; ++i)
+        out << "    const " << s.real << " a" << i << " = x[" << i << "];\n";
+    std::string prefix = "a";
+    int level = 0;
+    for (int h = 1; h < n; h *= 2, ++level) {
+        const std::string next = "b" + std::to_string(level) + "_";
+        for (int i = 0; i < n; ++i) {
+            if (i & h)
+                out << "    const " << s.real << " " << next << i << " = " << prefix << (i - h) << " - " << prefix << i << ";\n";
+            else
+                out << "    const " << s.real << " " << next << i << " = " << prefix << i << " + " << prefix << (i + h) << ";\n";
+        }
+        prefix = next;
+    }
+    for (int i = 0; i < n; ++i)
+        out << "    y[" << i << "] = " << prefix << i << " * s;\n";
+    out << "}\n\n";
+    return out.str();
+}
+
+// Vector network of 2^order samples: Load reads x, Store writes y, Scaled
+// multiplies every output by s as it is stored.
+std::string vectorNetwork(const Sample& s, int order)
+{
+    const int n = 1 << order, count = n / s.lanes;
+    std::ostringstream out;
+    out << "// " << n << "-point network in " << count << " vectors of " << s.lanes << " samples.\n"
+        << "template <class Load, class Store, bool Scaled>\n"
+        << "inline void network" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
+        << s.vector << " s)\n{\n";
+    for (int j = 0; j < count; ++j)
+        out << "    " << s.vector << " v" << j << " = Load::loadVector(x + " << j * s.lanes << ");\n";
+    if (s.lanes == 4) {
+        // stages 1 and 2 across the columns of each 4x4 block
+        for (int g = 0; g < count; g += 4) {
+            const std::string v0 = "v" + std::to_string(g), v1 = "v" + std::to_string(g + 1),
+                              v2 = "v" + std::to_string(g + 2), v3 = "v" + std::to_string(g + 3);
+            out << "    kv::transpose4(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
+            out << "    {\n"
+                << "        const kv::v4f p0 = kv::add(" << v0 << ", " << v1 << "), p1 = kv::sub(" << v0 << ", " << v1 << ");\n"
+                << "        const kv::v4f p2 = kv::add(" << v2 << ", " << v3 << "), p3 = kv::sub(" << v2 << ", " << v3 << ");\n"
+                << "        " << v0 << " = kv::add(p0, p2);\n        " << v2 << " = kv::sub(p0, p2);\n"
+                << "        " << v1 << " = kv::add(p1, p3);\n        " << v3 << " = kv::sub(p1, p3);\n"
+                << "    }\n";
+            out << "    kv::transpose4(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
+        }
+    } else {
+        // stage 1 within each pair of vectors, then back to rows
+        for (int j = 0; j < count; j += 2) {
+            const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
+            out << "    {\n"
+                << "        const kv::v2d even = kv::unpackLow(" << a << ", " << b << "), odd = kv::unpackHigh(" << a << ", "
+                << b << ");\n"
+                << "        const kv::v2d sum = kv::add(even, odd), difference = kv::sub(even, odd);\n"
+                << "        " << a << " = kv::unpackLow(sum, difference);\n"
+                << "        " << b << " = kv::unpackHigh(sum, difference);\n"
+                << "    }\n";
+        }
+    }
+    // whole-vector stages: vectors j and j + step, step = h / lanes
+    for (int h = s.lanes == 4 ? 4 : 2, step = 1; h < n; h *= 2, step *= 2) {
+        for (int j = 0; j < count; ++j) {
+            if (j & step)
+                continue;
+            const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + step);
+            out << "    { const " << s.vector << " t = " << a << "; " << a << " = kv::add(t, " << b << "); " << b
+                << " = kv::sub(t, " << b << "); }\n";
+        }
+    }
+    for (int j = 0; j < count; ++j)
+        out << "    Store::storeVector(y + " << j * s.lanes << ", Scaled ? kv::mul(v" << j << ", s) : v" << j << ");\n";
+    out << "}\n\n";
+    return out.str();
+}
+
+// Radix-R network over R whole vectors at a stride of `stride` samples.
+std::string columnNetwork(const Sample& s, int radix)
+{
+    std::ostringstream out;
+    out << "// Radix-" << radix << " stages over " << radix << " vectors at a stride.\n"
+        << "template <class Load, class Store, bool Scaled>\n"
+        << "inline void columns" << s.suffix << "_" << radix << "(const " << s.real << "* x, " << s.real
+        << "* y, int stride, " << s.vector << " s)\n{\n";
+    for (int r = 0; r < radix; ++r)
+        out << "    " << s.vector << " v" << r << " = Load::loadVector(x + " << r << " * stride);\n";
+    for (int step = 1; step < radix; step *= 2)
+        for (int r = 0; r < radix; ++r) {
+            if (r & step)
+                continue;
+            const std::string a = "v" + std::to_string(r), b = "v" + std::to_string(r + step);
+            out << "    { const " << s.vector << " t = " << a << "; " << a << " = kv::add(t, " << b << "); " << b
+                << " = kv::sub(t, " << b << "); }\n";
+        }
+    for (int r = 0; r < radix; ++r)
+        out << "    Store::storeVector(y + " << r << " * stride, Scaled ? kv::mul(v" << r << ", s) : v" << r << ");\n";
+    out << "}\n\n";
+    return out.str();
+}
+
+std::string networksHeader()
+{
+    std::ostringstream out;
+    out << "// Generated by kvtgen; do not edit.\n"
+        << "// Butterfly networks of the Walsh-Hadamard kernels.\n"
+        << "#pragma once\n#include \"simd_sse2.h\"\n\nnamespace wht {\n\n";
+    for (int order = 1; order <= 3; ++order)
+        out << scalarNetwork(real32, order);
+    for (int order = 1; order <= 2; ++order)
+        out << scalarNetwork(real64, order);
+    for (int order = 4; order <= 7; ++order)
+        out << vectorNetwork(real32, order);
+    for (int order = 3; order <= 7; ++order)
+        out << vectorNetwork(real64, order);
+    for (int radix : {8, 16, 32}) {
+        out << columnNetwork(real32, radix);
+        out << columnNetwork(real64, radix);
+    }
+    out << "}  // namespace wht\n";
+    return out.str();
+}
+
+// The passes of the blocked orders, per sample type: {block, radix, strip,
+// strip radix, final radix}; strip 0 marks a two-pass kernel.
+struct Passes {
+    int block, radix, strip, stripRadix, finalRadix;
+};
+
+Passes passesOf(const Sample& s, int order)
+{
+    if (s.lanes == 4) {
+        switch (order) {
+        case 8: return {32, 8, 0, 0, 0};
+        case 9: return {64, 8, 0, 0, 0};
+        case 10: return {64, 16, 0, 0, 0};
+        case 11: return {64, 32, 0, 0, 0};
+        case 12: return {64, 0, 512, 8, 8};
+        default: return {64, 0, 512, 8, 16};
+        }
+    }
+    switch (order) {
+    case 8: return {32, 8, 0, 0, 0};
+    case 9: return {32, 16, 0, 0, 0};
+    case 10: return {128, 8, 0, 0, 0};
+    case 11: return {32, 0, 256, 8, 8};
+    case 12: return {32, 0, 256, 8, 16};
+    default: return {128, 0, 1024, 8, 8};
+    }
+}
+
+// Bytes of the work buffer: N samples, plus one strip for a three-pass kernel.
+int bufferBytes(const Sample& s, int order)
+{
+    if (order < 8)
+        return 0;
+    const int size = s.lanes == 4 ? 4 : 8;
+    return ((1 << order) + passesOf(s, order).strip) * size;
+}
+
+std::string kernelUnit(const Sample& s, int order)
+{
+    const int n = 1 << order;
+    const bool blocked = order >= 8;
+    const bool vector = s.lanes == 4 ? order >= 4 : order >= 3;
+    const bool twin = order >= 4;
+    const std::string name = "kvtgWHT_" + std::to_string(order) + "_" + s.suffix;
+    const std::string twinName = "owngWHT_" + std::to_string(order) + "_" + s.suffix + "_unaligned";
+    const std::string real = s.real;
+    const std::string args = "const " + real + "* src, " + real + "* dst, int32_t flag" +
+                             (blocked ? ", uint8_t* buffer" : "");
+    const std::string callArgs = std::string("src, dst, flag") + (blocked ? ", buffer" : "");
+    const std::string byN = literal(s.type, roundTo(s.type, 1.0L / n));
+    const std::string bySqrt = literal(s.type, roundTo(s.type, 1.0L / std::sqrt(static_cast<long double>(n))));
+    const std::string broadcast = s.lanes == 4 ? "kv::set1f(s)" : "kv::set1(s)";
+
+    std::ostringstream out;
+    out << "// Generated by kvtgen; do not edit.\n"
+        << "// Walsh-Hadamard transform of order " << order << " (" << n << " samples), " << (s.lanes == 4 ? "Real32" : "Real64")
+        << ".\n#include \"frame.h\"\n#include \"wht/passes.h\"\n#include \"wht_networks.h\"\n\nnamespace {\n\n";
+    out << (twin ? "template <class Access>\n" : "") << "inline Status run(" << args << ")\n{\n"
+        << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
+        << "    " << real << " s;\n"
+        << "    if (!kvtg::pickFactor<" << real << ">(flag, kvtg::Direction::Both, " << byN << ", " << bySqrt << ", s))\n"
+        << "        return StatusBadFlag;\n";
+    const std::string access = twin ? "Access" : "kv::UnalignedAccess";
+    if (!vector) {
+        out << "    wht::network" << s.suffix << "_" << order << "(src, dst, s);\n";
+    } else if (!blocked) {
+        out << "    wht::network" << s.suffix << "_" << order << "<" << access << ", " << access << ", true>(src, dst, "
+            << broadcast << ");\n";
+    } else {
+        const Passes p = passesOf(s, order);
+        out << "    // a buffer of our own lives for this call only\n"
+            << "    uint8_t* const work = buffer != nullptr ? buffer : static_cast<uint8_t*>(kvtMalloc(" << bufferBytes(s, order)
+            << "));\n"
+            << "    " << real << "* const main = reinterpret_cast<" << real << "*>(work);\n";
+        const std::string types = real + ", " + s.vector + ", ";
+        auto network = [&](const std::string& load) {
+            return "wht::network" + std::string(s.suffix) + "_" + std::to_string(static_cast<int>(std::log2(p.block))) + "<" +
+                   load + ", kv::AlignedAccess, false>";
+        };
+        auto columns = [&](int radix, const std::string& store, bool scaled) {
+            return "wht::columns" + std::string(s.suffix) + "_" + std::to_string(radix) + "<kv::AlignedAccess, " + store +
+                   (scaled ? ", true>" : ", false>");
+        };
+        if (p.strip == 0) {
+            out << "    wht::blockPass<" << types << network(access) << ">(src, main, " << n << ", " << p.block << ");\n"
+                << "    wht::columnPass<" << types << columns(p.radix, access, true) << ">(main, dst, " << n / p.radix << ", "
+                << s.lanes << ", " << broadcast << ");\n";
+        } else {
+            const int stripLength = p.strip;
+            out << "    " << real << "* const strip = main + " << n << ";\n"
+                << "    for (int t = 0; t < " << n / stripLength << "; ++t) {\n"
+                << "        wht::blockPass<" << types << network(access) << ">(src + t * " << stripLength << ", strip, "
+                << stripLength << ", " << p.block << ");\n"
+                << "        wht::columnPass<" << types << columns(p.stripRadix, "kv::AlignedAccess", false) << ">(strip, main + t * "
+                << stripLength << ", " << stripLength / p.stripRadix << ", " << s.lanes << ", " << broadcast << ");\n"
+                << "    }\n"
+                << "    wht::columnPass<" << types << columns(p.finalRadix, access, true) << ">(main, dst, " << stripLength << ", "
+                << s.lanes << ", " << broadcast << ");\n";
+        }
+        out << "    if (buffer == nullptr)\n        kvtFree(work);\n";
+    }
+    out << "    return StatusOk;\n}\n\n}  // namespace\n\n";
+    if (twin) {
+        out << "extern \"C\" Status " << twinName << "(" << args << ");\n\n"
+            << "extern \"C\" Status " << twinName << "(" << args << ")\n{\n"
+            << "    return run<kv::UnalignedAccess>(" << callArgs << ");\n}\n\n"
+            << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n"
+            << "    if (!kvtg::bothAligned16(src, dst))\n        return " << twinName << "(" << callArgs << ");\n"
+            << "    return run<kv::AlignedAccess>(" << callArgs << ");\n}\n";
+    } else {
+        out << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n    return run(" << callArgs << ");\n}\n";
+    }
+    return out.str();
+}
+
+std::string dispatcherUnit(const Sample& s)
+{
+    const std::string real = s.real;
+    std::ostringstream out;
+    out << "// Generated by kvtgen; do not edit.\n// Order dispatcher of the Walsh-Hadamard transform.\n"
+        << "#include \"frame.h\"\n\n"
+        << "extern \"C\" KVTG_API Status kvtgWHT_" << s.suffix << "(const " << real << "* src, " << real
+        << "* dst, int32_t order, int32_t flag, uint8_t* buffer)\n{\n"
+        << "    // the order is the only test here; orders up to 7 take no buffer\n"
+        << "    switch (order) {\n";
+    for (int order = 1; order <= 13; ++order)
+        out << "    case " << order << ": return kvtgWHT_" << order << "_" << s.suffix << "(src, dst, flag"
+            << (order >= 8 ? ", buffer" : "") << ");\n";
+    out << "    default: return StatusBadSize;\n    }\n}\n";
+    return out.str();
+}
+
+std::string bufferSizeUnit(const Sample& s)
+{
+    std::ostringstream out;
+    out << "// Generated by kvtgen; do not edit.\n// Work-buffer size of the Walsh-Hadamard transform.\n"
+        << "#include \"frame.h\"\n\n"
+        << "extern \"C\" KVTG_API Status kvtgWHTGetBufferSize_" << s.suffix << "(int32_t order, int32_t* pSize)\n{\n"
+        << "    static const int32_t bytes[13] = {";
+    for (int order = 1; order <= 13; ++order)
+        out << bufferBytes(s, order) << (order < 13 ? ", " : "");
+    out << "};\n"
+        << "    if (order < 1 || order > 13)\n        return StatusBadSize;\n"
+        << "    *pSize = bytes[order - 1];\n    return StatusOk;\n}\n";
+    return out.str();
+}
+
+void emitWht(const std::string& directory)
+{
+    writeIfChanged(directory + "/wht_networks.h", networksHeader());
+    for (const Sample* s : {&real32, &real64}) {
+        const std::string stem = std::string("pgenwht") + s->suffix + "w7";
+        for (int order = 1; order <= 13; ++order)
+            writeIfChanged(directory + "/" + stem + "_" + std::to_string(order) + ".cpp", kernelUnit(*s, order));
+        writeIfChanged(directory + "/" + stem + ".cpp", dispatcherUnit(*s));
+        writeIfChanged(directory + "/" + stem + "_buffersize.cpp", bufferSizeUnit(*s));
+    }
+}
+
+const FamilyRegistration registration("wht", emitWht);
+
+}  // namespace
+
+}  // namespace gen

@@ -1,0 +1,33 @@
+// The loops of the blocked Walsh-Hadamard kernels (orders 8 to 13).  Their
+// bodies are the generated networks; the loops have constant trip counts.
+#ifndef KVTG_WHT_PASSES_H
+#define KVTG_WHT_PASSES_H
+
+#include <cstdint>
+
+#include "kvtcore.h"
+#include "simd_sse2.h"
+
+namespace wht {
+
+// Block pass: the network of `block` samples on each block of `count` samples,
+// from src to dst at the same positions, unscaled.
+template <class T, class V, void (*Network)(const T*, T*, V)>
+inline void blockPass(const T* src, T* dst, int count, int block)
+{
+    for (int start = 0; start < count; start += block)
+        Network(src + start, dst + start, V{});
+}
+
+// Column pass: for each vector position of a row of `rowLength` samples, the
+// radix network over the rows at that position.
+template <class T, class V, void (*Columns)(const T*, T*, int, V)>
+inline void columnPass(const T* src, T* dst, int rowLength, int lanes, V scale)
+{
+    for (int position = 0; position < rowLength; position += lanes)
+        Columns(src + position, dst + position, rowLength, scale);
+}
+
+}  // namespace wht
+
+#endif
