@@ -33,6 +33,20 @@ Job complexJob(Status (*transform)(const C*, C*, int32_t, int32_t), int n, std::
     }};
 }
 
+template <class T>
+Job whtJob(Status (*transform)(const T*, T*, int32_t, int32_t, uint8_t*), int order, std::uint32_t seed)
+{
+    return {[=] {
+        const std::vector<T> x = ref::Random(seed).vector<T>(std::size_t(1) << order);
+        std::vector<T> y(x.size());
+        // a null buffer: each call allocates and releases its own
+        EXPECT_EQ(transform(x.data(), y.data(), order, ScaleNone, nullptr), StatusOk);
+        std::vector<unsigned char> bytes(y.size() * sizeof(T));
+        std::memcpy(bytes.data(), y.data(), bytes.size());
+        return bytes;
+    }};
+}
+
 std::vector<Job> allJobs()
 {
     std::vector<Job> jobs;
@@ -42,6 +56,10 @@ std::vector<Job> allJobs()
         jobs.push_back(complexJob<Complex32>(kvtgDFTInv_CToC_32fc, n, seed + 100));
         jobs.push_back(complexJob<Complex64>(kvtgDFTFwd_CToC_64fc, n, seed + 200));
         jobs.push_back(complexJob<Complex64>(kvtgDFTInv_CToC_64fc, n, seed + 300));
+    }
+    for (int order = 1; order <= 13; ++order) {
+        jobs.push_back(whtJob<Real32>(kvtgWHT_32f, order, static_cast<std::uint32_t>(order)));
+        jobs.push_back(whtJob<Real64>(kvtgWHT_64f, order, static_cast<std::uint32_t>(order) + 50));
     }
     return jobs;
 }
