@@ -58,20 +58,14 @@ TEST_P(ComplexAccuracy, ImpulseRowsMatchExactRoots)
 {
     const Family& family = families[std::get<0>(GetParam())];
     const int n = std::get<1>(GetParam());
-    if (family.single)
-        checkImpulses<Complex32>(family, n);
-    else
-        checkImpulses<Complex64>(family, n);
+    withSampleType(family, [&](auto sample) { checkImpulses<decltype(sample)>(family, n); });
 }
 
 TEST_P(ComplexAccuracy, RandomInputMatchesLongDoubleDft)
 {
     const Family& family = families[std::get<0>(GetParam())];
     const int n = std::get<1>(GetParam());
-    if (family.single)
-        checkRandom<Complex32>(family, n);
-    else
-        checkRandom<Complex64>(family, n);
+    withSampleType(family, [&](auto sample) { checkRandom<decltype(sample)>(family, n); });
 }
 
 INSTANTIATE_TEST_SUITE_P(AllKernels, ComplexAccuracy, testing::Combine(testing::Range(0, 4), testing::Range(2, 65)),

@@ -79,6 +79,16 @@ bool sameBits(const C* a, const C* b, std::size_t n)
     return std::memcmp(a, b, n * sizeof(C)) == 0;
 }
 
+// Runs body(C{}) with C the family's sample type.
+template <class Body>
+void withSampleType(const Family& family, Body&& body)
+{
+    if (family.single)
+        body(Complex32{});
+    else
+        body(Complex64{});
+}
+
 // (family index, length) as a test parameter
 using Param = std::tuple<int, int>;
 

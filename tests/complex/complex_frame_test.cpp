@@ -117,20 +117,14 @@ TEST_P(ComplexFrame, FailedCallsWriteNothingAndNullBeatsFlag)
 {
     const Family& family = families[std::get<0>(GetParam())];
     const int n = std::get<1>(GetParam());
-    if (family.single)
-        checkFailures<Complex32>(family, n);
-    else
-        checkFailures<Complex64>(family, n);
+    withSampleType(family, [&](auto sample) { checkFailures<decltype(sample)>(family, n); });
 }
 
 TEST_P(ComplexFrame, EachFlagIsOneLastMultiplication)
 {
     const Family& family = families[std::get<0>(GetParam())];
     const int n = std::get<1>(GetParam());
-    if (family.single)
-        checkFlagFactors<Complex32>(family, n);
-    else
-        checkFlagFactors<Complex64>(family, n);
+    withSampleType(family, [&](auto sample) { checkFlagFactors<decltype(sample)>(family, n); });
 }
 
 TEST_P(ComplexFrame, ForwardThenInverseRoundTripsPerFlag)

@@ -68,20 +68,14 @@ TEST_P(ComplexRoutes, MisalignedAndInPlaceGiveTheSameBits)
 {
     const Family& family = families[std::get<0>(GetParam())];
     const int n = std::get<1>(GetParam());
-    if (family.single)
-        checkRoutes<Complex32>(family, n);
-    else
-        checkRoutes<Complex64>(family, n);
+    withSampleType(family, [&](auto sample) { checkRoutes<decltype(sample)>(family, n); });
 }
 
 TEST_P(ComplexRoutes, DataBehindSourceNeverReachesOutput)
 {
     const Family& family = families[std::get<0>(GetParam())];
     const int n = std::get<1>(GetParam());
-    if (family.single)
-        checkTailIndependence<Complex32>(family, n);
-    else
-        checkTailIndependence<Complex64>(family, n);
+    withSampleType(family, [&](auto sample) { checkTailIndependence<decltype(sample)>(family, n); });
 }
 
 INSTANTIATE_TEST_SUITE_P(AllKernels, ComplexRoutes, testing::Combine(testing::Range(0, 4), testing::Range(2, 65)),
