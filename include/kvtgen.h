@@ -362,7 +362,20 @@ KVTG_API Status kvtgWHT_12_64f(const Real64* src, Real64* dst, int32_t flag, uin
 KVTG_API Status kvtgWHT_13_64f(const Real64* src, Real64* dst, int32_t flag, uint8_t* buffer);
 
 /* ---- planned DCT-IV ---------------------------------------------------- */
-/* (declarations of the DCT-IV family go here) */
+/* A plan lives in one block of memory; the handle points into it.  Lengths:
+   powers of two from 2 (up to 2^26 in Real32, 2^25 in Real64).  The transform
+   is the unnormalised DCT-IV: twice gives N/2 times the input. */
+typedef struct DctPlan DctPlan;
+KVTG_API Status kvtgDCT4GetSize_32f(int32_t n, int32_t* pSize);
+KVTG_API Status kvtgDCT4Init_32f(DctPlan** pPlan, int32_t n, uint8_t* block);
+KVTG_API Status kvtgDCT4InitAlloc_32f(DctPlan** pPlan, int32_t n);
+KVTG_API Status kvtgDCT4Free_32f(DctPlan* plan);
+KVTG_API Status kvtgDCT4_32f(const Real32* src, Real32* dst, DctPlan* plan);
+KVTG_API Status kvtgDCT4GetSize_64f(int32_t n, int32_t* pSize);
+KVTG_API Status kvtgDCT4Init_64f(DctPlan** pPlan, int32_t n, uint8_t* block);
+KVTG_API Status kvtgDCT4InitAlloc_64f(DctPlan** pPlan, int32_t n);
+KVTG_API Status kvtgDCT4Free_64f(DctPlan* plan);
+KVTG_API Status kvtgDCT4_64f(const Real64* src, Real64* dst, DctPlan* plan);
 
 #ifdef __cplusplus
 }

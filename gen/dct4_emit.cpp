@@ -1,0 +1,197 @@
+// Emitter of the DCT-IV base kernels, N = 2, 4, 8, 16, 32, both sample types.
+//
+// Each kernel is the factorisation y = Fold(Twiddle(Span(g))) with a fixed
+// split N = S r: a `SpanTransform` of size S on each of the r columns of the
+// skew-extended input, a rotation of each value by pi(2j+1)(2p+1)/(4N), and a
+// `FoldTransform` of size 2r for each p.  N = 4 takes its two rotations as
+// three lifting steps each.  The graph keeps the order of every operation.
+#include <cmath>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "family.h"
+
+namespace gen {
+
+namespace {
+
+constexpr long double pi = 3.141592653589793238462643383279502884L;
+const long double halfSqrt2 = 0.70710678118654752440084436210484903928L;
+
+struct Value {
+    int re = Graph::none;
+    int im = Graph::none;
+};
+
+class DctBuilder {
+public:
+    DctBuilder(Graph& graph, Type type) : g_(graph), type_(type) {}
+
+    int mul(int a, long double c) { return g_.mulConst(a, c); }
+
+    // (re + i im) e^(i angle): c re - s im, s re + c im
+    Value rotate(Value v, long double angle)
+    {
+        const long double c = cosl(angle), s = sinl(angle);
+        return {g_.sub(mul(v.re, c), mul(v.im, s)), g_.add(mul(v.re, s), mul(v.im, c))};
+    }
+
+    // SpanTransform of size S: S/2 complex values at the odd half-frequencies.
+    std::vector<Value> span(const std::vector<int>& u)
+    {
+        const std::size_t size = u.size();
+        if (size == 2)
+            return {{u[0], u[1]}};
+        if (size == 4) {
+            const int a = mul(g_.sub(u[1], u[3]), halfSqrt2);
+            const int b = mul(g_.add(u[1], u[3]), halfSqrt2);
+            return {{g_.add(u[0], a), g_.add(u[2], b)}, {g_.sub(u[0], a), g_.sub(b, u[2])}};
+        }
+        std::vector<int> even, odd;
+        for (std::size_t q = 0; q < size; ++q)
+            (q % 2 ? odd : even).push_back(u[q]);
+        const std::vector<Value> e = span(even), o = span(odd);
+        std::vector<Value> z(size / 2);
+        for (std::size_t p = 0; p < size / 4; ++p) {
+            const Value w = rotate(o[p], pi * static_cast<long double>(2 * p + 1) / static_cast<long double>(size));
+            z[p] = {g_.add(e[p].re, w.re), g_.add(e[p].im, w.im)};
+            // conj(E - W)
+            z[size / 2 - 1 - p] = {g_.sub(e[p].re, w.re), g_.sub(w.im, e[p].im)};
+        }
+        return z;
+    }
+
+    // FoldTransform of r complex values: Y[q] for q = -r .. r-1, as a map q -> node.
+    std::vector<int> fold(const std::vector<Value>& z)
+    {
+        const std::size_t r = z.size();
+        std::vector<int> y(2 * r);  // index q + r
+        if (r == 1) {
+            y[1] = z[0].re;  // Y[0]
+            y[0] = z[0].im;  // Y[-1]
+            return y;
+        }
+        std::vector<Value> plus(r / 2), minus(r / 2);
+        for (std::size_t j = 0; j < r / 2; ++j) {
+            const Value a = z[j], b = z[r - 1 - j];
+            plus[j] = {g_.add(a.re, b.re), g_.sub(a.im, b.im)};
+            const Value d = {g_.sub(a.re, b.re), g_.add(a.im, b.im)};
+            if (r == 2) {
+                // by pi/4: both parts times sqrt(1/2) first, then their difference and sum
+                const int e = mul(d.re, halfSqrt2), f = mul(d.im, halfSqrt2);
+                minus[j] = {g_.sub(e, f), g_.add(e, f)};
+            } else {
+                minus[j] = rotate(d, pi * static_cast<long double>(2 * j + 1) / static_cast<long double>(2 * r));
+            }
+        }
+        const std::vector<int> evenQ = fold(plus), oddQ = fold(minus);
+        const long long half = static_cast<long long>(r / 2);
+        for (long long t = -half; t < half; ++t) {
+            y[static_cast<std::size_t>(2 * t + static_cast<long long>(r))] = evenQ[static_cast<std::size_t>(t + half)];
+            y[static_cast<std::size_t>(2 * t + 1 + static_cast<long long>(r))] = oddQ[static_cast<std::size_t>(t + half)];
+        }
+        return y;
+    }
+
+    // The whole kernel with the split n = span * radix.
+    std::vector<int> kernel(int n, int spanSize, int radix)
+    {
+        std::vector<int> x(static_cast<std::size_t>(n)), out(static_cast<std::size_t>(n));
+        for (int i = 0; i < n; ++i)
+            x[static_cast<std::size_t>(i)] = g_.input(type_, i);
+        auto skew = [&](int m) { return m < n ? x[static_cast<std::size_t>(m)] : g_.neg(x[static_cast<std::size_t>(2 * n - 1 - m)]); };
+        std::vector<std::vector<Value>> columns;
+        for (int j = 0; j < radix; ++j) {
+            std::vector<int> u;
+            for (int q = 0; q < spanSize; ++q)
+                u.push_back(skew(2 * radix * q + j));
+            columns.push_back(span(u));
+        }
+        for (int p = 0; p < spanSize / 2; ++p) {
+            std::vector<Value> z;
+            for (int j = 0; j < radix; ++j)
+                z.push_back(rotate(columns[static_cast<std::size_t>(j)][static_cast<std::size_t>(p)],
+                                   pi * (2 * j + 1) * (2 * p + 1) / (4.0L * n)));
+            const std::vector<int> y = fold(z);
+            for (int q = -radix; q < radix; ++q) {
+                const int index = q >= 0 ? spanSize * q + p : spanSize * (-q) - 1 - p;
+                out[static_cast<std::size_t>(index)] = y[static_cast<std::size_t>(q + radix)];
+            }
+        }
+        return out;
+    }
+
+    // N = 4: each rotation as three lifting steps.
+    std::vector<int> liftingKernel()
+    {
+        std::vector<int> x;
+        for (int i = 0; i < 4; ++i)
+            x.push_back(g_.input(type_, i));
+        const long double t1 = tanl(7 * pi / 32), s1 = sinl(7 * pi / 16), t2 = tanl(5 * pi / 32), s2 = sinl(5 * pi / 16);
+        const int a = g_.sub(x[0], mul(x[3], t1));
+        const int b = g_.sub(x[1], mul(x[2], t2));
+        const int c = g_.add(x[3], mul(a, s1));
+        const int d = g_.add(x[2], mul(b, s2));
+        const int a2 = g_.sub(a, mul(c, t1));
+        const int b2 = g_.sub(b, mul(d, t2));
+        const int e = mul(g_.sub(c, d), halfSqrt2);
+        const int f = mul(g_.add(a2, b2), halfSqrt2);
+        return {g_.add(c, d), g_.add(e, f), g_.sub(e, f), g_.sub(a2, b2)};
+    }
+
+private:
+    Graph& g_;
+    Type type_;
+};
+
+std::string kernelFunction(Type type, int n)
+{
+    // the split of each length: N = S r
+    static const struct {
+        int n, span, radix;
+    } splits[] = {{2, 2, 1}, {8, 4, 2}, {16, 4, 4}, {32, 16, 2}};
+    Graph graph(false);
+    DctBuilder builder(graph, type);
+    std::vector<int> out;
+    if (n == 4) {
+        out = builder.liftingKernel();
+    } else {
+        for (const auto& s : splits)
+            if (s.n == n)
+                out = builder.kernel(n, s.span, s.radix);
+    }
+    NodePrinter printer;
+    printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
+    printer.param = [](const Node&) { return std::string(); };
+    const OpCounts counts = graph.count(out);
+    const char* real = type == Type::F32 ? "float" : "double";
+    std::ostringstream text;
+    text << "// N = " << n << ": " << counts.multiplications << " multiplications, " << counts.additions
+         << " additions and subtractions.\n"
+         << "inline void kernel" << (type == Type::F32 ? "32f" : "64f") << "_" << n << "(const " << real << "* x, " << real
+         << "* y)\n{\n"
+         << printNodes(graph, out, printer, "    ");
+    for (int k = 0; k < n; ++k)
+        text << "    y[" << k << "] = " << valueOf(graph, out[static_cast<std::size_t>(k)]) << ";\n";
+    text << "}\n\n";
+    return text.str();
+}
+
+void emitDct4(const std::string& directory)
+{
+    std::ostringstream out;
+    out << "// Generated by kvtgen; do not edit.\n// The unrolled DCT-IV kernels of lengths 2 to 32.\n"
+        << "#pragma once\n\nnamespace dct4 {\n\n";
+    for (Type type : {Type::F32, Type::F64})
+        for (int n : {2, 4, 8, 16, 32})
+            out << kernelFunction(type, n);
+    out << "}  // namespace dct4\n";
+    writeIfChanged(directory + "/dct4_kernels.h", out.str());
+}
+
+const FamilyRegistration registration("dct4", emitDct4);
+
+}  // namespace
+
+}  // namespace gen

@@ -1,0 +1,125 @@
+// The entry points of the DCT-IV family for one sample type: plan size,
+// plan creation in a caller's block or in an allocated one, release, and the
+// transform.
+#ifndef KVTG_DCT4_API_H
+#define KVTG_DCT4_API_H
+
+#include <cstring>
+
+#include "dct4/plan.h"
+#include "dct4_kernels.h"
+#include "kvtcore.h"
+
+namespace dct4 {
+
+template <class T>
+struct Api {
+    using S = Stages<T>;
+
+    static Status getSize(int32_t n, int32_t* pSize)
+    {
+        const int32_t total = S::env1_mem(n);
+        if (total < 0)
+            return StatusBadSize;
+        *pSize = wrap32(int64_t(total) + 2 * kvtgAlignSize32Bytes(1));
+        return StatusOk;
+    }
+
+    static Status init(DctPlan** pPlan, int32_t n, uint8_t* block)
+    {
+        const int64_t align = kvtgAlignSize32Bytes(1);
+        if (pPlan == nullptr || block == nullptr)
+            return StatusNullArg;
+        // the cursor: the first multiple of 32 more than 32 bytes behind the start
+        const auto address = reinterpret_cast<uintptr_t>(block);
+        uint8_t* const cursor = block + 2 * align - static_cast<int64_t>(address % static_cast<uintptr_t>(align));
+        std::memcpy(block, &cursor, sizeof cursor);
+        Env1* root = static_cast<Env1*>(kvtgArenaMalloc(block, sizeof(Env1)));
+        S::env1___init__(root, block, n);
+        const Status status = S::env1_plan(root);
+        if (status == StatusOk) {
+            *pPlan = reinterpret_cast<DctPlan*>(root);
+            return StatusOk;
+        }
+        root->head.del(root);
+        kvtgArenaFree(block, root, sizeof(Env1));
+        return status;
+    }
+
+    static Status initAlloc(DctPlan** pPlan, int32_t n)
+    {
+        if (pPlan == nullptr)
+            return StatusNullArg;
+        int32_t size = 0;
+        const Status sized = getSize(n, &size);
+        if (sized != StatusOk)
+            return sized;
+        uint8_t* block = static_cast<uint8_t*>(kvtMalloc(size));
+        const Status status = init(pPlan, n, block);
+        if (status != StatusOk)
+            kvtFree(block);
+        return status;
+    }
+
+    static Status release(DctPlan* plan)
+    {
+        if (plan == nullptr)
+            return StatusNullArg;
+        Env1* root = reinterpret_cast<Env1*>(plan);
+        uint8_t* const block = root->head.arena;
+        root->head.del(root);
+        kvtgArenaFree(block, root, sizeof(Env1));
+        kvtFree(block);
+        return StatusOk;
+    }
+
+    static Status transform(const T* src, T* dst, DctPlan* plan);
+};
+
+template <class T>
+struct Kernels;
+template <>
+struct Kernels<float> {
+    static void run(int32_t rule, const float* x, float* y)
+    {
+        switch (rule) {
+        case 1: kernel32f_2(x, y); break;
+        case 2: kernel32f_4(x, y); break;
+        case 3: kernel32f_8(x, y); break;
+        case 4: kernel32f_16(x, y); break;
+        default: kernel32f_32(x, y); break;
+        }
+    }
+};
+template <>
+struct Kernels<double> {
+    static void run(int32_t rule, const double* x, double* y)
+    {
+        switch (rule) {
+        case 1: kernel64f_2(x, y); break;
+        case 2: kernel64f_4(x, y); break;
+        case 3: kernel64f_8(x, y); break;
+        case 4: kernel64f_16(x, y); break;
+        default: kernel64f_32(x, y); break;
+        }
+    }
+};
+
+template <class T>
+Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
+{
+    if (plan == nullptr || src == nullptr || dst == nullptr)
+        return StatusNullArg;
+    const Env1* root = reinterpret_cast<const Env1*>(plan);
+    if (root->rule >= 1 && root->rule <= 5) {
+        Kernels<T>::run(root->rule, src, dst);
+        return StatusOk;
+    }
+    // lengths from 64 take the general path, which is not built yet: such a
+    // plan does not fit this transform, and nothing is written
+    return StatusBadArg;
+}
+
+}  // namespace dct4
+
+#endif
