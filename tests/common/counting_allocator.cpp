@@ -1,6 +1,7 @@
 #include "counting_allocator.h"
 
 #include <cstdlib>
+#include <cstring>
 
 #include "kvtcore.h"
 
@@ -46,5 +47,7 @@ extern "C" void kvtFree(void* block)
     if (block == nullptr)
         ++current.freeNullCalls;
     current.lastFree = block;
+    if (block != nullptr)
+        std::memcpy(current.lastFreeHead, block, sizeof current.lastFreeHead);
     std::free(block);
 }

@@ -15,6 +15,7 @@ struct Record {
     std::int32_t lastSize = 0;
     void* lastMalloc = nullptr;
     void* lastFree = nullptr;
+    unsigned char lastFreeHead[8] = {};  // first bytes of the last non-null block given to kvtFree
 };
 
 // Clears the counters; the next `failures` allocations return null.
