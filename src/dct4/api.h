@@ -6,6 +6,7 @@
 
 #include <cstring>
 
+#include "dct4/compute.h"
 #include "dct4/plan.h"
 #include "dct4_kernels.h"
 #include "kvtcore.h"
@@ -77,9 +78,9 @@ struct Api {
 };
 
 template <class T>
-struct Kernels;
+struct BaseKernels;
 template <>
-struct Kernels<float> {
+struct BaseKernels<float> {
     static void run(int32_t rule, const float* x, float* y)
     {
         switch (rule) {
@@ -92,7 +93,7 @@ struct Kernels<float> {
     }
 };
 template <>
-struct Kernels<double> {
+struct BaseKernels<double> {
     static void run(int32_t rule, const double* x, double* y)
     {
         switch (rule) {
@@ -112,12 +113,20 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
         return StatusNullArg;
     const Env1* root = reinterpret_cast<const Env1*>(plan);
     if (root->rule >= 1 && root->rule <= 5) {
-        Kernels<T>::run(root->rule, src, dst);
+        BaseKernels<T>::run(root->rule, src, dst);
         return StatusOk;
     }
-    // lengths from 64 take the general path, which is not built yet: such a
-    // plan does not fit this transform, and nothing is written
-    return StatusBadArg;
+    if (root->rule != 6)
+        return StatusBadArg;
+    // the general path: the stage of the second list runs first
+    T* const work = static_cast<T*>(root->work);
+    Env3* const spans = Compute<T>::template first<Env3>(root->secondList);
+    if (spans->rule == 1)
+        Compute<T>::env5_compute(Compute<T>::template first<Env5>(spans->firstList), work, src);
+    Env2* const table = Compute<T>::template first<Env2>(root->firstList);
+    if (table->rule == 1)
+        Compute<T>::env4_compute(Compute<T>::template first<Env4>(table->firstList), dst, work);
+    return StatusOk;
 }
 
 }  // namespace dct4

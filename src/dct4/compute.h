@@ -1,0 +1,229 @@
+// The run-time side of the DCT-IV general path: the span pass (env5, with the
+// composite span stages env7, env9, env8 where a span has no kernel) from src
+// into `work`, and the table pass (env4) from `work` to dst.
+#ifndef KVTG_DCT4_COMPUTE_H
+#define KVTG_DCT4_COMPUTE_H
+
+#include "dct4/env.h"
+#include "dct4/tables.h"
+#include "dct4/vector_kernels.h"
+
+namespace dct4 {
+
+template <class T>
+struct Compute {
+    using VT = Vec<T>;
+    using V = typename VT::V;
+    using C = Complex<T>;
+    using K = Kernels<T>;
+    static constexpr int lanes = VT::lanes;
+
+    template <class Record>
+    static Record* first(EnvList* list)
+    {
+        return static_cast<Record*>(EnvList_get(list, 0));
+    }
+
+    // One SpanTransform of size S on a group of columns: ascending reads at
+    // src + up + q * upStride, descending (reversed, negated) at
+    // src + down - q * downStride; row R stored at dst + R * rowStride.
+    template <int S>
+    static void spanGroup(const T* src, int64_t up, int64_t upStride, int64_t down, int64_t downStride, T* dst,
+                          int64_t rowStride)
+    {
+        V u[S];
+        for (int q = 0; q < S / 2; ++q)
+            u[q] = VT::load(src + up + q * upStride);
+        for (int q = S / 2; q < S; ++q) {
+            // the skew extension: samples read backwards with the opposite sign, as 0 - x
+            u[q] = kv::sub(VT::zero(), VT::reverse(VT::load(src + down - q * downStride - (lanes - 1))));
+        }
+        C z[S / 2];
+        K::template span<S>(u, z);
+        for (int p = 0; p < S / 2; ++p) {
+            VT::store(dst + (2 * p) * rowStride, z[p].re);
+            VT::store(dst + (2 * p + 1) * rowStride, z[p].im);
+        }
+    }
+
+    static void spanByRule(int32_t rule, const T* src, int64_t up, int64_t upStride, int64_t down, int64_t downStride,
+                           T* dst, int64_t rowStride)
+    {
+        switch (rule) {
+        case 1: spanGroup<2>(src, up, upStride, down, downStride, dst, rowStride); break;
+        case 2: spanGroup<4>(src, up, upStride, down, downStride, dst, rowStride); break;
+        case 3: spanGroup<8>(src, up, upStride, down, downStride, dst, rowStride); break;
+        case 4: spanGroup<16>(src, up, upStride, down, downStride, dst, rowStride); break;
+        case 5: spanGroup<32>(src, up, upStride, down, downStride, dst, rowStride); break;
+        default: spanGroup<64>(src, up, upStride, down, downStride, dst, rowStride); break;
+        }
+    }
+
+    static Status env5_compute(Env5* env, T* dst, const T* src)
+    {
+        if (env->rule < 1 || env->rule > 7)
+            return StatusBadArg;
+        for (int32_t b = 0; b < env->vectors; ++b) {
+            const int32_t column = lanes * b;
+            if (env->rule == 7) {
+                env7_compute(first<Env7>(env->firstList), dst, src, column, env->lastIndex - 2 * column, column);
+            } else {
+                spanByRule(env->rule, src, column, env->radix2, env->lastIndex - column, env->radix2, dst + column,
+                           env->stride);
+            }
+        }
+        return StatusOk;
+    }
+
+    static Status env7_compute(Env7* env, T* dst, const T* src, int32_t inOff, int32_t mirrorOff, int32_t outOff)
+    {
+        if (env->rule != 1)
+            return StatusBadArg;
+        // the stage of the second list runs first
+        env9_compute(first<Env9>(env->secondList), static_cast<T*>(env->work), src, inOff, mirrorOff, outOff);
+        env8_compute(first<Env8>(env->firstList), dst, static_cast<const T*>(env->work), outOff, outOff);
+        return StatusOk;
+    }
+
+    static Status env9_compute(Env9* env, T* dst, const T* src, int32_t inOff, int32_t mirrorOff, int32_t outOff)
+    {
+        if (env->rule < 1 || env->rule > 7)
+            return StatusBadArg;
+        for (int32_t t = 0; t < env->radix; ++t) {
+            const int64_t in = inOff + int64_t(t) * env->inStride0;
+            if (env->rule == 7) {
+                env7_compute(first<Env7>(env->firstList), dst, src, static_cast<int32_t>(in),
+                             mirrorOff - 2 * t * env->inStride0, outOff + t * env->outStride0);
+            } else {
+                spanByRule(env->rule, src, in, env->inStride, int64_t(inOff) + mirrorOff - int64_t(t) * env->inStride0,
+                           env->inStride, dst + outOff + int64_t(t) * env->outStride0, env->outStride);
+            }
+        }
+        return StatusOk;
+    }
+
+    // (re + i im)(c + i s) with the table's cosine and sine vectors
+    static KVTG_INLINE C rotate(C z, const T* pair)
+    {
+        const V c = kv::AlignedAccess::loadVector(pair), s = kv::AlignedAccess::loadVector(pair + lanes);
+        return {kv::sub(kv::mul(c, z.re), kv::mul(s, z.im)), kv::add(kv::mul(s, z.re), kv::mul(c, z.im))};
+    }
+
+    template <int S>
+    static void combine(Env8* env, T* dst, const T* src, int32_t inOff, int32_t outOff)
+    {
+        const int32_t e = env->outStride, m = env->span;
+        const int32_t pairWidth = 2 * lanes;
+        constexpr int parts = S == 16 ? 4 : 8;  // s' of the two-level forms
+        const int32_t half = m / 2;
+        const T* table = static_cast<const T*>(env->table);
+        // the two sections of the two-level forms; Real64 radix 32 has B in front
+        const bool bFirst = S == 32 && sizeof(T) == 8;
+        const int64_t aSize = int64_t(half) * 3 * parts * pairWidth, bSize = int64_t(half) * (parts - 1) * pairWidth;
+        const T* sectionA = bFirst ? table + bSize : table;
+        const T* sectionB = bFirst ? table : table + aSize;
+        for (int32_t i = 0; i < half; ++i) {
+            const T* block = src + inOff + int64_t(i) * env->blockStride;
+            C v[S];
+            for (int t = 0; t < S; ++t)
+                v[t] = {kv::AlignedAccess::loadVector(block + int64_t(t) * e),
+                        kv::AlignedAccess::loadVector(block + int64_t(S + t) * e)};
+            C out[S];
+            if constexpr (S <= 8) {
+                const T* pairs = table + int64_t(i) * (S - 1) * pairWidth;
+                for (int t = 1; t < S; ++t)
+                    v[t] = rotate(v[t], pairs + (t - 1) * pairWidth);
+                K::template dft<S>(v);
+                for (int l = 0; l < S; ++l)
+                    out[l] = v[l];
+            } else {
+                C d[4][parts];
+                const T* pairsB = sectionB + int64_t(i) * (parts - 1) * pairWidth;
+                for (int j = 0; j < 4; ++j) {
+                    for (int t = 0; t < parts; ++t)
+                        d[j][t] = t == 0 ? v[j] : rotate(v[j + 4 * t], pairsB + (t - 1) * pairWidth);
+                    K::template dft<parts>(d[j]);
+                }
+                const T* pairsA = sectionA + int64_t(i) * 3 * parts * pairWidth;
+                for (int l = 0; l < parts; ++l) {
+                    C four[4];
+                    for (int j = 0; j < 4; ++j)
+                        four[j] = j == 0 ? d[0][l] : rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
+                    K::template dft<4>(four);
+                    for (int l2 = 0; l2 < 4; ++l2)
+                        out[l + parts * l2] = four[l2];
+                }
+            }
+            for (int l = 0; l < S; ++l) {
+                const int32_t p = i + m * l;
+                T* row = dst + outOff;
+                if (p < env->half) {
+                    VT::store(row + int64_t(2 * p) * env->outStride2, out[l].re);
+                    VT::store(row + int64_t(2 * p + 1) * env->outStride2, out[l].im);
+                } else {
+                    // the conjugate of Z[p] is Z[n-1-p]
+                    const int32_t mirror = env->lastIndex - i - m * l;
+                    VT::store(row + int64_t(2 * mirror) * env->outStride2, out[l].re);
+                    VT::store(row + int64_t(2 * mirror + 1) * env->outStride2, kv::sub(VT::zero(), out[l].im));
+                }
+            }
+        }
+    }
+
+    static Status env8_compute(Env8* env, T* dst, const T* src, int32_t inOff, int32_t outOff)
+    {
+        switch (env->rule) {
+        case 1: combine<2>(env, dst, src, inOff, outOff); break;
+        case 2: combine<4>(env, dst, src, inOff, outOff); break;
+        case 3: combine<8>(env, dst, src, inOff, outOff); break;
+        case 4: combine<16>(env, dst, src, inOff, outOff); break;
+        case 5: combine<32>(env, dst, src, inOff, outOff); break;
+        default: return StatusBadArg;
+        }
+        return StatusOk;
+    }
+
+    // ---- table pass: rotations and the FoldTransform of size 2r, rows in the lanes
+    template <int R>
+    static void foldBlocks(Env4* env, T* dst, const T* src)
+    {
+        const T* table = static_cast<const T*>(env->table);
+        const int32_t* order = Tables<T>::columnOrder(R);
+        const int32_t span = env->span;
+        for (int32_t b = 0; b < env->blocks; ++b) {
+            const T* rows = src + int64_t(b) * env->rowStep;
+            C z[R];
+            for (int c = 0; c < R; ++c) {
+                const int j = order[c];
+                const C gathered = {VT::gather(rows + j, env->radix2), VT::gather(rows + R + j, env->radix2)};
+                z[j] = rotate(gathered, table);
+                table += 2 * lanes;
+            }
+            V y[2 * R];
+            K::template fold<R>(z, y);
+            const int32_t p = lanes * b;
+            for (int q = 0; q < R; ++q)
+                VT::store(dst + int64_t(span) * q + p, y[q + R]);
+            for (int q = 1; q <= R; ++q)
+                VT::store(dst + int64_t(span) * q - 1 - p - (lanes - 1), VT::reverse(y[R - q]));
+        }
+    }
+
+    static Status env4_compute(Env4* env, T* dst, const T* src)
+    {
+        switch (env->rule) {
+        case 1: foldBlocks<1>(env, dst, src); break;
+        case 2: foldBlocks<2>(env, dst, src); break;
+        case 3: foldBlocks<4>(env, dst, src); break;
+        case 4: foldBlocks<8>(env, dst, src); break;
+        case 5: foldBlocks<16>(env, dst, src); break;
+        case 6: foldBlocks<32>(env, dst, src); break;
+        default: return StatusBadArg;
+        }
+        return StatusOk;
+    }
+};
+
+}  // namespace dct4
+
+#endif

@@ -1,0 +1,190 @@
+// The vector kernels of the DCT-IV general path, for `lanes` independent
+// columns or rows side by side: the `SpanTransform` of sizes 2 to 64, the
+// `FoldTransform` of sizes 2 to 64 and the small complex DFTs of the
+// composite span stages.  Templates on the size unroll every loop at compile
+// time; every constant is a compile-time literal replicated across lanes.
+#ifndef KVTG_DCT4_VECTOR_KERNELS_H
+#define KVTG_DCT4_VECTOR_KERNELS_H
+
+#include "simd_sse2.h"
+
+namespace dct4 {
+
+constexpr long double kPi = 3.141592653589793238462643383279502884L;
+
+template <class T>
+struct Vec;
+template <>
+struct Vec<float> {
+    using V = kv::v4f;
+    static constexpr int lanes = 4;
+    static V set(float x) { return kv::set1f(x); }
+    static V zero() { return kv::zero4(); }
+    static V load(const float* p) { return kv::UnalignedAccess::loadVector(p); }
+    static void store(float* p, V v) { kv::UnalignedAccess::storeVector(p, v); }
+    static V reverse(V v) { return kv::shuffle<0x1B>(v, v); }
+    // lane l from p[l * stride]
+    static V gather(const float* p, int stride) { return kv::set4(p[0], p[stride], p[2 * stride], p[3 * stride]); }
+};
+template <>
+struct Vec<double> {
+    using V = kv::v2d;
+    static constexpr int lanes = 2;
+    static V set(double x) { return kv::set1(x); }
+    static V zero() { return kv::zero2(); }
+    static V load(const double* p) { return kv::UnalignedAccess::loadVector(p); }
+    static void store(double* p, V v) { kv::UnalignedAccess::storeVector(p, v); }
+    static V reverse(V v) { return kv::swap(v); }
+    static V gather(const double* p, int stride) { return kv::set2(p[0], p[stride]); }
+};
+
+template <class T>
+struct Complex {
+    typename Vec<T>::V re, im;
+};
+
+#define KVTG_INLINE inline __attribute__((always_inline))
+
+template <class T>
+struct Kernels {
+    using V = typename Vec<T>::V;
+    using C = Complex<T>;
+
+    static KVTG_INLINE V constant(long double x) { return Vec<T>::set(static_cast<T>(x)); }
+
+    // (re + i im) e^(i pi k / d), four products and two additions
+    template <int K, int D>
+    static KVTG_INLINE C rotate(C z)
+    {
+        const V c = constant(__builtin_cosl(kPi * K / D)), s = constant(__builtin_sinl(kPi * K / D));
+        return {kv::sub(kv::mul(c, z.re), kv::mul(s, z.im)), kv::add(kv::mul(s, z.re), kv::mul(c, z.im))};
+    }
+
+    // ---- SpanTransform: u[0 .. S-1] to Z[0 .. S/2-1]
+    template <int S, int P = 0>
+    static KVTG_INLINE void spanCombine(const C* e, const C* o, C* z)
+    {
+        if constexpr (P < S / 4) {
+            const C w = rotate<2 * P + 1, S>(o[P]);
+            z[P] = {kv::add(e[P].re, w.re), kv::add(e[P].im, w.im)};
+            z[S / 2 - 1 - P] = {kv::sub(e[P].re, w.re), kv::sub(w.im, e[P].im)};
+            spanCombine<S, P + 1>(e, o, z);
+        }
+    }
+
+    template <int S>
+    static KVTG_INLINE void span(const V* u, C* z)
+    {
+        if constexpr (S == 2) {
+            z[0] = {u[0], u[1]};
+        } else if constexpr (S == 4) {
+            const V c0 = constant(0.70710678118654752440084436210484903928L);
+            const V a = kv::mul(kv::sub(u[1], u[3]), c0), b = kv::mul(kv::add(u[1], u[3]), c0);
+            z[0] = {kv::add(u[0], a), kv::add(u[2], b)};
+            z[1] = {kv::sub(u[0], a), kv::sub(b, u[2])};
+        } else {
+            V even[S / 2], odd[S / 2];
+            split<S / 2>(u, even, odd);
+            C e[S / 4], o[S / 4];
+            span<S / 2>(even, e);
+            span<S / 2>(odd, o);
+            spanCombine<S>(e, o, z);
+        }
+    }
+
+    template <int H, int Q = 0>
+    static KVTG_INLINE void split(const V* u, V* even, V* odd)
+    {
+        if constexpr (Q < H) {
+            even[Q] = u[2 * Q];
+            odd[Q] = u[2 * Q + 1];
+            split<H, Q + 1>(u, even, odd);
+        }
+    }
+
+    // ---- FoldTransform: z[0 .. R-1] to y[q + R], q = -R .. R-1
+    template <int R, int J = 0>
+    static KVTG_INLINE void foldPairs(const C* z, C* plus, C* minus)
+    {
+        if constexpr (J < R / 2) {
+            const C a = z[J], b = z[R - 1 - J];
+            plus[J] = {kv::add(a.re, b.re), kv::sub(a.im, b.im)};
+            const C d = {kv::sub(a.re, b.re), kv::add(a.im, b.im)};
+            if constexpr (R == 2) {
+                const V c0 = constant(0.70710678118654752440084436210484903928L);
+                const V e = kv::mul(d.re, c0), f = kv::mul(d.im, c0);
+                minus[J] = {kv::sub(e, f), kv::add(e, f)};
+            } else {
+                minus[J] = rotate<2 * J + 1, 2 * R>(d);
+            }
+            foldPairs<R, J + 1>(z, plus, minus);
+        }
+    }
+
+    template <int R, int T2 = 0>
+    static KVTG_INLINE void interleave(const V* evenQ, const V* oddQ, V* y)
+    {
+        if constexpr (T2 < R) {
+            y[2 * T2] = evenQ[T2];
+            y[2 * T2 + 1] = oddQ[T2];
+            interleave<R, T2 + 1>(evenQ, oddQ, y);
+        }
+    }
+
+    template <int R>
+    static KVTG_INLINE void fold(const C* z, V* y)
+    {
+        if constexpr (R == 1) {
+            y[1] = z[0].re;  // Y[0]
+            y[0] = z[0].im;  // Y[-1]
+        } else {
+            C plus[R / 2], minus[R / 2];
+            foldPairs<R>(z, plus, minus);
+            V evenQ[R], oddQ[R];
+            fold<R / 2>(plus, evenQ);
+            fold<R / 2>(minus, oddQ);
+            // element t + R/2 of the halves is Y[2t] and Y[2t+1]
+            interleave<R>(evenQ, oddQ, y);
+        }
+    }
+
+    // ---- complex DFTs of positive sign: C[l] = sum_t x[t] e^(2 pi i t l / n)
+    template <int N>
+    static KVTG_INLINE void dft(C* x)
+    {
+        if constexpr (N == 2) {
+            const C a = x[0], b = x[1];
+            x[0] = {kv::add(a.re, b.re), kv::add(a.im, b.im)};
+            x[1] = {kv::sub(a.re, b.re), kv::sub(a.im, b.im)};
+        } else if constexpr (N == 4) {
+            const C s02 = {kv::add(x[0].re, x[2].re), kv::add(x[0].im, x[2].im)};
+            const C d02 = {kv::sub(x[0].re, x[2].re), kv::sub(x[0].im, x[2].im)};
+            const C s13 = {kv::add(x[1].re, x[3].re), kv::add(x[1].im, x[3].im)};
+            const C d13 = {kv::sub(x[1].re, x[3].re), kv::sub(x[1].im, x[3].im)};
+            x[0] = {kv::add(s02.re, s13.re), kv::add(s02.im, s13.im)};
+            x[2] = {kv::sub(s02.re, s13.re), kv::sub(s02.im, s13.im)};
+            // +i (d13)
+            x[1] = {kv::sub(d02.re, d13.im), kv::add(d02.im, d13.re)};
+            x[3] = {kv::add(d02.re, d13.im), kv::sub(d02.im, d13.re)};
+        } else {
+            C even[4] = {x[0], x[2], x[4], x[6]}, odd[4] = {x[1], x[3], x[5], x[7]};
+            dft<4>(even);
+            dft<4>(odd);
+            const V c0 = constant(0.70710678118654752440084436210484903928L);
+            // odd[k] times e^(2 pi i k / 8)
+            const C w1 = {kv::mul(kv::sub(odd[1].re, odd[1].im), c0), kv::mul(kv::add(odd[1].re, odd[1].im), c0)};
+            const C w2 = {kv::sub(Vec<T>::zero(), odd[2].im), odd[2].re};
+            const C w3 = {kv::mul(kv::add(odd[3].re, odd[3].im), kv::sub(Vec<T>::zero(), c0)),
+                          kv::mul(kv::sub(odd[3].re, odd[3].im), c0)};
+            const C w[4] = {odd[0], w1, w2, w3};
+            for (int k = 0; k < 4; ++k) {
+                x[k] = {kv::add(even[k].re, w[k].re), kv::add(even[k].im, w[k].im)};
+                x[k + 4] = {kv::sub(even[k].re, w[k].re), kv::sub(even[k].im, w[k].im)};
+            }
+        }
+    }
+};
+
+}  // namespace dct4
+
+#endif
