@@ -1,4 +1,5 @@
-// libFuzzer target for the size dispatchers: random family, length, flag,
+// libFuzzer target for the size dispatchers and the DCT-IV plan entry points:
+// random family, length, flag,
 // pointer alignment and null pointers.  A call that fails must write nothing;
 // a call that succeeds must write only its own output array.
 #include <cstddef>
@@ -113,18 +114,73 @@ void whtCall(Status (*transform)(const T*, T*, int32_t, int32_t, uint8_t*), Stat
     }
 }
 
+// DCT-IV plan entry points: a random length, a block of the reported size (or
+// a null one), then a transform.  Failures write nothing to the caller's
+// pointer; success stays inside the block, src and dst.
+template <class T>
+void dctCall(Status (*size)(int32_t, int32_t*), Status (*init)(DctPlan**, int32_t, uint8_t*),
+             Status (*run)(const T*, T*, DctPlan*), Input& in)
+{
+    const auto choice = in.take<std::uint16_t>();
+    const auto layout = in.take<std::uint8_t>();
+    // mostly small lengths, some arbitrary ones
+    const std::int32_t n = (choice & 0x8000) ? static_cast<std::int32_t>(choice & 0x7FFF) - 16 : (1 << (choice % 14)) + (choice & 0x100 ? 1 : 0);
+    std::int32_t bytes = -1;
+    const Status sized = size(n, &bytes);
+    DctPlan* const marker = reinterpret_cast<DctPlan*>(&bytes);
+    DctPlan* plan = marker;
+    if (sized != StatusOk) {
+        if (bytes != -1)
+            fail();  // nothing stored on a rejected length
+        // a rejected length may take part of a tree before it fails: the block
+        // is scratch then, and has room for a table of the length
+        std::vector<unsigned char> block(16 * static_cast<std::size_t>(n > 0 ? n : 0) + 8192, 0x33);
+        if (init(&plan, n, block.data()) == StatusOk || plan != marker)
+            fail();
+        return;
+    }
+    const std::size_t offset = layout & 31;
+    std::vector<unsigned char> blockStore(static_cast<std::size_t>(bytes) + offset + 2 * guard, 0x77);
+    uint8_t* block = (layout & 64) ? nullptr : blockStore.data() + guard + offset;
+    const Status status = init(&plan, n, block);
+    if (block == nullptr) {
+        if (status != StatusNullArg || plan != marker)
+            fail();
+        return;
+    }
+    if (status != StatusOk)
+        fail();
+    for (std::size_t i = 0; i < guard; ++i)
+        if (blockStore[i] != 0x77 || blockStore[blockStore.size() - 1 - i] != 0x77)
+            fail();  // the plan outgrew its reported size
+    const std::size_t count = static_cast<std::size_t>(n);
+    std::vector<T> src(count + 8, T(0.25)), dst(count + 8, T(7));
+    const bool inPlace = layout & 128;
+    if (run(src.data() + 1, inPlace ? src.data() + 1 : dst.data() + 1, plan) != StatusOk)
+        fail();
+    const std::vector<T>& out = inPlace ? src : dst;
+    const T untouched = inPlace ? T(0.25) : T(7);
+    if (out[0] != untouched || out[count + 1] != untouched)
+        fail();  // a write next to the output
+    for (std::size_t i = 0; i < guard; ++i)
+        if (blockStore[i] != 0x77 || blockStore[blockStore.size() - 1 - i] != 0x77)
+            fail();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     Input in{data, size};
-    switch (in.take<std::uint8_t>() % 6) {
+    switch (in.take<std::uint8_t>() % 8) {
     case 0: complexCall<Complex32>(kvtgDFTFwd_CToC_32fc, in); break;
     case 1: complexCall<Complex32>(kvtgDFTInv_CToC_32fc, in); break;
     case 2: complexCall<Complex64>(kvtgDFTFwd_CToC_64fc, in); break;
     case 3: complexCall<Complex64>(kvtgDFTInv_CToC_64fc, in); break;
     case 4: whtCall<Real32>(kvtgWHT_32f, kvtgWHTGetBufferSize_32f, in); break;
-    default: whtCall<Real64>(kvtgWHT_64f, kvtgWHTGetBufferSize_64f, in); break;
+    case 5: whtCall<Real64>(kvtgWHT_64f, kvtgWHTGetBufferSize_64f, in); break;
+    case 6: dctCall<Real32>(kvtgDCT4GetSize_32f, kvtgDCT4Init_32f, kvtgDCT4_32f, in); break;
+    default: dctCall<Real64>(kvtgDCT4GetSize_64f, kvtgDCT4Init_64f, kvtgDCT4_64f, in); break;
     }
     return 0;
 }

@@ -47,6 +47,24 @@ Job whtJob(Status (*transform)(const T*, T*, int32_t, int32_t, uint8_t*), int or
     }};
 }
 
+// Each call builds, runs and releases a plan of its own.
+template <class T>
+Job dctJob(Status (*alloc)(DctPlan**, int32_t), Status (*run)(const T*, T*, DctPlan*), Status (*release)(DctPlan*),
+           int n, std::uint32_t seed)
+{
+    return {[=] {
+        const std::vector<T> x = ref::Random(seed).vector<T>(static_cast<std::size_t>(n));
+        std::vector<T> y(x.size());
+        DctPlan* plan = nullptr;
+        EXPECT_EQ(alloc(&plan, n), StatusOk);
+        EXPECT_EQ(run(x.data(), y.data(), plan), StatusOk);
+        EXPECT_EQ(release(plan), StatusOk);
+        std::vector<unsigned char> bytes(y.size() * sizeof(T));
+        std::memcpy(bytes.data(), y.data(), bytes.size());
+        return bytes;
+    }};
+}
+
 std::vector<Job> allJobs()
 {
     std::vector<Job> jobs;
@@ -56,6 +74,10 @@ std::vector<Job> allJobs()
         jobs.push_back(complexJob<Complex32>(kvtgDFTInv_CToC_32fc, n, seed + 100));
         jobs.push_back(complexJob<Complex64>(kvtgDFTFwd_CToC_64fc, n, seed + 200));
         jobs.push_back(complexJob<Complex64>(kvtgDFTInv_CToC_64fc, n, seed + 300));
+    }
+    for (int n : {2, 32, 64, 1024, 4096}) {
+        jobs.push_back(dctJob<Real32>(kvtgDCT4InitAlloc_32f, kvtgDCT4_32f, kvtgDCT4Free_32f, n, static_cast<std::uint32_t>(n)));
+        jobs.push_back(dctJob<Real64>(kvtgDCT4InitAlloc_64f, kvtgDCT4_64f, kvtgDCT4Free_64f, n, static_cast<std::uint32_t>(n) + 1));
     }
     for (int order = 1; order <= 13; ++order) {
         jobs.push_back(whtJob<Real32>(kvtgWHT_32f, order, static_cast<std::uint32_t>(order)));

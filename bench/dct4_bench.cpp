@@ -1,0 +1,161 @@
+// DCT-IV plans against FFTW's REDFT11 plan and FFTW's complex FFT of N/2
+// (the floor of a DCT-IV: about one such FFT plus two passes of rotations),
+// N = 2^6 .. 2^22, both precisions; and for the largest lengths the bandwidth
+// against a plain copy of the same bytes.
+#include <benchmark/benchmark.h>
+#include <fftw3.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "bench_report.h"
+#include "kvtgen.h"
+
+namespace {
+
+template <class T>
+struct Peer;
+template <>
+struct Peer<float> {
+    static void redft(benchmark::State& state, int n)
+    {
+        float* in = fftwf_alloc_real(static_cast<std::size_t>(n));
+        float* out = fftwf_alloc_real(static_cast<std::size_t>(n));
+        fftwf_plan plan = fftwf_plan_r2r_1d(n, in, out, FFTW_REDFT11, FFTW_MEASURE);
+        for (int i = 0; i < n; ++i)
+            in[i] = std::sin(i + 1.0f);
+        for (auto _ : state) {
+            fftwf_execute_r2r(plan, in, out);
+            benchmark::ClobberMemory();
+        }
+        fftwf_destroy_plan(plan);
+        fftwf_free(in);
+        fftwf_free(out);
+    }
+    static void fft(benchmark::State& state, int n)
+    {
+        fftwf_complex* in = fftwf_alloc_complex(static_cast<std::size_t>(n / 2));
+        fftwf_complex* out = fftwf_alloc_complex(static_cast<std::size_t>(n / 2));
+        fftwf_plan plan = fftwf_plan_dft_1d(n / 2, in, out, FFTW_FORWARD, FFTW_MEASURE);
+        for (int i = 0; i < n / 2; ++i)
+            in[i][0] = in[i][1] = std::sin(i + 1.0f);
+        for (auto _ : state) {
+            fftwf_execute_dft(plan, in, out);
+            benchmark::ClobberMemory();
+        }
+        fftwf_destroy_plan(plan);
+        fftwf_free(in);
+        fftwf_free(out);
+    }
+    static Status alloc(DctPlan** p, int n) { return kvtgDCT4InitAlloc_32f(p, n); }
+    static Status run(const float* s, float* d, DctPlan* p) { return kvtgDCT4_32f(s, d, p); }
+    static void release(DctPlan* p) { kvtgDCT4Free_32f(p); }
+};
+template <>
+struct Peer<double> {
+    static void redft(benchmark::State& state, int n)
+    {
+        double* in = fftw_alloc_real(static_cast<std::size_t>(n));
+        double* out = fftw_alloc_real(static_cast<std::size_t>(n));
+        fftw_plan plan = fftw_plan_r2r_1d(n, in, out, FFTW_REDFT11, FFTW_MEASURE);
+        for (int i = 0; i < n; ++i)
+            in[i] = std::sin(i + 1.0);
+        for (auto _ : state) {
+            fftw_execute_r2r(plan, in, out);
+            benchmark::ClobberMemory();
+        }
+        fftw_destroy_plan(plan);
+        fftw_free(in);
+        fftw_free(out);
+    }
+    static void fft(benchmark::State& state, int n)
+    {
+        fftw_complex* in = fftw_alloc_complex(static_cast<std::size_t>(n / 2));
+        fftw_complex* out = fftw_alloc_complex(static_cast<std::size_t>(n / 2));
+        fftw_plan plan = fftw_plan_dft_1d(n / 2, in, out, FFTW_FORWARD, FFTW_MEASURE);
+        for (int i = 0; i < n / 2; ++i)
+            in[i][0] = in[i][1] = std::sin(i + 1.0);
+        for (auto _ : state) {
+            fftw_execute_dft(plan, in, out);
+            benchmark::ClobberMemory();
+        }
+        fftw_destroy_plan(plan);
+        fftw_free(in);
+        fftw_free(out);
+    }
+    static Status alloc(DctPlan** p, int n) { return kvtgDCT4InitAlloc_64f(p, n); }
+    static Status run(const double* s, double* d, DctPlan* p) { return kvtgDCT4_64f(s, d, p); }
+    static void release(DctPlan* p) { kvtgDCT4Free_64f(p); }
+};
+
+template <class T>
+void benchPlan(benchmark::State& state, int n)
+{
+    DctPlan* plan = nullptr;
+    Peer<T>::alloc(&plan, n);
+    std::vector<T> x(static_cast<std::size_t>(n)), y(x.size());
+    for (int i = 0; i < n; ++i)
+        x[static_cast<std::size_t>(i)] = static_cast<T>(std::sin(i + 1.0));
+    for (auto _ : state) {
+        Peer<T>::run(x.data(), y.data(), plan);
+        benchmark::ClobberMemory();
+    }
+    Peer<T>::release(plan);
+}
+
+template <class T>
+void benchCopy(benchmark::State& state, int n)
+{
+    std::vector<T> x(static_cast<std::size_t>(n), T(1)), y(x.size());
+    for (auto _ : state) {
+        std::memcpy(y.data(), x.data(), x.size() * sizeof(T));
+        benchmark::ClobberMemory();
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    for (const char* type : {"32f", "64f"}) {
+        const bool single = type[0] == '3';
+        for (int log2n = 6; log2n <= 22; ++log2n) {
+            const int n = 1 << log2n;
+            const std::string suffix = std::string(type) + "/" + std::to_string(n);
+            benchmark::RegisterBenchmark(("kvtg/" + suffix).c_str(), single ? benchPlan<float> : benchPlan<double>, n);
+            benchmark::RegisterBenchmark(("redft11/" + suffix).c_str(), single ? Peer<float>::redft : Peer<double>::redft, n);
+            benchmark::RegisterBenchmark(("fft/" + suffix).c_str(), single ? Peer<float>::fft : Peer<double>::fft, n);
+            if (log2n >= 20)
+                benchmark::RegisterBenchmark(("copy/" + suffix).c_str(), single ? benchCopy<float> : benchCopy<double>, n);
+        }
+    }
+    benchmark::Initialize(&argc, argv);
+    bench::Collector results;
+    benchmark::RunSpecifiedBenchmarks(&results);
+    for (const char* type : {"32f", "64f"}) {
+        std::printf("\n%-4s %9s %12s %12s %12s %9s %9s\n", type, "N", "kvtg ns", "redft11 ns", "fft N/2 ns", "vs redft",
+                    "vs fft");
+        std::vector<double> ratios;
+        for (int log2n = 6; log2n <= 22; ++log2n) {
+            const std::string suffix = std::string(type) + "/" + std::to_string(1 << log2n);
+            const double ours = results.ns("kvtg/" + suffix), redft = results.ns("redft11/" + suffix),
+                         fft = results.ns("fft/" + suffix);
+            if (log2n <= 20)
+                ratios.push_back(redft / ours);
+            std::printf("%-4s %9d %12.0f %12.0f %12.0f %8.2fx %8.2fx\n", "", 1 << log2n, ours, redft, fft, redft / ours,
+                        ours / fft);
+        }
+        std::printf("%-4s geometric mean over 2^6..2^20: %.2fx REDFT11's speed\n", type, bench::geometricMean(ratios));
+        for (int log2n = 20; log2n <= 22; ++log2n) {
+            const std::string suffix = std::string(type) + "/" + std::to_string(1 << log2n);
+            const double bytes = 2.0 * (1 << log2n) * (type[0] == '3' ? 4 : 8);  // read src, write dst
+            std::printf("%-4s %9d  kvtg %6.2f GB/s, copy %6.2f GB/s\n", "", 1 << log2n, bytes / results.ns("kvtg/" + suffix),
+                        bytes / results.ns("copy/" + suffix));
+        }
+    }
+    benchmark::Shutdown();
+    return 0;
+}
