@@ -32,14 +32,17 @@ struct Compute {
                           int64_t rowStride)
     {
         V u[S];
+#pragma GCC unroll 64
         for (int q = 0; q < S / 2; ++q)
             u[q] = VT::load(src + up + q * upStride);
+#pragma GCC unroll 64
         for (int q = S / 2; q < S; ++q) {
             // the skew extension: samples read backwards with the opposite sign, as 0 - x
             u[q] = kv::sub(VT::zero(), VT::reverse(VT::load(src + down - q * downStride - (lanes - 1))));
         }
         C z[S / 2];
         K::template span<S>(u, z);
+#pragma GCC unroll 64
         for (int p = 0; p < S / 2; ++p) {
             VT::store(dst + (2 * p) * rowStride, z[p].re);
             VT::store(dst + (2 * p + 1) * rowStride, z[p].im);
@@ -192,18 +195,34 @@ struct Compute {
         const int32_t span = env->span;
         for (int32_t b = 0; b < env->blocks; ++b) {
             const T* rows = src + int64_t(b) * env->rowStep;
+            // lane l takes the row pair l of the block: real parts, then imaginary parts
+            V re[R], im[R];
+            if constexpr (R >= lanes) {
+#pragma GCC unroll 32
+                for (int j = 0; j < R; j += lanes) {
+                    VT::gatherBlock(rows + j, env->radix2, re + j);
+                    VT::gatherBlock(rows + R + j, env->radix2, im + j);
+                }
+            } else {
+                for (int j = 0; j < R; ++j) {
+                    re[j] = VT::gather(rows + j, env->radix2);
+                    im[j] = VT::gather(rows + R + j, env->radix2);
+                }
+            }
             C z[R];
+#pragma GCC unroll 32
             for (int c = 0; c < R; ++c) {
                 const int j = order[c];
-                const C gathered = {VT::gather(rows + j, env->radix2), VT::gather(rows + R + j, env->radix2)};
-                z[j] = rotate(gathered, table);
+                z[j] = rotate({re[j], im[j]}, table);
                 table += 2 * lanes;
             }
             V y[2 * R];
             K::template fold<R>(z, y);
             const int32_t p = lanes * b;
+#pragma GCC unroll 32
             for (int q = 0; q < R; ++q)
                 VT::store(dst + int64_t(span) * q + p, y[q + R]);
+#pragma GCC unroll 32
             for (int q = 1; q <= R; ++q)
                 VT::store(dst + int64_t(span) * q - 1 - p - (lanes - 1), VT::reverse(y[R - q]));
         }

@@ -25,6 +25,16 @@ struct Vec<float> {
     static V reverse(V v) { return kv::shuffle<0x1B>(v, v); }
     // lane l from p[l * stride]
     static V gather(const float* p, int stride) { return kv::set4(p[0], p[stride], p[2 * stride], p[3 * stride]); }
+    // out[k] lane l = p[l * stride + k], k < 4: four rows transposed
+    static void gatherBlock(const float* p, int stride, V* out)
+    {
+        V a = load(p), b = load(p + stride), c = load(p + 2 * stride), d = load(p + 3 * stride);
+        kv::transpose4(a, b, c, d);
+        out[0] = a;
+        out[1] = b;
+        out[2] = c;
+        out[3] = d;
+    }
 };
 template <>
 struct Vec<double> {
@@ -36,6 +46,12 @@ struct Vec<double> {
     static void store(double* p, V v) { kv::UnalignedAccess::storeVector(p, v); }
     static V reverse(V v) { return kv::swap(v); }
     static V gather(const double* p, int stride) { return kv::set2(p[0], p[stride]); }
+    static void gatherBlock(const double* p, int stride, V* out)
+    {
+        const V a = load(p), b = load(p + stride);
+        out[0] = kv::unpackLow(a, b);
+        out[1] = kv::unpackHigh(a, b);
+    }
 };
 
 template <class T>
