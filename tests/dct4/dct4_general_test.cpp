@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "dct4_api.h"
 #include "guarded.h"
 #include "kvtgen.h"
 #include "reference.h"
@@ -48,26 +49,6 @@ std::vector<long double> fftwDct4(const std::vector<long double>& x)
     return y;
 }
 
-template <class T>
-struct Dct;
-template <>
-struct Dct<float> {
-    static Status alloc(DctPlan** p, int32_t n) { return kvtgDCT4InitAlloc_32f(p, n); }
-    static Status size(int32_t n, int32_t* s) { return kvtgDCT4GetSize_32f(n, s); }
-    static Status init(DctPlan** p, int32_t n, uint8_t* b) { return kvtgDCT4Init_32f(p, n, b); }
-    static Status run(const float* s, float* d, DctPlan* p) { return kvtgDCT4_32f(s, d, p); }
-    static Status release(DctPlan* p) { return kvtgDCT4Free_32f(p); }
-    static constexpr double epsilon = 6e-8;
-};
-template <>
-struct Dct<double> {
-    static Status alloc(DctPlan** p, int32_t n) { return kvtgDCT4InitAlloc_64f(p, n); }
-    static Status size(int32_t n, int32_t* s) { return kvtgDCT4GetSize_64f(n, s); }
-    static Status init(DctPlan** p, int32_t n, uint8_t* b) { return kvtgDCT4Init_64f(p, n, b); }
-    static Status run(const double* s, double* d, DctPlan* p) { return kvtgDCT4_64f(s, d, p); }
-    static Status release(DctPlan* p) { return kvtgDCT4Free_64f(p); }
-    static constexpr double epsilon = 1.2e-16;
-};
 
 template <class T>
 double relativeRms(const std::vector<T>& got, const std::vector<long double>& exact)

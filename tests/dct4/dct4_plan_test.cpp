@@ -10,6 +10,7 @@
 #include "counting_allocator.h"
 #include "dct4/env.h"
 #include "dct4/tables.h"
+#include "dct4_api.h"
 #include "guarded.h"
 #include "kvtgen.h"
 
@@ -17,20 +18,8 @@ using namespace dct4;
 
 namespace {
 
-struct Api32 {
-    using T = float;
-    static Status size(int32_t n, int32_t* s) { return kvtgDCT4GetSize_32f(n, s); }
-    static Status init(DctPlan** p, int32_t n, uint8_t* b) { return kvtgDCT4Init_32f(p, n, b); }
-    static Status alloc(DctPlan** p, int32_t n) { return kvtgDCT4InitAlloc_32f(p, n); }
-    static Status release(DctPlan* p) { return kvtgDCT4Free_32f(p); }
-};
-struct Api64 {
-    using T = double;
-    static Status size(int32_t n, int32_t* s) { return kvtgDCT4GetSize_64f(n, s); }
-    static Status init(DctPlan** p, int32_t n, uint8_t* b) { return kvtgDCT4Init_64f(p, n, b); }
-    static Status alloc(DctPlan** p, int32_t n) { return kvtgDCT4InitAlloc_64f(p, n); }
-    static Status release(DctPlan* p) { return kvtgDCT4Free_64f(p); }
-};
+using Api32 = Dct<float>;
+using Api64 = Dct<double>;
 
 uint8_t* cursorOf(const uint8_t* block)
 {
