@@ -66,29 +66,34 @@ struct Compute {
     {
         if (env->rule < 1 || env->rule > 7)
             return StatusBadArg;
+        if (env->rule == 7) {
+            // all column groups at once: each stage runs its groups side by side,
+            // so that neighbouring groups share the cache lines of their strided reads
+            env7_compute(first<Env7>(env->firstList), dst, src, 0, env->lastIndex, 0, env->vectors);
+            return StatusOk;
+        }
         for (int32_t b = 0; b < env->vectors; ++b) {
             const int32_t column = lanes * b;
-            if (env->rule == 7) {
-                env7_compute(first<Env7>(env->firstList), dst, src, column, env->lastIndex - 2 * column, column);
-            } else {
-                spanByRule(env->rule, src, column, env->radix2, env->lastIndex - column, env->radix2, dst + column,
-                           env->stride);
-            }
+            spanByRule(env->rule, src, column, env->radix2, env->lastIndex - column, env->radix2, dst + column, env->stride);
         }
         return StatusOk;
     }
 
-    static Status env7_compute(Env7* env, T* dst, const T* src, int32_t inOff, int32_t mirrorOff, int32_t outOff)
+    // A composite span transform of `groups` neighbouring column groups; group g
+    // has the offsets of group 0 moved by lanes * g (the mirror offset by twice that).
+    static Status env7_compute(Env7* env, T* dst, const T* src, int32_t inOff, int32_t mirrorOff, int32_t outOff,
+                               int32_t groups)
     {
         if (env->rule != 1)
             return StatusBadArg;
         // the stage of the second list runs first
-        env9_compute(first<Env9>(env->secondList), static_cast<T*>(env->work), src, inOff, mirrorOff, outOff);
-        env8_compute(first<Env8>(env->firstList), dst, static_cast<const T*>(env->work), outOff, outOff);
+        env9_compute(first<Env9>(env->secondList), static_cast<T*>(env->work), src, inOff, mirrorOff, outOff, groups);
+        env8_compute(first<Env8>(env->firstList), dst, static_cast<const T*>(env->work), outOff, outOff, groups);
         return StatusOk;
     }
 
-    static Status env9_compute(Env9* env, T* dst, const T* src, int32_t inOff, int32_t mirrorOff, int32_t outOff)
+    static Status env9_compute(Env9* env, T* dst, const T* src, int32_t inOff, int32_t mirrorOff, int32_t outOff,
+                               int32_t groups)
     {
         if (env->rule < 1 || env->rule > 7)
             return StatusBadArg;
@@ -96,10 +101,14 @@ struct Compute {
             const int64_t in = inOff + int64_t(t) * env->inStride0;
             if (env->rule == 7) {
                 env7_compute(first<Env7>(env->firstList), dst, src, static_cast<int32_t>(in),
-                             mirrorOff - 2 * t * env->inStride0, outOff + t * env->outStride0);
-            } else {
-                spanByRule(env->rule, src, in, env->inStride, int64_t(inOff) + mirrorOff - int64_t(t) * env->inStride0,
-                           env->inStride, dst + outOff + int64_t(t) * env->outStride0, env->outStride);
+                             mirrorOff - 2 * t * env->inStride0, outOff + t * env->outStride0, groups);
+                continue;
+            }
+            for (int32_t g = 0; g < groups; ++g) {
+                const int64_t column = int64_t(lanes) * g;
+                spanByRule(env->rule, src, in + column, env->inStride,
+                           int64_t(inOff) + mirrorOff - int64_t(t) * env->inStride0 - column, env->inStride,
+                           dst + outOff + int64_t(t) * env->outStride0 + column, env->outStride);
             }
         }
         return StatusOk;
@@ -113,7 +122,7 @@ struct Compute {
     }
 
     template <int S>
-    static void combine(Env8* env, T* dst, const T* src, int32_t inOff, int32_t outOff)
+    static void combine(Env8* env, T* dst, const T* src, int32_t inOff, int32_t outOff, int32_t groups)
     {
         const int32_t e = env->outStride, m = env->span;
         const int32_t pairWidth = 2 * lanes;
@@ -125,62 +134,64 @@ struct Compute {
         const int64_t aSize = int64_t(half) * 3 * parts * pairWidth, bSize = int64_t(half) * (parts - 1) * pairWidth;
         const T* sectionA = bFirst ? table + bSize : table;
         const T* sectionB = bFirst ? table : table + aSize;
-        for (int32_t i = 0; i < half; ++i) {
-            const T* block = src + inOff + int64_t(i) * env->blockStride;
-            C v[S];
-            for (int t = 0; t < S; ++t)
-                v[t] = {kv::AlignedAccess::loadVector(block + int64_t(t) * e),
-                        kv::AlignedAccess::loadVector(block + int64_t(S + t) * e)};
-            C out[S];
-            if constexpr (S <= 8) {
-                const T* pairs = table + int64_t(i) * (S - 1) * pairWidth;
-                for (int t = 1; t < S; ++t)
-                    v[t] = rotate(v[t], pairs + (t - 1) * pairWidth);
-                K::template dft<S>(v);
-                for (int l = 0; l < S; ++l)
-                    out[l] = v[l];
-            } else {
-                C d[4][parts];
-                const T* pairsB = sectionB + int64_t(i) * (parts - 1) * pairWidth;
-                for (int j = 0; j < 4; ++j) {
-                    for (int t = 0; t < parts; ++t)
-                        d[j][t] = t == 0 ? v[j] : rotate(v[j + 4 * t], pairsB + (t - 1) * pairWidth);
-                    K::template dft<parts>(d[j]);
-                }
-                const T* pairsA = sectionA + int64_t(i) * 3 * parts * pairWidth;
-                for (int l = 0; l < parts; ++l) {
-                    C four[4];
-                    for (int j = 0; j < 4; ++j)
-                        four[j] = j == 0 ? d[0][l] : rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
-                    K::template dft<4>(four);
-                    for (int l2 = 0; l2 < 4; ++l2)
-                        out[l + parts * l2] = four[l2];
-                }
-            }
-            for (int l = 0; l < S; ++l) {
-                const int32_t p = i + m * l;
-                T* row = dst + outOff;
-                if (p < env->half) {
-                    VT::store(row + int64_t(2 * p) * env->outStride2, out[l].re);
-                    VT::store(row + int64_t(2 * p + 1) * env->outStride2, out[l].im);
+        for (int32_t i = 0; i < half; ++i)
+            for (int32_t g = 0; g < groups; ++g) {
+                const int32_t column = lanes * g;
+                const T* block = src + inOff + column + int64_t(i) * env->blockStride;
+                C v[S];
+                for (int t = 0; t < S; ++t)
+                    v[t] = {kv::AlignedAccess::loadVector(block + int64_t(t) * e),
+                            kv::AlignedAccess::loadVector(block + int64_t(S + t) * e)};
+                C out[S];
+                if constexpr (S <= 8) {
+                    const T* pairs = table + int64_t(i) * (S - 1) * pairWidth;
+                    for (int t = 1; t < S; ++t)
+                        v[t] = rotate(v[t], pairs + (t - 1) * pairWidth);
+                    K::template dft<S>(v);
+                    for (int l = 0; l < S; ++l)
+                        out[l] = v[l];
                 } else {
-                    // the conjugate of Z[p] is Z[n-1-p]
-                    const int32_t mirror = env->lastIndex - i - m * l;
-                    VT::store(row + int64_t(2 * mirror) * env->outStride2, out[l].re);
-                    VT::store(row + int64_t(2 * mirror + 1) * env->outStride2, kv::sub(VT::zero(), out[l].im));
+                    C d[4][parts];
+                    const T* pairsB = sectionB + int64_t(i) * (parts - 1) * pairWidth;
+                    for (int j = 0; j < 4; ++j) {
+                        for (int t = 0; t < parts; ++t)
+                            d[j][t] = t == 0 ? v[j] : rotate(v[j + 4 * t], pairsB + (t - 1) * pairWidth);
+                        K::template dft<parts>(d[j]);
+                    }
+                    const T* pairsA = sectionA + int64_t(i) * 3 * parts * pairWidth;
+                    for (int l = 0; l < parts; ++l) {
+                        C four[4];
+                        for (int j = 0; j < 4; ++j)
+                            four[j] = j == 0 ? d[0][l] : rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
+                        K::template dft<4>(four);
+                        for (int l2 = 0; l2 < 4; ++l2)
+                            out[l + parts * l2] = four[l2];
+                    }
+                }
+                for (int l = 0; l < S; ++l) {
+                    const int32_t p = i + m * l;
+                    T* row = dst + outOff + column;
+                    if (p < env->half) {
+                        VT::store(row + int64_t(2 * p) * env->outStride2, out[l].re);
+                        VT::store(row + int64_t(2 * p + 1) * env->outStride2, out[l].im);
+                    } else {
+                        // the conjugate of Z[p] is Z[n-1-p]
+                        const int32_t mirror = env->lastIndex - i - m * l;
+                        VT::store(row + int64_t(2 * mirror) * env->outStride2, out[l].re);
+                        VT::store(row + int64_t(2 * mirror + 1) * env->outStride2, kv::sub(VT::zero(), out[l].im));
+                    }
                 }
             }
-        }
     }
 
-    static Status env8_compute(Env8* env, T* dst, const T* src, int32_t inOff, int32_t outOff)
+    static Status env8_compute(Env8* env, T* dst, const T* src, int32_t inOff, int32_t outOff, int32_t groups)
     {
         switch (env->rule) {
-        case 1: combine<2>(env, dst, src, inOff, outOff); break;
-        case 2: combine<4>(env, dst, src, inOff, outOff); break;
-        case 3: combine<8>(env, dst, src, inOff, outOff); break;
-        case 4: combine<16>(env, dst, src, inOff, outOff); break;
-        case 5: combine<32>(env, dst, src, inOff, outOff); break;
+        case 1: combine<2>(env, dst, src, inOff, outOff, groups); break;
+        case 2: combine<4>(env, dst, src, inOff, outOff, groups); break;
+        case 3: combine<8>(env, dst, src, inOff, outOff, groups); break;
+        case 4: combine<16>(env, dst, src, inOff, outOff, groups); break;
+        case 5: combine<32>(env, dst, src, inOff, outOff, groups); break;
         default: return StatusBadArg;
         }
         return StatusOk;
