@@ -67,29 +67,41 @@ struct Stages : Tables<T> {
 
     static void chain(EnvList* owner, EnvList* view, void* object) { EnvList_add(view, EnvList_add(owner, object)); }
 
+    // The first steps of every constructor: size and arena, rule 0.
+    template <class Record>
+    static void begin(Record* r, uint8_t* arena)
+    {
+        r->head.size = static_cast<int32_t>(sizeof(Record));
+        r->head.arena = arena;
+        r->rule = 0;
+    }
+
+    // The last step of every constructor: the two operations of the head.
+    template <class Record>
+    static Record* finish(Record* r, void (*del)(void*), Status (*plan)(void*))
+    {
+        r->head.del = del;
+        r->head.plan = reinterpret_cast<void*>(plan);
+        return r;
+    }
+
     // ---- constructors: size and arena, rule 0, pointers null, list heads, del and plan last
     static Env1* env1___init__(Env1* r, uint8_t* arena, int32_t n)
     {
-        r->head.size = sizeof(Env1);
-        r->head.arena = arena;
-        r->rule = 0;
+        begin(r, arena);
         r->children = r->firstList = r->secondList = nullptr;
         r->work = nullptr;
         r->n = n;
         r->firstList = newList(arena);
         r->secondList = newList(arena);
         r->children = newList(arena);
-        r->head.del = env1___del__;
-        r->head.plan = reinterpret_cast<void*>(static_cast<Plan>(env1_plan));
-        return r;
+        return finish(r, env1___del__, env1_plan);
     }
 
     static Env2* env2___init__(Env2* r, uint8_t* arena, int32_t radix, int32_t n, int32_t radix2, int32_t blocks,
                                int32_t outN, int32_t lastIndex, int32_t span, void* fn)
     {
-        r->head.size = sizeof(Env2);
-        r->head.arena = arena;
-        r->rule = 0;
+        begin(r, arena);
         r->children = r->firstList = nullptr;
         r->table = nullptr;
         r->radix = radix;
@@ -102,17 +114,13 @@ struct Stages : Tables<T> {
         r->fn = fn;
         r->firstList = newList(arena);
         r->children = newList(arena);
-        r->head.del = env2___del__;
-        r->head.plan = reinterpret_cast<void*>(static_cast<Plan>(env2_plan));
-        return r;
+        return finish(r, env2___del__, env2_plan);
     }
 
     static Env3* env3___init__(Env3* r, uint8_t* arena, int32_t span, int32_t n, int32_t lastIndex, int32_t radix2,
                                int32_t radix, int32_t outN, int32_t stride)
     {
-        r->head.size = sizeof(Env3);
-        r->head.arena = arena;
-        r->rule = 0;
+        begin(r, arena);
         r->children = r->firstList = nullptr;
         r->table = nullptr;
         r->span = span;
@@ -124,17 +132,13 @@ struct Stages : Tables<T> {
         r->stride = stride;
         r->firstList = newList(arena);
         r->children = newList(arena);
-        r->head.del = env3___del__;
-        r->head.plan = reinterpret_cast<void*>(static_cast<Plan>(env3_plan));
-        return r;
+        return finish(r, env3___del__, env3_plan);
     }
 
     static Env5* env5___init__(Env5* r, uint8_t* arena, int32_t span, int32_t n, int32_t lastIndex, int32_t radix2,
                                int32_t vectors, int32_t outN, int32_t stride)
     {
-        r->head.size = sizeof(Env5);
-        r->head.arena = arena;
-        r->rule = 0;
+        begin(r, arena);
         r->children = r->firstList = nullptr;
         r->table = nullptr;
         r->span = span;
@@ -146,17 +150,13 @@ struct Stages : Tables<T> {
         r->stride = stride;
         r->firstList = newList(arena);
         r->children = newList(arena);
-        r->head.del = env5___del__;
-        r->head.plan = reinterpret_cast<void*>(static_cast<Plan>(env5_plan));
-        return r;
+        return finish(r, env5___del__, env5_plan);
     }
 
     static Env7* env7___init__(Env7* r, uint8_t* arena, int32_t n, int32_t inLen, int32_t outLen, int32_t inStride,
                                int32_t total, int32_t outStride)
     {
-        r->head.size = sizeof(Env7);
-        r->head.arena = arena;
-        r->rule = 0;
+        begin(r, arena);
         r->children = r->firstList = r->secondList = nullptr;
         r->work = nullptr;
         r->n = n;
@@ -168,18 +168,14 @@ struct Stages : Tables<T> {
         r->firstList = newList(arena);
         r->secondList = newList(arena);
         r->children = newList(arena);
-        r->head.del = env7___del__;
-        r->head.plan = reinterpret_cast<void*>(static_cast<Plan>(env7_plan));
-        return r;
+        return finish(r, env7___del__, env7_plan);
     }
 
     static Env8* env8___init__(Env8* r, uint8_t* arena, int32_t radix, int32_t total, int32_t outStride,
                                int32_t blockStride, int32_t blocks, int32_t total2, int32_t half, int32_t lastIndex,
                                int32_t outStride2, int32_t span, void* fn)
     {
-        r->head.size = sizeof(Env8);
-        r->head.arena = arena;
-        r->rule = 0;
+        begin(r, arena);
         r->children = nullptr;
         r->table = nullptr;
         r->radix = radix;
@@ -194,17 +190,13 @@ struct Stages : Tables<T> {
         r->span = span;
         r->fn = fn;
         r->children = newList(arena);
-        r->head.del = env8___del__;
-        r->head.plan = reinterpret_cast<void*>(static_cast<Plan>(env8_plan));
-        return r;
+        return finish(r, env8___del__, env8_plan);
     }
 
     static Env9* env9___init__(Env9* r, uint8_t* arena, int32_t span, int32_t inLen, int32_t outLen, int32_t inStride,
                                int32_t inStride0, int32_t radix, int32_t total, int32_t outStride, int32_t outStride0)
     {
-        r->head.size = sizeof(Env9);
-        r->head.arena = arena;
-        r->rule = 0;
+        begin(r, arena);
         r->children = r->firstList = nullptr;
         r->table = nullptr;
         r->span = span;
@@ -218,9 +210,7 @@ struct Stages : Tables<T> {
         r->outStride0 = outStride0;
         r->firstList = newList(arena);
         r->children = newList(arena);
-        r->head.del = env9___del__;
-        r->head.plan = reinterpret_cast<void*>(static_cast<Plan>(env9_plan));
-        return r;
+        return finish(r, env9___del__, env9_plan);
     }
 
     // ---- release: array, firstList, secondList, children's objects, children's nodes
