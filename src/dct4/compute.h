@@ -92,6 +92,69 @@ struct Compute {
         return StatusOk;
     }
 
+    // Scratch of the composite stages, on the stack: the rows that one kernel
+    // call touches, for as many column groups as fit.  Rows of the arrays lie
+    // at large power-of-two strides; moving whole rows through this buffer
+    // uses every cache line once, instead of once per column group.
+    static constexpr int32_t scratchSamples = 2048;
+
+    static KVTG_INLINE void copyRows(T* to, int64_t toStride, const T* from, int64_t fromStride, int32_t rows,
+                                     int32_t width)
+    {
+        for (int32_t row = 0; row < rows; ++row)
+            for (int32_t k = 0; k < width; k += lanes) {
+                V v = VT::load(from + row * fromStride + k);
+                // keeps the compiler from making a call of memcpy out of short rows
+                asm("" : "+x"(v));
+                VT::store(to + row * toStride + k, v);
+            }
+    }
+
+    // Column groups per pass through a scratch buffer of `rows` rows.
+    static int32_t groupsPerChunk(int32_t rows, int32_t groups)
+    {
+        const int32_t fit = scratchSamples / (rows * lanes);
+        return fit < groups ? (fit > 0 ? fit : 1) : groups;
+    }
+
+    // The span transforms of one sub-transform for `groups` neighbouring column
+    // groups: ascending rows from src + up, descending rows ending at src + down,
+    // both at rowStride; result rows to dst at outStride.  Whole rows go through
+    // the scratch buffers, the kernel runs on them group by group.
+    template <int S>
+    static void spanRows(const T* src, int64_t up, int64_t down, int64_t rowStride, T* dst, int64_t outStride,
+                         int32_t groups)
+    {
+        alignas(16) T in[scratchSamples], out[scratchSamples];
+        const int32_t chunk = groupsPerChunk(S, groups);
+        for (int32_t g0 = 0; g0 < groups; g0 += chunk) {
+            const int32_t count = groups - g0 < chunk ? groups - g0 : chunk;
+            const int32_t width = lanes * count, first = lanes * g0;
+            // row q of the buffer: ascending row q, or the samples of descending row q in memory order
+            copyRows(in, width, src + up + first, rowStride, S / 2, width);
+            copyRows(in + (S / 2) * width, width, src + down - first - (width - 1) - (S / 2) * rowStride, -rowStride,
+                     S / 2, width);
+            for (int32_t g = 0; g < count; ++g) {
+                const int32_t column = lanes * g;
+                spanGroup<S>(in, column, width, (width - 1) - column, -int64_t(width), out + column, width);
+            }
+            copyRows(dst + first, outStride, out, width, S, width);
+        }
+    }
+
+    static void spanRowsByRule(int32_t rule, const T* src, int64_t up, int64_t down, int64_t rowStride, T* dst,
+                               int64_t outStride, int32_t groups)
+    {
+        switch (rule) {
+        case 1: spanRows<2>(src, up, down, rowStride, dst, outStride, groups); break;
+        case 2: spanRows<4>(src, up, down, rowStride, dst, outStride, groups); break;
+        case 3: spanRows<8>(src, up, down, rowStride, dst, outStride, groups); break;
+        case 4: spanRows<16>(src, up, down, rowStride, dst, outStride, groups); break;
+        case 5: spanRows<32>(src, up, down, rowStride, dst, outStride, groups); break;
+        default: spanRows<64>(src, up, down, rowStride, dst, outStride, groups); break;
+        }
+    }
+
     static Status env9_compute(Env9* env, T* dst, const T* src, int32_t inOff, int32_t mirrorOff, int32_t outOff,
                                int32_t groups)
     {
@@ -104,12 +167,8 @@ struct Compute {
                              mirrorOff - 2 * t * env->inStride0, outOff + t * env->outStride0, groups);
                 continue;
             }
-            for (int32_t g = 0; g < groups; ++g) {
-                const int64_t column = int64_t(lanes) * g;
-                spanByRule(env->rule, src, in + column, env->inStride,
-                           int64_t(inOff) + mirrorOff - int64_t(t) * env->inStride0 - column, env->inStride,
-                           dst + outOff + int64_t(t) * env->outStride0 + column, env->outStride);
-            }
+            spanRowsByRule(env->rule, src, in, int64_t(inOff) + mirrorOff - int64_t(t) * env->inStride0, env->inStride,
+                           dst + outOff + int64_t(t) * env->outStride0, env->outStride, groups);
         }
         return StatusOk;
     }
@@ -121,12 +180,61 @@ struct Compute {
         return {kv::sub(kv::mul(c, z.re), kv::mul(s, z.im)), kv::add(kv::mul(s, z.re), kv::mul(c, z.im))};
     }
 
+    // Twiddles and the s-point DFT of one column group: the 2s rows of block i
+    // from `block` at row stride `inStride`, the s row pairs of the result to
+    // `out` in the order of l, at row stride `outStride`, the pairs that fall
+    // into the upper half already conjugated.
+    template <int S>
+    static KVTG_INLINE void combineGroup(const Env8* env, const T* sectionA, const T* sectionB, int32_t i,
+                                         const T* block, int64_t inStride, T* out, int64_t outStride)
+    {
+        constexpr int32_t pairWidth = 2 * lanes;
+        constexpr int parts = S == 16 ? 4 : 8;  // s' of the two-level forms
+        C v[S];
+        for (int t = 0; t < S; ++t)
+            v[t] = {kv::AlignedAccess::loadVector(block + int64_t(t) * inStride),
+                    kv::AlignedAccess::loadVector(block + int64_t(S + t) * inStride)};
+        C res[S];
+        if constexpr (S <= 8) {
+            const T* pairs = sectionA + int64_t(i) * (S - 1) * pairWidth;
+            for (int t = 1; t < S; ++t)
+                v[t] = rotate(v[t], pairs + (t - 1) * pairWidth);
+            K::template dft<S>(v);
+            for (int l = 0; l < S; ++l)
+                res[l] = v[l];
+        } else {
+            C d[4][parts];
+            const T* pairsB = sectionB + int64_t(i) * (parts - 1) * pairWidth;
+            for (int j = 0; j < 4; ++j) {
+                for (int t = 0; t < parts; ++t)
+                    d[j][t] = t == 0 ? v[j] : rotate(v[j + 4 * t], pairsB + (t - 1) * pairWidth);
+                K::template dft<parts>(d[j]);
+            }
+            const T* pairsA = sectionA + int64_t(i) * 3 * parts * pairWidth;
+            for (int l = 0; l < parts; ++l) {
+                C four[4];
+                for (int j = 0; j < 4; ++j)
+                    four[j] = j == 0 ? d[0][l] : rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
+                K::template dft<4>(four);
+                for (int l2 = 0; l2 < 4; ++l2)
+                    res[l + parts * l2] = four[l2];
+            }
+        }
+        for (int l = 0; l < S; ++l) {
+            // the conjugate of Z[p] is Z[n-1-p]
+            const bool upper = i + env->span * l >= env->half;
+            kv::AlignedAccess::storeVector(out + int64_t(2 * l) * outStride, res[l].re);
+            kv::AlignedAccess::storeVector(out + int64_t(2 * l + 1) * outStride,
+                                           upper ? kv::sub(VT::zero(), res[l].im) : res[l].im);
+        }
+    }
+
     template <int S>
     static void combine(Env8* env, T* dst, const T* src, int32_t inOff, int32_t outOff, int32_t groups)
     {
         const int32_t e = env->outStride, m = env->span;
-        const int32_t pairWidth = 2 * lanes;
-        constexpr int parts = S == 16 ? 4 : 8;  // s' of the two-level forms
+        constexpr int32_t pairWidth = 2 * lanes;
+        constexpr int parts = S == 16 ? 4 : 8;
         const int32_t half = m / 2;
         const T* table = static_cast<const T*>(env->table);
         // the two sections of the two-level forms; Real64 radix 32 has B in front
@@ -134,54 +242,31 @@ struct Compute {
         const int64_t aSize = int64_t(half) * 3 * parts * pairWidth, bSize = int64_t(half) * (parts - 1) * pairWidth;
         const T* sectionA = bFirst ? table + bSize : table;
         const T* sectionB = bFirst ? table : table + aSize;
-        for (int32_t i = 0; i < half; ++i)
-            for (int32_t g = 0; g < groups; ++g) {
-                const int32_t column = lanes * g;
-                const T* block = src + inOff + column + int64_t(i) * env->blockStride;
-                C v[S];
-                for (int t = 0; t < S; ++t)
-                    v[t] = {kv::AlignedAccess::loadVector(block + int64_t(t) * e),
-                            kv::AlignedAccess::loadVector(block + int64_t(S + t) * e)};
-                C out[S];
-                if constexpr (S <= 8) {
-                    const T* pairs = table + int64_t(i) * (S - 1) * pairWidth;
-                    for (int t = 1; t < S; ++t)
-                        v[t] = rotate(v[t], pairs + (t - 1) * pairWidth);
-                    K::template dft<S>(v);
-                    for (int l = 0; l < S; ++l)
-                        out[l] = v[l];
-                } else {
-                    C d[4][parts];
-                    const T* pairsB = sectionB + int64_t(i) * (parts - 1) * pairWidth;
-                    for (int j = 0; j < 4; ++j) {
-                        for (int t = 0; t < parts; ++t)
-                            d[j][t] = t == 0 ? v[j] : rotate(v[j + 4 * t], pairsB + (t - 1) * pairWidth);
-                        K::template dft<parts>(d[j]);
-                    }
-                    const T* pairsA = sectionA + int64_t(i) * 3 * parts * pairWidth;
-                    for (int l = 0; l < parts; ++l) {
-                        C four[4];
-                        for (int j = 0; j < 4; ++j)
-                            four[j] = j == 0 ? d[0][l] : rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
-                        K::template dft<4>(four);
-                        for (int l2 = 0; l2 < 4; ++l2)
-                            out[l + parts * l2] = four[l2];
-                    }
+        alignas(16) T in[scratchSamples], out[scratchSamples];
+        const int32_t chunk = groupsPerChunk(2 * S, groups);
+        for (int32_t g0 = 0; g0 < groups; g0 += chunk) {
+            const int32_t count = groups - g0 < chunk ? groups - g0 : chunk;
+            const int32_t width = lanes * count, first = lanes * g0;
+            for (int32_t i = 0; i < half; ++i) {
+                // the block's rows are contiguous where the row stride is the width
+                const T* block = src + inOff + first + int64_t(i) * env->blockStride;
+                int64_t inStride = e;
+                if (e != width) {
+                    copyRows(in, width, block, e, 2 * S, width);
+                    block = in;
+                    inStride = width;
                 }
+                for (int32_t g = 0; g < count; ++g)
+                    combineGroup<S>(env, sectionA, sectionB, i, block + lanes * g, inStride, out + lanes * g, width);
+                T* rows = dst + outOff + first;
                 for (int l = 0; l < S; ++l) {
                     const int32_t p = i + m * l;
-                    T* row = dst + outOff + column;
-                    if (p < env->half) {
-                        VT::store(row + int64_t(2 * p) * env->outStride2, out[l].re);
-                        VT::store(row + int64_t(2 * p + 1) * env->outStride2, out[l].im);
-                    } else {
-                        // the conjugate of Z[p] is Z[n-1-p]
-                        const int32_t mirror = env->lastIndex - i - m * l;
-                        VT::store(row + int64_t(2 * mirror) * env->outStride2, out[l].re);
-                        VT::store(row + int64_t(2 * mirror + 1) * env->outStride2, kv::sub(VT::zero(), out[l].im));
-                    }
+                    const int32_t pair = p < env->half ? p : env->lastIndex - p;
+                    copyRows(rows + int64_t(2 * pair) * env->outStride2, env->outStride2, out + 2 * l * width, width, 2,
+                             width);
                 }
             }
+        }
     }
 
     static Status env8_compute(Env8* env, T* dst, const T* src, int32_t inOff, int32_t outOff, int32_t groups)
@@ -198,44 +283,79 @@ struct Compute {
     }
 
     // ---- table pass: rotations and the FoldTransform of size 2r, rows in the lanes
+    // The rotations and the FoldTransform of block b: y[q + R], q = -R .. R-1,
+    // lane l for the row pair lanes b + l.
+    template <int R>
+    static KVTG_INLINE void foldBlock(const Env4* env, const T* table, const T* src, int32_t b, V* y)
+    {
+        const int32_t* order = Tables<T>::columnOrder(R);
+        const T* rows = src + int64_t(b) * env->rowStep;
+        // lane l takes the row pair l of the block: real parts, then imaginary parts
+        V re[R], im[R];
+        if constexpr (R >= lanes) {
+#pragma GCC unroll 32
+            for (int j = 0; j < R; j += lanes) {
+                VT::gatherBlock(rows + j, env->radix2, re + j);
+                VT::gatherBlock(rows + R + j, env->radix2, im + j);
+            }
+        } else {
+            for (int j = 0; j < R; ++j) {
+                re[j] = VT::gather(rows + j, env->radix2);
+                im[j] = VT::gather(rows + R + j, env->radix2);
+            }
+        }
+        C z[R];
+#pragma GCC unroll 32
+        for (int c = 0; c < R; ++c) {
+            const int j = order[c];
+            z[j] = rotate({re[j], im[j]}, table + 2 * lanes * c);
+        }
+        K::template fold<R>(z, y);
+    }
+
+    // Blocks per staged run: a run fills 64 bytes of each output row.
+    static constexpr int32_t stagedBlocks = 64 / (lanes * static_cast<int32_t>(sizeof(T)));
+
     template <int R>
     static void foldBlocks(Env4* env, T* dst, const T* src)
     {
         const T* table = static_cast<const T*>(env->table);
-        const int32_t* order = Tables<T>::columnOrder(R);
-        const int32_t span = env->span;
-        for (int32_t b = 0; b < env->blocks; ++b) {
-            const T* rows = src + int64_t(b) * env->rowStep;
-            // lane l takes the row pair l of the block: real parts, then imaginary parts
-            V re[R], im[R];
-            if constexpr (R >= lanes) {
+        const int64_t span = env->span;
+        constexpr int32_t tableStep = 2 * lanes * R;
+        int32_t b = 0;
+        if (span * int64_t(sizeof(T)) >= 4096) {
+            // Output rows lie a span apart, at a stride that maps them onto few
+            // cache sets; a run of blocks first fills whole 64-byte pieces of
+            // every row in a buffer, which then go out in one piece each.
+            constexpr int32_t run = stagedBlocks * lanes;
+            alignas(16) T up[R][run], down[R][run];
+            for (; b + stagedBlocks <= env->blocks; b += stagedBlocks) {
+                for (int32_t k = 0; k < stagedBlocks; ++k) {
+                    V y[2 * R];
+                    foldBlock<R>(env, table + int64_t(b + k) * tableStep, src, b + k, y);
 #pragma GCC unroll 32
-                for (int j = 0; j < R; j += lanes) {
-                    VT::gatherBlock(rows + j, env->radix2, re + j);
-                    VT::gatherBlock(rows + R + j, env->radix2, im + j);
+                    for (int q = 0; q < R; ++q) {
+                        kv::AlignedAccess::storeVector(up[q] + lanes * k, y[q + R]);
+                        kv::AlignedAccess::storeVector(down[q] + run - lanes * (k + 1), VT::reverse(y[R - 1 - q]));
+                    }
                 }
-            } else {
-                for (int j = 0; j < R; ++j) {
-                    re[j] = VT::gather(rows + j, env->radix2);
-                    im[j] = VT::gather(rows + R + j, env->radix2);
+                const int64_t p = lanes * b;
+                for (int q = 0; q < R; ++q) {
+                    copyRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                    copyRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
                 }
             }
-            C z[R];
-#pragma GCC unroll 32
-            for (int c = 0; c < R; ++c) {
-                const int j = order[c];
-                z[j] = rotate({re[j], im[j]}, table);
-                table += 2 * lanes;
-            }
+        }
+        for (; b < env->blocks; ++b) {
             V y[2 * R];
-            K::template fold<R>(z, y);
-            const int32_t p = lanes * b;
+            foldBlock<R>(env, table + int64_t(b) * tableStep, src, b, y);
+            const int64_t p = lanes * b;
 #pragma GCC unroll 32
             for (int q = 0; q < R; ++q)
-                VT::store(dst + int64_t(span) * q + p, y[q + R]);
+                VT::store(dst + span * q + p, y[q + R]);
 #pragma GCC unroll 32
             for (int q = 1; q <= R; ++q)
-                VT::store(dst + int64_t(span) * q - 1 - p - (lanes - 1), VT::reverse(y[R - q]));
+                VT::store(dst + span * q - 1 - p - (lanes - 1), VT::reverse(y[R - q]));
         }
     }
 
