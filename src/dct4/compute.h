@@ -69,7 +69,7 @@ struct Compute {
         if (env->rule == 7) {
             // all column groups at once: each stage runs its groups side by side,
             // so that neighbouring groups share the cache lines of their strided reads
-            env7_compute(first<Env7>(env->firstList), dst, src, 0, env->lastIndex, 0, env->vectors);
+            env7_compute(first<Env7>(env->firstList), dst, env->stride, src, 0, env->lastIndex, env->vectors);
             return StatusOk;
         }
         for (int32_t b = 0; b < env->vectors; ++b) {
@@ -80,15 +80,21 @@ struct Compute {
     }
 
     // A composite span transform of `groups` neighbouring column groups; group g
-    // has the offsets of group 0 moved by lanes * g (the mirror offset by twice that).
-    static Status env7_compute(Env7* env, T* dst, const T* src, int32_t inOff, int32_t mirrorOff, int32_t outOff,
+    // has the offsets of group 0 moved by lanes * g (the mirror offset by twice
+    // that).  Row R of the result, all groups side by side, goes to
+    // dst + R * dstStride.  The stage's own `work` holds its rows packed, one
+    // row of all groups after the other, so that the stages below it and the
+    // combine work on contiguous memory whatever the level of nesting.
+    static Status env7_compute(Env7* env, T* dst, int64_t dstStride, const T* src, int32_t inOff, int32_t mirrorOff,
                                int32_t groups)
     {
         if (env->rule != 1)
             return StatusBadArg;
+        T* const work = static_cast<T*>(env->work);
+        const int32_t width = lanes * groups;
         // the stage of the second list runs first
-        env9_compute(first<Env9>(env->secondList), static_cast<T*>(env->work), src, inOff, mirrorOff, outOff, groups);
-        env8_compute(first<Env8>(env->firstList), dst, static_cast<const T*>(env->work), outOff, outOff, groups);
+        env9_compute(first<Env9>(env->secondList), work, width, src, inOff, mirrorOff, groups);
+        env8_compute(first<Env8>(env->firstList), dst, dstStride, work, width, groups);
         return StatusOk;
     }
 
@@ -155,20 +161,23 @@ struct Compute {
         }
     }
 
-    static Status env9_compute(Env9* env, T* dst, const T* src, int32_t inOff, int32_t mirrorOff, int32_t outOff,
+    // The s sub-transforms; sub-transform t puts its row R at row R s + t of
+    // dst, rows lying rowStride apart.
+    static Status env9_compute(Env9* env, T* dst, int64_t rowStride, const T* src, int32_t inOff, int32_t mirrorOff,
                                int32_t groups)
     {
         if (env->rule < 1 || env->rule > 7)
             return StatusBadArg;
+        const int64_t subStride = int64_t(env->radix) * rowStride;
         for (int32_t t = 0; t < env->radix; ++t) {
             const int64_t in = inOff + int64_t(t) * env->inStride0;
             if (env->rule == 7) {
-                env7_compute(first<Env7>(env->firstList), dst, src, static_cast<int32_t>(in),
-                             mirrorOff - 2 * t * env->inStride0, outOff + t * env->outStride0, groups);
+                env7_compute(first<Env7>(env->firstList), dst + t * rowStride, subStride, src, static_cast<int32_t>(in),
+                             mirrorOff - 2 * t * env->inStride0, groups);
                 continue;
             }
             spanRowsByRule(env->rule, src, in, int64_t(inOff) + mirrorOff - int64_t(t) * env->inStride0, env->inStride,
-                           dst + outOff + int64_t(t) * env->outStride0, env->outStride, groups);
+                           dst + t * rowStride, subStride, groups);
         }
         return StatusOk;
     }
@@ -191,35 +200,44 @@ struct Compute {
         constexpr int32_t pairWidth = 2 * lanes;
         constexpr int parts = S == 16 ? 4 : 8;  // s' of the two-level forms
         C v[S];
+#pragma GCC unroll 64
         for (int t = 0; t < S; ++t)
             v[t] = {kv::AlignedAccess::loadVector(block + int64_t(t) * inStride),
                     kv::AlignedAccess::loadVector(block + int64_t(S + t) * inStride)};
         C res[S];
         if constexpr (S <= 8) {
             const T* pairs = sectionA + int64_t(i) * (S - 1) * pairWidth;
+#pragma GCC unroll 64
             for (int t = 1; t < S; ++t)
                 v[t] = rotate(v[t], pairs + (t - 1) * pairWidth);
             K::template dft<S>(v);
+#pragma GCC unroll 64
             for (int l = 0; l < S; ++l)
                 res[l] = v[l];
         } else {
             C d[4][parts];
             const T* pairsB = sectionB + int64_t(i) * (parts - 1) * pairWidth;
+#pragma GCC unroll 64
             for (int j = 0; j < 4; ++j) {
+#pragma GCC unroll 64
                 for (int t = 0; t < parts; ++t)
                     d[j][t] = t == 0 ? v[j] : rotate(v[j + 4 * t], pairsB + (t - 1) * pairWidth);
                 K::template dft<parts>(d[j]);
             }
             const T* pairsA = sectionA + int64_t(i) * 3 * parts * pairWidth;
+#pragma GCC unroll 64
             for (int l = 0; l < parts; ++l) {
                 C four[4];
+#pragma GCC unroll 64
                 for (int j = 0; j < 4; ++j)
                     four[j] = j == 0 ? d[0][l] : rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
                 K::template dft<4>(four);
+#pragma GCC unroll 64
                 for (int l2 = 0; l2 < 4; ++l2)
                     res[l + parts * l2] = four[l2];
             }
         }
+#pragma GCC unroll 64
         for (int l = 0; l < S; ++l) {
             // the conjugate of Z[p] is Z[n-1-p]
             const bool upper = i + env->span * l >= env->half;
@@ -230,9 +248,9 @@ struct Compute {
     }
 
     template <int S>
-    static void combine(Env8* env, T* dst, const T* src, int32_t inOff, int32_t outOff, int32_t groups)
+    static void combine(Env8* env, T* dst, int64_t dstStride, const T* src, int64_t srcStride, int32_t groups)
     {
-        const int32_t e = env->outStride, m = env->span;
+        const int32_t m = env->span;
         constexpr int32_t pairWidth = 2 * lanes;
         constexpr int parts = S == 16 ? 4 : 8;
         const int32_t half = m / 2;
@@ -249,34 +267,33 @@ struct Compute {
             const int32_t width = lanes * count, first = lanes * g0;
             for (int32_t i = 0; i < half; ++i) {
                 // the block's rows are contiguous where the row stride is the width
-                const T* block = src + inOff + first + int64_t(i) * env->blockStride;
-                int64_t inStride = e;
-                if (e != width) {
-                    copyRows(in, width, block, e, 2 * S, width);
+                const T* block = src + first + int64_t(i) * 2 * S * srcStride;
+                int64_t inStride = srcStride;
+                if (srcStride != width) {
+                    copyRows(in, width, block, srcStride, 2 * S, width);
                     block = in;
                     inStride = width;
                 }
                 for (int32_t g = 0; g < count; ++g)
                     combineGroup<S>(env, sectionA, sectionB, i, block + lanes * g, inStride, out + lanes * g, width);
-                T* rows = dst + outOff + first;
+                T* rows = dst + first;
                 for (int l = 0; l < S; ++l) {
                     const int32_t p = i + m * l;
                     const int32_t pair = p < env->half ? p : env->lastIndex - p;
-                    copyRows(rows + int64_t(2 * pair) * env->outStride2, env->outStride2, out + 2 * l * width, width, 2,
-                             width);
+                    copyRows(rows + int64_t(2 * pair) * dstStride, dstStride, out + 2 * l * width, width, 2, width);
                 }
             }
         }
     }
 
-    static Status env8_compute(Env8* env, T* dst, const T* src, int32_t inOff, int32_t outOff, int32_t groups)
+    static Status env8_compute(Env8* env, T* dst, int64_t dstStride, const T* src, int64_t srcStride, int32_t groups)
     {
         switch (env->rule) {
-        case 1: combine<2>(env, dst, src, inOff, outOff, groups); break;
-        case 2: combine<4>(env, dst, src, inOff, outOff, groups); break;
-        case 3: combine<8>(env, dst, src, inOff, outOff, groups); break;
-        case 4: combine<16>(env, dst, src, inOff, outOff, groups); break;
-        case 5: combine<32>(env, dst, src, inOff, outOff, groups); break;
+        case 1: combine<2>(env, dst, dstStride, src, srcStride, groups); break;
+        case 2: combine<4>(env, dst, dstStride, src, srcStride, groups); break;
+        case 3: combine<8>(env, dst, dstStride, src, srcStride, groups); break;
+        case 4: combine<16>(env, dst, dstStride, src, srcStride, groups); break;
+        case 5: combine<32>(env, dst, dstStride, src, srcStride, groups); break;
         default: return StatusBadArg;
         }
         return StatusOk;

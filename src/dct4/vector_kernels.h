@@ -8,6 +8,10 @@
 
 #include "simd_sse2.h"
 
+#ifndef KVTG_DCT4_OUTLINE
+#define KVTG_DCT4_OUTLINE 16
+#endif
+
 namespace dct4 {
 
 constexpr long double kPi = 3.141592653589793238462643383279502884L;
@@ -102,8 +106,8 @@ struct Kernels {
             V even[S / 2], odd[S / 2];
             split<S / 2>(u, even, odd);
             C e[S / 4], o[S / 4];
-            span<S / 2>(even, e);
-            span<S / 2>(odd, o);
+            spanCall<S / 2>(even, e);
+            spanCall<S / 2>(odd, o);
             spanCombine<S>(e, o, z);
         }
     }
@@ -157,11 +161,43 @@ struct Kernels {
             C plus[R / 2], minus[R / 2];
             foldPairs<R>(z, plus, minus);
             V evenQ[R], oddQ[R];
-            fold<R / 2>(plus, evenQ);
-            fold<R / 2>(minus, oddQ);
+            foldCall<R / 2>(plus, evenQ);
+            foldCall<R / 2>(minus, oddQ);
             // element t + R/2 of the halves is Y[2t] and Y[2t+1]
             interleave<R>(evenQ, oddQ, y);
         }
+    }
+
+    // The halves of the larger kernels are functions of their own: inlined
+    // whole, a kernel of 32 complex vectors keeps far more values live than
+    // there are registers, and the spills cost more than the calls.
+    static constexpr int outlineFrom = KVTG_DCT4_OUTLINE;
+
+    template <int S>
+    static __attribute__((noinline)) void spanOutlined(const V* u, C* z)
+    {
+        span<S>(u, z);
+    }
+    template <int S>
+    static KVTG_INLINE void spanCall(const V* u, C* z)
+    {
+        if constexpr (S >= outlineFrom)
+            spanOutlined<S>(u, z);
+        else
+            span<S>(u, z);
+    }
+    template <int R>
+    static __attribute__((noinline)) void foldOutlined(const C* z, V* y)
+    {
+        fold<R>(z, y);
+    }
+    template <int R>
+    static KVTG_INLINE void foldCall(const C* z, V* y)
+    {
+        if constexpr (R >= outlineFrom)
+            foldOutlined<R>(z, y);
+        else
+            fold<R>(z, y);
     }
 
     // ---- complex DFTs of positive sign: C[l] = sum_t x[t] e^(2 pi i t l / n)
@@ -193,6 +229,7 @@ struct Kernels {
             const C w3 = {kv::mul(kv::add(odd[3].re, odd[3].im), kv::sub(Vec<T>::zero(), c0)),
                           kv::mul(kv::sub(odd[3].re, odd[3].im), c0)};
             const C w[4] = {odd[0], w1, w2, w3};
+#pragma GCC unroll 4
             for (int k = 0; k < 4; ++k) {
                 x[k] = {kv::add(even[k].re, w[k].re), kv::add(even[k].im, w[k].im)};
                 x[k + 4] = {kv::sub(even[k].re, w[k].re), kv::sub(even[k].im, w[k].im)};
