@@ -176,10 +176,29 @@ struct Compute {
                              mirrorOff - 2 * t * env->inStride0, groups);
                 continue;
             }
+            if (t + 1 < env->radix)
+                prefetchRows(src, in + env->inStride0, int64_t(inOff) + mirrorOff - int64_t(t + 1) * env->inStride0,
+                             env->inStride, env->span, lanes * groups);
             spanRowsByRule(env->rule, src, in, int64_t(inOff) + mirrorOff - int64_t(t) * env->inStride0, env->inStride,
                            dst + t * rowStride, subStride, groups);
         }
         return StatusOk;
+    }
+
+    // Asks for the input rows of the next sub-transform while this one runs:
+    // they lie far apart, in pages of their own, where no hardware stream
+    // detection finds them.
+    static void prefetchRows(const T* src, int64_t up, int64_t down, int64_t rowStride, int32_t span, int32_t width)
+    {
+        const int64_t bytes = int64_t(width) * int64_t(sizeof(T));
+        for (int32_t q = 0; q < span / 2; ++q) {
+            const char* ascending = reinterpret_cast<const char*>(src + up + q * rowStride);
+            const char* descending = reinterpret_cast<const char*>(src + down - (q + span / 2) * rowStride - (width - 1));
+            for (int64_t b = 0; b < bytes; b += 64) {
+                _mm_prefetch(ascending + b, _MM_HINT_T0);
+                _mm_prefetch(descending + b, _MM_HINT_T0);
+            }
+        }
     }
 
     // (re + i im)(c + i s) with the table's cosine and sine vectors
@@ -300,34 +319,61 @@ struct Compute {
     }
 
     // ---- table pass: rotations and the FoldTransform of size 2r, rows in the lanes
+    // Columns J .. J+lanes-1 and their mirror columns R-1-J .. R-lanes-J of a
+    // block: gathered, rotated and paired, one group of lanes after the other,
+    // so that few values are live at a time.
+    template <int R, int J = 0>
+    static KVTG_INLINE void foldColumns(const T* table, const T* rows, int32_t rowPair, C* plus, C* minus)
+    {
+        if constexpr (J < R / 2) {
+            V re[lanes], im[lanes], reMirror[lanes], imMirror[lanes];
+            VT::gatherBlock(rows + J, rowPair, re);
+            VT::gatherBlock(rows + R + J, rowPair, im);
+            VT::gatherBlock(rows + R - lanes - J, rowPair, reMirror);
+            VT::gatherBlock(rows + 2 * R - lanes - J, rowPair, imMirror);
+            foldLanes<R, J>(table, re, im, reMirror, imMirror, plus, minus);
+            foldColumns<R, J + lanes>(table, rows, rowPair, plus, minus);
+        }
+    }
+
+    template <int R, int J, int k = 0>
+    static KVTG_INLINE void foldLanes(const T* table, const V* re, const V* im, const V* reMirror, const V* imMirror,
+                                      C* plus, C* minus)
+    {
+        if constexpr (k < lanes) {
+            constexpr int32_t column = J + k, mirror = R - 1 - J - k;
+            const C a = rotate({re[k], im[k]}, table + 2 * lanes * ColumnOrder::position(R, column));
+            const C b = rotate({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]},
+                               table + 2 * lanes * ColumnOrder::position(R, mirror));
+            K::template foldPair<R, column>(a, b, plus[column], minus[column]);
+            foldLanes<R, J, k + 1>(table, re, im, reMirror, imMirror, plus, minus);
+        }
+    }
+
     // The rotations and the FoldTransform of block b: y[q + R], q = -R .. R-1,
     // lane l for the row pair lanes b + l.
     template <int R>
     static KVTG_INLINE void foldBlock(const Env4* env, const T* table, const T* src, int32_t b, V* y)
     {
-        const int32_t* order = Tables<T>::columnOrder(R);
         const T* rows = src + int64_t(b) * env->rowStep;
         // lane l takes the row pair l of the block: real parts, then imaginary parts
-        V re[R], im[R];
-        if constexpr (R >= lanes) {
-#pragma GCC unroll 32
-            for (int j = 0; j < R; j += lanes) {
-                VT::gatherBlock(rows + j, env->radix2, re + j);
-                VT::gatherBlock(rows + R + j, env->radix2, im + j);
-            }
+        if constexpr (R >= 2 * lanes) {
+            C plus[R / 2], minus[R / 2];
+            foldColumns<R>(table, rows, env->radix2, plus, minus);
+            K::template foldHalves<R>(plus, minus, y);
         } else {
+            V re[R], im[R];
             for (int j = 0; j < R; ++j) {
                 re[j] = VT::gather(rows + j, env->radix2);
                 im[j] = VT::gather(rows + R + j, env->radix2);
             }
+            C z[R];
+            for (int c = 0; c < R; ++c) {
+                const int j = ColumnOrder::of(R)[c];
+                z[j] = rotate({re[j], im[j]}, table + 2 * lanes * c);
+            }
+            K::template fold<R>(z, y);
         }
-        C z[R];
-#pragma GCC unroll 32
-        for (int c = 0; c < R; ++c) {
-            const int j = order[c];
-            z[j] = rotate({re[j], im[j]}, table + 2 * lanes * c);
-        }
-        K::template fold<R>(z, y);
     }
 
     // Blocks per staged run: a run fills 64 bytes of each output row.

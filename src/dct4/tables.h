@@ -25,6 +25,38 @@ struct Trig<double> {
     static double sinPi(double x) { return kvtgSinPi_64f(x); }
 };
 
+// The columns in the order that the fold kernels of each radix read them.
+struct ColumnOrder {
+    static constexpr int32_t r1[] = {0};
+    static constexpr int32_t r2[] = {0, 1};
+    static constexpr int32_t r4[] = {0, 3, 1, 2};
+    static constexpr int32_t r8[] = {0, 7, 1, 6, 2, 5, 3, 4};
+    static constexpr int32_t r16[] = {0, 15, 1, 14, 2, 13, 3, 12, 4, 11, 5, 10, 6, 9, 7, 8};
+    static constexpr int32_t r32[] = {0,  31, 16, 15, 4,  27, 20, 11, 8, 23, 24, 7,  12, 19, 28, 3,
+                                      1,  30, 17, 14, 5,  26, 21, 10, 9, 22, 25, 6,  13, 18, 29, 2};
+
+    static constexpr const int32_t* of(int32_t radix)
+    {
+        switch (radix) {
+        case 1: return r1;
+        case 2: return r2;
+        case 4: return r4;
+        case 8: return r8;
+        case 16: return r16;
+        default: return r32;
+        }
+    }
+
+    // where column j of a radix comes in its order
+    static constexpr int32_t position(int32_t radix, int32_t j)
+    {
+        int32_t c = 0;
+        while (of(radix)[c] != j)
+            ++c;
+        return c;
+    }
+};
+
 template <class T>
 struct Tables {
     static constexpr int32_t lanes = 16 / static_cast<int32_t>(sizeof(T));
@@ -100,25 +132,7 @@ struct Tables {
 
     static int64_t env4TableBytes(int32_t rule, int32_t blocks) { return int64_t(blocks) * (int64_t(1) << rule) * 16; }
 
-    // The columns in the order that the fold kernels of each radix read them.
-    static const int32_t* columnOrder(int32_t radix)
-    {
-        static const int32_t r1[] = {0};
-        static const int32_t r2[] = {0, 1};
-        static const int32_t r4[] = {0, 3, 1, 2};
-        static const int32_t r8[] = {0, 7, 1, 6, 2, 5, 3, 4};
-        static const int32_t r16[] = {0, 15, 1, 14, 2, 13, 3, 12, 4, 11, 5, 10, 6, 9, 7, 8};
-        static const int32_t r32[] = {0,  31, 16, 15, 4,  27, 20, 11, 8, 23, 24, 7,  12, 19, 28, 3,
-                                      1,  30, 17, 14, 5,  26, 21, 10, 9, 22, 25, 6,  13, 18, 29, 2};
-        switch (radix) {
-        case 1: return r1;
-        case 2: return r2;
-        case 4: return r4;
-        case 8: return r8;
-        case 16: return r16;
-        default: return r32;
-        }
-    }
+    static const int32_t* columnOrder(int32_t radix) { return ColumnOrder::of(radix); }
 
     // For each block i and column q of Q(r): a vector of cosines, then one of
     // sines, lane j for row lanes*i + j.

@@ -123,20 +123,26 @@ struct Kernels {
     }
 
     // ---- FoldTransform: z[0 .. R-1] to y[q + R], q = -R .. R-1
+    // The butterfly of columns J and R-1-J: a = z[J], b = z[R-1-J].
+    template <int R, int J>
+    static KVTG_INLINE void foldPair(C a, C b, C& plus, C& minus)
+    {
+        plus = {kv::add(a.re, b.re), kv::sub(a.im, b.im)};
+        const C d = {kv::sub(a.re, b.re), kv::add(a.im, b.im)};
+        if constexpr (R == 2) {
+            const V c0 = constant(0.70710678118654752440084436210484903928L);
+            const V e = kv::mul(d.re, c0), f = kv::mul(d.im, c0);
+            minus = {kv::sub(e, f), kv::add(e, f)};
+        } else {
+            minus = rotate<2 * J + 1, 2 * R>(d);
+        }
+    }
+
     template <int R, int J = 0>
     static KVTG_INLINE void foldPairs(const C* z, C* plus, C* minus)
     {
         if constexpr (J < R / 2) {
-            const C a = z[J], b = z[R - 1 - J];
-            plus[J] = {kv::add(a.re, b.re), kv::sub(a.im, b.im)};
-            const C d = {kv::sub(a.re, b.re), kv::add(a.im, b.im)};
-            if constexpr (R == 2) {
-                const V c0 = constant(0.70710678118654752440084436210484903928L);
-                const V e = kv::mul(d.re, c0), f = kv::mul(d.im, c0);
-                minus[J] = {kv::sub(e, f), kv::add(e, f)};
-            } else {
-                minus[J] = rotate<2 * J + 1, 2 * R>(d);
-            }
+            foldPair<R, J>(z[J], z[R - 1 - J], plus[J], minus[J]);
             foldPairs<R, J + 1>(z, plus, minus);
         }
     }
@@ -151,6 +157,17 @@ struct Kernels {
         }
     }
 
+    // The rest of a fold once its pairs are formed: the two folds of half size.
+    template <int R>
+    static KVTG_INLINE void foldHalves(const C* plus, const C* minus, V* y)
+    {
+        V evenQ[R], oddQ[R];
+        foldCall<R / 2>(plus, evenQ);
+        foldCall<R / 2>(minus, oddQ);
+        // element t + R/2 of the halves is Y[2t] and Y[2t+1]
+        interleave<R>(evenQ, oddQ, y);
+    }
+
     template <int R>
     static KVTG_INLINE void fold(const C* z, V* y)
     {
@@ -160,11 +177,7 @@ struct Kernels {
         } else {
             C plus[R / 2], minus[R / 2];
             foldPairs<R>(z, plus, minus);
-            V evenQ[R], oddQ[R];
-            foldCall<R / 2>(plus, evenQ);
-            foldCall<R / 2>(minus, oddQ);
-            // element t + R/2 of the halves is Y[2t] and Y[2t+1]
-            interleave<R>(evenQ, oddQ, y);
+            foldHalves<R>(plus, minus, y);
         }
     }
 
