@@ -126,6 +126,8 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
     Env2* const table = Compute<T>::template first<Env2>(root->firstList);
     if (table->rule == 1)
         Compute<T>::env4_compute(Compute<T>::template first<Env4>(table->firstList), dst, work);
+    // the stores that bypassed the caches are ordered before the return
+    _mm_sfence();
     return StatusOk;
 }
 

@@ -116,6 +116,26 @@ struct Compute {
             }
     }
 
+    // Destinations from this size on are written past the caches: a stage
+    // that writes that much leaves little of it in cache for the next one,
+    // and fetching lines only to overwrite them costs more than the misses.
+    static constexpr int64_t streamBytes = int64_t(4) << 20;
+
+    // copyRows into memory that the caches would not keep anyway: the stores
+    // bypass them (where the destination is aligned), so that no line is
+    // first read only to be overwritten.
+    static KVTG_INLINE void streamRows(T* to, int64_t toStride, const T* from, int64_t fromStride, int32_t rows,
+                                       int32_t width)
+    {
+        if (reinterpret_cast<uintptr_t>(to) % 16 != 0 || (toStride * int64_t(sizeof(T))) % 16 != 0) {
+            copyRows(to, toStride, from, fromStride, rows, width);
+            return;
+        }
+        for (int32_t row = 0; row < rows; ++row)
+            for (int32_t k = 0; k < width; k += lanes)
+                VT::stream(to + row * toStride + k, kv::AlignedAccess::loadVector(from + row * fromStride + k));
+    }
+
     // Column groups per pass through a scratch buffer of `rows` rows.
     static int32_t groupsPerChunk(int32_t rows, int32_t groups)
     {
@@ -218,51 +238,50 @@ struct Compute {
     {
         constexpr int32_t pairWidth = 2 * lanes;
         constexpr int parts = S == 16 ? 4 : 8;  // s' of the two-level forms
-        C v[S];
-#pragma GCC unroll 64
-        for (int t = 0; t < S; ++t)
-            v[t] = {kv::AlignedAccess::loadVector(block + int64_t(t) * inStride),
+        // V[t]: real part in row t, imaginary part in row s + t of the block
+        const auto input = [&](int t) -> C {
+            return {kv::AlignedAccess::loadVector(block + int64_t(t) * inStride),
                     kv::AlignedAccess::loadVector(block + int64_t(S + t) * inStride)};
-        C res[S];
+        };
+        // C[l] as row pair l; the conjugate of Z[p] is Z[n-1-p], for the pairs of the upper half
+        const auto output = [&](int l, C x) {
+            const bool upper = i + env->span * l >= env->half;
+            kv::AlignedAccess::storeVector(out + int64_t(2 * l) * outStride, x.re);
+            kv::AlignedAccess::storeVector(out + int64_t(2 * l + 1) * outStride, upper ? kv::sub(VT::zero(), x.im) : x.im);
+        };
         if constexpr (S <= 8) {
             const T* pairs = sectionA + int64_t(i) * (S - 1) * pairWidth;
-#pragma GCC unroll 64
-            for (int t = 1; t < S; ++t)
-                v[t] = rotate(v[t], pairs + (t - 1) * pairWidth);
+            C v[S];
+#pragma GCC unroll 8
+            for (int t = 0; t < S; ++t)
+                v[t] = t == 0 ? input(0) : rotate(input(t), pairs + (t - 1) * pairWidth);
             K::template dft<S>(v);
-#pragma GCC unroll 64
+#pragma GCC unroll 8
             for (int l = 0; l < S; ++l)
-                res[l] = v[l];
+                output(l, v[l]);
         } else {
+            // level B: the s' values V[j + 4t] of each j, then level A: the four D[j][l'] of each l'
             C d[4][parts];
             const T* pairsB = sectionB + int64_t(i) * (parts - 1) * pairWidth;
-#pragma GCC unroll 64
+#pragma GCC unroll 4
             for (int j = 0; j < 4; ++j) {
-#pragma GCC unroll 64
+#pragma GCC unroll 8
                 for (int t = 0; t < parts; ++t)
-                    d[j][t] = t == 0 ? v[j] : rotate(v[j + 4 * t], pairsB + (t - 1) * pairWidth);
+                    d[j][t] = t == 0 ? input(j) : rotate(input(j + 4 * t), pairsB + (t - 1) * pairWidth);
                 K::template dft<parts>(d[j]);
             }
             const T* pairsA = sectionA + int64_t(i) * 3 * parts * pairWidth;
-#pragma GCC unroll 64
+#pragma GCC unroll 8
             for (int l = 0; l < parts; ++l) {
                 C four[4];
-#pragma GCC unroll 64
+#pragma GCC unroll 4
                 for (int j = 0; j < 4; ++j)
                     four[j] = j == 0 ? d[0][l] : rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
                 K::template dft<4>(four);
-#pragma GCC unroll 64
+#pragma GCC unroll 4
                 for (int l2 = 0; l2 < 4; ++l2)
-                    res[l + parts * l2] = four[l2];
+                    output(l + parts * l2, four[l2]);
             }
-        }
-#pragma GCC unroll 64
-        for (int l = 0; l < S; ++l) {
-            // the conjugate of Z[p] is Z[n-1-p]
-            const bool upper = i + env->span * l >= env->half;
-            kv::AlignedAccess::storeVector(out + int64_t(2 * l) * outStride, res[l].re);
-            kv::AlignedAccess::storeVector(out + int64_t(2 * l + 1) * outStride,
-                                           upper ? kv::sub(VT::zero(), res[l].im) : res[l].im);
         }
     }
 
@@ -280,6 +299,7 @@ struct Compute {
         const T* sectionA = bFirst ? table + bSize : table;
         const T* sectionB = bFirst ? table : table + aSize;
         alignas(16) T in[scratchSamples], out[scratchSamples];
+        const bool stream = int64_t(2) * env->half * dstStride * int64_t(sizeof(T)) >= streamBytes;
         const int32_t chunk = groupsPerChunk(2 * S, groups);
         for (int32_t g0 = 0; g0 < groups; g0 += chunk) {
             const int32_t count = groups - g0 < chunk ? groups - g0 : chunk;
@@ -299,7 +319,10 @@ struct Compute {
                 for (int l = 0; l < S; ++l) {
                     const int32_t p = i + m * l;
                     const int32_t pair = p < env->half ? p : env->lastIndex - p;
-                    copyRows(rows + int64_t(2 * pair) * dstStride, dstStride, out + 2 * l * width, width, 2, width);
+                    if (stream)
+                        streamRows(rows + int64_t(2 * pair) * dstStride, dstStride, out + 2 * l * width, width, 2, width);
+                    else
+                        copyRows(rows + int64_t(2 * pair) * dstStride, dstStride, out + 2 * l * width, width, 2, width);
                 }
             }
         }
@@ -392,6 +415,7 @@ struct Compute {
             // every row in a buffer, which then go out in one piece each.
             constexpr int32_t run = stagedBlocks * lanes;
             alignas(16) T up[R][run], down[R][run];
+            const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes;
             for (; b + stagedBlocks <= env->blocks; b += stagedBlocks) {
                 for (int32_t k = 0; k < stagedBlocks; ++k) {
                     V y[2 * R];
@@ -404,8 +428,13 @@ struct Compute {
                 }
                 const int64_t p = lanes * b;
                 for (int q = 0; q < R; ++q) {
-                    copyRows(dst + span * q + p, 0, up[q], 0, 1, run);
-                    copyRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                    if (stream) {
+                        streamRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                        streamRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                    } else {
+                        copyRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                        copyRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                    }
                 }
             }
         }

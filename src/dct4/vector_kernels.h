@@ -8,9 +8,6 @@
 
 #include "simd_sse2.h"
 
-#ifndef KVTG_DCT4_OUTLINE
-#define KVTG_DCT4_OUTLINE 16
-#endif
 
 namespace dct4 {
 
@@ -26,6 +23,7 @@ struct Vec<float> {
     static V zero() { return kv::zero4(); }
     static V load(const float* p) { return kv::UnalignedAccess::loadVector(p); }
     static void store(float* p, V v) { kv::UnalignedAccess::storeVector(p, v); }
+    static void stream(float* p, V v) { _mm_stream_ps(p, v); }
     static V reverse(V v) { return kv::shuffle<0x1B>(v, v); }
     // lane l from p[l * stride]
     static V gather(const float* p, int stride) { return kv::set4(p[0], p[stride], p[2 * stride], p[3 * stride]); }
@@ -48,6 +46,7 @@ struct Vec<double> {
     static V zero() { return kv::zero2(); }
     static V load(const double* p) { return kv::UnalignedAccess::loadVector(p); }
     static void store(double* p, V v) { kv::UnalignedAccess::storeVector(p, v); }
+    static void stream(double* p, V v) { _mm_stream_pd(p, v); }
     static V reverse(V v) { return kv::swap(v); }
     static V gather(const double* p, int stride) { return kv::set2(p[0], p[stride]); }
     static void gatherBlock(const double* p, int stride, V* out)
@@ -184,7 +183,7 @@ struct Kernels {
     // The halves of the larger kernels are functions of their own: inlined
     // whole, a kernel of 32 complex vectors keeps far more values live than
     // there are registers, and the spills cost more than the calls.
-    static constexpr int outlineFrom = KVTG_DCT4_OUTLINE;
+    static constexpr int outlineFrom = 16;
 
     template <int S>
     static __attribute__((noinline)) void spanOutlined(const V* u, C* z)
