@@ -31,22 +31,17 @@ struct Compute {
     static void spanGroup(const T* src, int64_t up, int64_t upStride, int64_t down, int64_t downStride, T* dst,
                           int64_t rowStride)
     {
-        V u[S];
-#pragma GCC unroll 64
-        for (int q = 0; q < S / 2; ++q)
-            u[q] = VT::load(src + up + q * upStride);
-#pragma GCC unroll 64
-        for (int q = S / 2; q < S; ++q) {
-            // the skew extension: samples read backwards with the opposite sign, as 0 - x
-            u[q] = kv::sub(VT::zero(), VT::reverse(VT::load(src + down - q * downStride - (lanes - 1))));
-        }
-        C z[S / 2];
-        K::template span<S>(u, z);
-#pragma GCC unroll 64
-        for (int p = 0; p < S / 2; ++p) {
-            VT::store(dst + (2 * p) * rowStride, z[p].re);
-            VT::store(dst + (2 * p + 1) * rowStride, z[p].im);
-        }
+        K::template span<S>(
+            [=](int q) KVTG_LAMBDA_INLINE {
+                if (q < S / 2)
+                    return VT::load(src + up + q * upStride);
+                // the skew extension: samples read backwards with the opposite sign, as 0 - x
+                return kv::sub(VT::zero(), VT::reverse(VT::load(src + down - q * downStride - (lanes - 1))));
+            },
+            [=](int p, C z) KVTG_LAMBDA_INLINE {
+                VT::store(dst + (2 * p) * rowStride, z.re);
+                VT::store(dst + (2 * p + 1) * rowStride, z.im);
+            });
     }
 
     static void spanByRule(int32_t rule, const T* src, int64_t up, int64_t upStride, int64_t down, int64_t downStride,
@@ -374,16 +369,16 @@ struct Compute {
     }
 
     // The rotations and the FoldTransform of block b: y[q + R], q = -R .. R-1,
-    // lane l for the row pair lanes b + l.
-    template <int R>
-    static KVTG_INLINE void foldBlock(const Env4* env, const T* table, const T* src, int32_t b, V* y)
+    // lane l for the row pair lanes b + l, to out(q + R, y[q + R]).
+    template <int R, class Out>
+    static KVTG_INLINE void foldBlock(const Env4* env, const T* table, const T* src, int32_t b, Out&& out)
     {
         const T* rows = src + int64_t(b) * env->rowStep;
         // lane l takes the row pair l of the block: real parts, then imaginary parts
         if constexpr (R >= 2 * lanes) {
             C plus[R / 2], minus[R / 2];
             foldColumns<R>(table, rows, env->radix2, plus, minus);
-            K::template foldHalves<R>(plus, minus, y);
+            K::template foldHalves<R>(plus, minus, out);
         } else {
             V re[R], im[R];
             for (int j = 0; j < R; ++j) {
@@ -395,7 +390,10 @@ struct Compute {
                 const int j = ColumnOrder::of(R)[c];
                 z[j] = rotate({re[j], im[j]}, table + 2 * lanes * c);
             }
+            V y[2 * R];
             K::template fold<R>(z, y);
+            for (int k = 0; k < 2 * R; ++k)
+                out(k, y[k]);
         }
     }
 
@@ -417,15 +415,13 @@ struct Compute {
             alignas(16) T up[R][run], down[R][run];
             const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes;
             for (; b + stagedBlocks <= env->blocks; b += stagedBlocks) {
-                for (int32_t k = 0; k < stagedBlocks; ++k) {
-                    V y[2 * R];
-                    foldBlock<R>(env, table + int64_t(b + k) * tableStep, src, b + k, y);
-#pragma GCC unroll 32
-                    for (int q = 0; q < R; ++q) {
-                        kv::AlignedAccess::storeVector(up[q] + lanes * k, y[q + R]);
-                        kv::AlignedAccess::storeVector(down[q] + run - lanes * (k + 1), VT::reverse(y[R - 1 - q]));
-                    }
-                }
+                for (int32_t k = 0; k < stagedBlocks; ++k)
+                    foldBlock<R>(env, table + int64_t(b + k) * tableStep, src, b + k, [&](int y, V v) KVTG_LAMBDA_INLINE {
+                        if (y >= R)
+                            kv::AlignedAccess::storeVector(up[y - R] + lanes * k, v);
+                        else
+                            kv::AlignedAccess::storeVector(down[R - 1 - y] + run - lanes * (k + 1), VT::reverse(v));
+                    });
                 const int64_t p = lanes * b;
                 for (int q = 0; q < R; ++q) {
                     if (stream) {
@@ -439,15 +435,13 @@ struct Compute {
             }
         }
         for (; b < env->blocks; ++b) {
-            V y[2 * R];
-            foldBlock<R>(env, table + int64_t(b) * tableStep, src, b, y);
             const int64_t p = lanes * b;
-#pragma GCC unroll 32
-            for (int q = 0; q < R; ++q)
-                VT::store(dst + span * q + p, y[q + R]);
-#pragma GCC unroll 32
-            for (int q = 1; q <= R; ++q)
-                VT::store(dst + span * q - 1 - p - (lanes - 1), VT::reverse(y[R - q]));
+            foldBlock<R>(env, table + int64_t(b) * tableStep, src, b, [&](int y, V v) KVTG_LAMBDA_INLINE {
+                if (y >= R)
+                    VT::store(dst + span * (y - R) + p, v);
+                else
+                    VT::store(dst + span * (R - y) - 1 - p - (lanes - 1), VT::reverse(v));
+            });
         }
     }
 

@@ -63,6 +63,7 @@ struct Complex {
 };
 
 #define KVTG_INLINE inline __attribute__((always_inline))
+#define KVTG_LAMBDA_INLINE __attribute__((always_inline))
 
 template <class T>
 struct Kernels {
@@ -79,45 +80,54 @@ struct Kernels {
         return {kv::sub(kv::mul(c, z.re), kv::mul(s, z.im)), kv::add(kv::mul(s, z.re), kv::mul(c, z.im))};
     }
 
-    // ---- SpanTransform: u[0 .. S-1] to Z[0 .. S/2-1]
-    template <int S, int P = 0>
-    static KVTG_INLINE void spanCombine(const C* e, const C* o, C* z)
+    // ---- SpanTransform: u[0 .. S-1] to Z[0 .. S/2-1].  The input comes from
+    // in(q), the result goes to out(p, Z[p]): a kernel reads and stores where
+    // its caller's data lie, and nothing is copied on the way.
+    template <int S, int P = 0, class Out>
+    static KVTG_INLINE void spanCombine(const C* e, const C* o, Out&& out)
     {
         if constexpr (P < S / 4) {
             const C w = rotate<2 * P + 1, S>(o[P]);
-            z[P] = {kv::add(e[P].re, w.re), kv::add(e[P].im, w.im)};
-            z[S / 2 - 1 - P] = {kv::sub(e[P].re, w.re), kv::sub(w.im, e[P].im)};
-            spanCombine<S, P + 1>(e, o, z);
+            out(P, C{kv::add(e[P].re, w.re), kv::add(e[P].im, w.im)});
+            out(S / 2 - 1 - P, C{kv::sub(e[P].re, w.re), kv::sub(w.im, e[P].im)});
+            spanCombine<S, P + 1>(e, o, out);
+        }
+    }
+
+    template <int S, class In, class Out>
+    static KVTG_INLINE void span(In&& in, Out&& out)
+    {
+        if constexpr (S == 2) {
+            out(0, C{in(0), in(1)});
+        } else if constexpr (S == 4) {
+            const V c0 = constant(0.70710678118654752440084436210484903928L);
+            const V u0 = in(0), u1 = in(1), u2 = in(2), u3 = in(3);
+            const V a = kv::mul(kv::sub(u1, u3), c0), b = kv::mul(kv::add(u1, u3), c0);
+            out(0, C{kv::add(u0, a), kv::add(u2, b)});
+            out(1, C{kv::sub(u0, a), kv::sub(b, u2)});
+        } else {
+            V even[S / 2], odd[S / 2];
+            split<S / 2>(in, even, odd);
+            C e[S / 4], o[S / 4];
+            spanCall<S / 2>(even, e);
+            spanCall<S / 2>(odd, o);
+            spanCombine<S>(e, o, out);
         }
     }
 
     template <int S>
     static KVTG_INLINE void span(const V* u, C* z)
     {
-        if constexpr (S == 2) {
-            z[0] = {u[0], u[1]};
-        } else if constexpr (S == 4) {
-            const V c0 = constant(0.70710678118654752440084436210484903928L);
-            const V a = kv::mul(kv::sub(u[1], u[3]), c0), b = kv::mul(kv::add(u[1], u[3]), c0);
-            z[0] = {kv::add(u[0], a), kv::add(u[2], b)};
-            z[1] = {kv::sub(u[0], a), kv::sub(b, u[2])};
-        } else {
-            V even[S / 2], odd[S / 2];
-            split<S / 2>(u, even, odd);
-            C e[S / 4], o[S / 4];
-            spanCall<S / 2>(even, e);
-            spanCall<S / 2>(odd, o);
-            spanCombine<S>(e, o, z);
-        }
+        span<S>([u](int q) KVTG_LAMBDA_INLINE { return u[q]; }, [z](int p, C v) KVTG_LAMBDA_INLINE { z[p] = v; });
     }
 
-    template <int H, int Q = 0>
-    static KVTG_INLINE void split(const V* u, V* even, V* odd)
+    template <int H, int Q = 0, class In>
+    static KVTG_INLINE void split(In&& in, V* even, V* odd)
     {
         if constexpr (Q < H) {
-            even[Q] = u[2 * Q];
-            odd[Q] = u[2 * Q + 1];
-            split<H, Q + 1>(u, even, odd);
+            even[Q] = in(2 * Q);
+            odd[Q] = in(2 * Q + 1);
+            split<H, Q + 1>(in, even, odd);
         }
     }
 
@@ -146,25 +156,26 @@ struct Kernels {
         }
     }
 
-    template <int R, int T2 = 0>
-    static KVTG_INLINE void interleave(const V* evenQ, const V* oddQ, V* y)
+    template <int R, int T2 = 0, class Out>
+    static KVTG_INLINE void interleave(const V* evenQ, const V* oddQ, Out&& out)
     {
         if constexpr (T2 < R) {
-            y[2 * T2] = evenQ[T2];
-            y[2 * T2 + 1] = oddQ[T2];
-            interleave<R, T2 + 1>(evenQ, oddQ, y);
+            out(2 * T2, evenQ[T2]);
+            out(2 * T2 + 1, oddQ[T2]);
+            interleave<R, T2 + 1>(evenQ, oddQ, out);
         }
     }
 
-    // The rest of a fold once its pairs are formed: the two folds of half size.
-    template <int R>
-    static KVTG_INLINE void foldHalves(const C* plus, const C* minus, V* y)
+    // The rest of a fold once its pairs are formed: the two folds of half
+    // size; y[k] goes to out(k, y[k]).
+    template <int R, class Out>
+    static KVTG_INLINE void foldHalves(const C* plus, const C* minus, Out&& out)
     {
         V evenQ[R], oddQ[R];
         foldCall<R / 2>(plus, evenQ);
         foldCall<R / 2>(minus, oddQ);
         // element t + R/2 of the halves is Y[2t] and Y[2t+1]
-        interleave<R>(evenQ, oddQ, y);
+        interleave<R>(evenQ, oddQ, out);
     }
 
     template <int R>
@@ -176,7 +187,7 @@ struct Kernels {
         } else {
             C plus[R / 2], minus[R / 2];
             foldPairs<R>(z, plus, minus);
-            foldHalves<R>(plus, minus, y);
+            foldHalves<R>(plus, minus, [y](int k, V v) KVTG_LAMBDA_INLINE { y[k] = v; });
         }
     }
 
