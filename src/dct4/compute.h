@@ -138,28 +138,44 @@ struct Compute {
         return fit < groups ? (fit > 0 ? fit : 1) : groups;
     }
 
+    // Rows that span at most this many bytes stay in cache from one column
+    // group to the next and are used where they lie; the bound for the rows
+    // that are written is lower, since partly written lines must stay as well.
+    static constexpr int64_t directReadBytes = int64_t(64) << 10, directWriteBytes = int64_t(32) << 10;
+
     // The span transforms of one sub-transform for `groups` neighbouring column
     // groups: ascending rows from src + up, descending rows ending at src + down,
-    // both at rowStride; result rows to dst at outStride.  Whole rows go through
-    // the scratch buffers, the kernel runs on them group by group.
+    // both at rowStride; result rows to dst at outStride.  Rows spread wider
+    // than the cache keeps go through the scratch buffers whole, and the kernel
+    // runs on them group by group.
     template <int S>
     static void spanRows(const T* src, int64_t up, int64_t down, int64_t rowStride, T* dst, int64_t outStride,
                          int32_t groups)
     {
         alignas(16) T in[scratchSamples], out[scratchSamples];
+        const bool copyIn = S * rowStride * int64_t(sizeof(T)) > directReadBytes;
+        const bool copyOut = S * outStride * int64_t(sizeof(T)) > directWriteBytes;
         const int32_t chunk = groupsPerChunk(S, groups);
         for (int32_t g0 = 0; g0 < groups; g0 += chunk) {
             const int32_t count = groups - g0 < chunk ? groups - g0 : chunk;
             const int32_t width = lanes * count, first = lanes * g0;
-            // row q of the buffer: ascending row q, or the samples of descending row q in memory order
-            copyRows(in, width, src + up + first, rowStride, S / 2, width);
-            copyRows(in + (S / 2) * width, width, src + down - first - (width - 1) - (S / 2) * rowStride, -rowStride,
-                     S / 2, width);
+            if (copyIn) {
+                // row q of the buffer: ascending row q, or the samples of descending row q in memory order
+                copyRows(in, width, src + up + first, rowStride, S / 2, width);
+                copyRows(in + (S / 2) * width, width, src + down - first - (width - 1) - (S / 2) * rowStride,
+                         -rowStride, S / 2, width);
+            }
             for (int32_t g = 0; g < count; ++g) {
                 const int32_t column = lanes * g;
-                spanGroup<S>(in, column, width, (width - 1) - column, -int64_t(width), out + column, width);
+                T* const to = copyOut ? out + column : dst + first + column;
+                const int64_t toStride = copyOut ? width : outStride;
+                if (copyIn)
+                    spanGroup<S>(in, column, width, (width - 1) - column, -int64_t(width), to, toStride);
+                else
+                    spanGroup<S>(src, up + first + column, rowStride, down - first - column, rowStride, to, toStride);
             }
-            copyRows(dst + first, outStride, out, width, S, width);
+            if (copyOut)
+                copyRows(dst + first, outStride, out, width, S, width);
         }
     }
 
