@@ -243,9 +243,9 @@ struct Compute {
     // from `block` at row stride `inStride`, the s row pairs of the result to
     // `out` in the order of l, at row stride `outStride`, the pairs that fall
     // into the upper half already conjugated.
-    template <int S>
-    static KVTG_INLINE void combineGroup(const Env8* env, const T* sectionA, const T* sectionB, int32_t i,
-                                         const T* block, int64_t inStride, T* out, int64_t outStride)
+    template <int S, class Out>
+    static KVTG_INLINE void combineGroup(const T* sectionA, const T* sectionB, int32_t i, const T* block,
+                                         int64_t inStride, Out&& output)
     {
         constexpr int32_t pairWidth = 2 * lanes;
         constexpr int parts = S == 16 ? 4 : 8;  // s' of the two-level forms
@@ -253,12 +253,6 @@ struct Compute {
         const auto input = [&](int t) -> C {
             return {kv::AlignedAccess::loadVector(block + int64_t(t) * inStride),
                     kv::AlignedAccess::loadVector(block + int64_t(S + t) * inStride)};
-        };
-        // C[l] as row pair l; the conjugate of Z[p] is Z[n-1-p], for the pairs of the upper half
-        const auto output = [&](int l, C x) {
-            const bool upper = i + env->span * l >= env->half;
-            kv::AlignedAccess::storeVector(out + int64_t(2 * l) * outStride, x.re);
-            kv::AlignedAccess::storeVector(out + int64_t(2 * l + 1) * outStride, upper ? kv::sub(VT::zero(), x.im) : x.im);
         };
         if constexpr (S <= 8) {
             const T* pairs = sectionA + int64_t(i) * (S - 1) * pairWidth;
@@ -310,7 +304,8 @@ struct Compute {
         const T* sectionA = bFirst ? table + bSize : table;
         const T* sectionB = bFirst ? table : table + aSize;
         alignas(16) T in[scratchSamples], out[scratchSamples];
-        const bool stream = int64_t(2) * env->half * dstStride * int64_t(sizeof(T)) >= streamBytes;
+        const int64_t extent = int64_t(2) * env->half * dstStride * int64_t(sizeof(T));
+        const bool stream = extent >= streamBytes, direct = extent <= directWriteBytes;
         const int32_t chunk = groupsPerChunk(2 * S, groups);
         for (int32_t g0 = 0; g0 < groups; g0 += chunk) {
             const int32_t count = groups - g0 < chunk ? groups - g0 : chunk;
@@ -324,9 +319,23 @@ struct Compute {
                     block = in;
                     inStride = width;
                 }
-                for (int32_t g = 0; g < count; ++g)
-                    combineGroup<S>(env, sectionA, sectionB, i, block + lanes * g, inStride, out + lanes * g, width);
-                T* rows = dst + first;
+                T* const rows = dst + first;
+                for (int32_t g = 0; g < count; ++g) {
+                    // C[l] to row pair l of the buffer, or straight to its row pair in dst
+                    T* const column = direct ? rows + lanes * g : out + lanes * g;
+                    combineGroup<S>(sectionA, sectionB, i, block + lanes * g, inStride, [&](int l, C x) KVTG_LAMBDA_INLINE {
+                        const int32_t p = i + m * l;
+                        const bool upper = p >= env->half;
+                        T* const row = direct ? column + 2 * (upper ? env->lastIndex - p : p) * dstStride
+                                              : column + 2 * l * width;
+                        const int64_t next = direct ? dstStride : width;
+                        // the conjugate of Z[p] is Z[n-1-p], for the pairs of the upper half
+                        kv::AlignedAccess::storeVector(row, x.re);
+                        kv::AlignedAccess::storeVector(row + next, upper ? kv::sub(VT::zero(), x.im) : x.im);
+                    });
+                }
+                if (direct)
+                    continue;
                 for (int l = 0; l < S; ++l) {
                     const int32_t p = i + m * l;
                     const int32_t pair = p < env->half ? p : env->lastIndex - p;
