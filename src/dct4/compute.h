@@ -432,7 +432,7 @@ struct Compute {
         const int64_t span = env->span;
         constexpr int32_t tableStep = 2 * lanes * R;
         int32_t b = 0;
-        if (span * int64_t(sizeof(T)) >= 4096) {
+        if (span * int64_t(sizeof(T)) >= 2048) {
             // Output rows lie a span apart, at a stride that maps them onto few
             // cache sets; a run of blocks first fills whole 64-byte pieces of
             // every row in a buffer, which then go out in one piece each.
