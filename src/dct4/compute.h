@@ -4,6 +4,8 @@
 #ifndef KVTG_DCT4_COMPUTE_H
 #define KVTG_DCT4_COMPUTE_H
 
+#include <type_traits>
+
 #include "dct4/env.h"
 #include "dct4/tables.h"
 #include "dct4/vector_kernels.h"
@@ -44,16 +46,18 @@ struct Compute {
             });
     }
 
-    static void spanByRule(int32_t rule, const T* src, int64_t up, int64_t upStride, int64_t down, int64_t downStride,
-                           T* dst, int64_t rowStride)
+    // Runs run(size) with the span of a rule of env5 or env9 as a constant:
+    // rules 1 to 6 stand for 2 to 64.
+    template <class Run>
+    static void withSpan(int32_t rule, Run&& run)
     {
         switch (rule) {
-        case 1: spanGroup<2>(src, up, upStride, down, downStride, dst, rowStride); break;
-        case 2: spanGroup<4>(src, up, upStride, down, downStride, dst, rowStride); break;
-        case 3: spanGroup<8>(src, up, upStride, down, downStride, dst, rowStride); break;
-        case 4: spanGroup<16>(src, up, upStride, down, downStride, dst, rowStride); break;
-        case 5: spanGroup<32>(src, up, upStride, down, downStride, dst, rowStride); break;
-        default: spanGroup<64>(src, up, upStride, down, downStride, dst, rowStride); break;
+        case 1: run(std::integral_constant<int, 2>()); break;
+        case 2: run(std::integral_constant<int, 4>()); break;
+        case 3: run(std::integral_constant<int, 8>()); break;
+        case 4: run(std::integral_constant<int, 16>()); break;
+        case 5: run(std::integral_constant<int, 32>()); break;
+        default: run(std::integral_constant<int, 64>()); break;
         }
     }
 
@@ -69,7 +73,10 @@ struct Compute {
         }
         for (int32_t b = 0; b < env->vectors; ++b) {
             const int32_t column = lanes * b;
-            spanByRule(env->rule, src, column, env->radix2, env->lastIndex - column, env->radix2, dst + column, env->stride);
+            withSpan(env->rule, [&](auto size) {
+                spanGroup<size()>(src, column, env->radix2, env->lastIndex - column, env->radix2, dst + column,
+                                  env->stride);
+            });
         }
         return StatusOk;
     }
@@ -179,19 +186,6 @@ struct Compute {
         }
     }
 
-    static void spanRowsByRule(int32_t rule, const T* src, int64_t up, int64_t down, int64_t rowStride, T* dst,
-                               int64_t outStride, int32_t groups)
-    {
-        switch (rule) {
-        case 1: spanRows<2>(src, up, down, rowStride, dst, outStride, groups); break;
-        case 2: spanRows<4>(src, up, down, rowStride, dst, outStride, groups); break;
-        case 3: spanRows<8>(src, up, down, rowStride, dst, outStride, groups); break;
-        case 4: spanRows<16>(src, up, down, rowStride, dst, outStride, groups); break;
-        case 5: spanRows<32>(src, up, down, rowStride, dst, outStride, groups); break;
-        default: spanRows<64>(src, up, down, rowStride, dst, outStride, groups); break;
-        }
-    }
-
     // The s sub-transforms; sub-transform t puts its row R at row R s + t of
     // dst, rows lying rowStride apart.
     static Status env9_compute(Env9* env, T* dst, int64_t rowStride, const T* src, int32_t inOff, int32_t mirrorOff,
@@ -210,8 +204,10 @@ struct Compute {
             if (t + 1 < env->radix)
                 prefetchRows(src, in + env->inStride0, int64_t(inOff) + mirrorOff - int64_t(t + 1) * env->inStride0,
                              env->inStride, env->span, lanes * groups);
-            spanRowsByRule(env->rule, src, in, int64_t(inOff) + mirrorOff - int64_t(t) * env->inStride0, env->inStride,
-                           dst + t * rowStride, subStride, groups);
+            withSpan(env->rule, [&](auto size) {
+                spanRows<size()>(src, in, int64_t(inOff) + mirrorOff - int64_t(t) * env->inStride0, env->inStride,
+                                 dst + t * rowStride, subStride, groups);
+            });
         }
         return StatusOk;
     }

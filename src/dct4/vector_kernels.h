@@ -109,14 +109,14 @@ struct Kernels {
             V even[S / 2], odd[S / 2];
             split<S / 2>(in, even, odd);
             C e[S / 4], o[S / 4];
-            spanCall<S / 2>(even, e);
-            spanCall<S / 2>(odd, o);
+            call<S / 2, spanArrays<S / 2>>(even, e);
+            call<S / 2, spanArrays<S / 2>>(odd, o);
             spanCombine<S>(e, o, out);
         }
     }
 
     template <int S>
-    static KVTG_INLINE void span(const V* u, C* z)
+    static KVTG_INLINE void spanArrays(const V* u, C* z)
     {
         span<S>([u](int q) KVTG_LAMBDA_INLINE { return u[q]; }, [z](int p, C v) KVTG_LAMBDA_INLINE { z[p] = v; });
     }
@@ -172,8 +172,8 @@ struct Kernels {
     static KVTG_INLINE void foldHalves(const C* plus, const C* minus, Out&& out)
     {
         V evenQ[R], oddQ[R];
-        foldCall<R / 2>(plus, evenQ);
-        foldCall<R / 2>(minus, oddQ);
+        call<R / 2, fold<R / 2>>(plus, evenQ);
+        call<R / 2, fold<R / 2>>(minus, oddQ);
         // element t + R/2 of the halves is Y[2t] and Y[2t+1]
         interleave<R>(evenQ, oddQ, out);
     }
@@ -196,31 +196,19 @@ struct Kernels {
     // there are registers, and the spills cost more than the calls.
     static constexpr int outlineFrom = 16;
 
-    template <int S>
-    static __attribute__((noinline)) void spanOutlined(const V* u, C* z)
+    template <auto Kernel, class A, class B>
+    static __attribute__((noinline)) void outlined(A a, B b)
     {
-        span<S>(u, z);
+        Kernel(a, b);
     }
-    template <int S>
-    static KVTG_INLINE void spanCall(const V* u, C* z)
+    // Kernel of the given size, out of line from outlineFrom on.
+    template <int Size, auto Kernel, class A, class B>
+    static KVTG_INLINE void call(A a, B b)
     {
-        if constexpr (S >= outlineFrom)
-            spanOutlined<S>(u, z);
+        if constexpr (Size >= outlineFrom)
+            outlined<Kernel>(a, b);
         else
-            span<S>(u, z);
-    }
-    template <int R>
-    static __attribute__((noinline)) void foldOutlined(const C* z, V* y)
-    {
-        fold<R>(z, y);
-    }
-    template <int R>
-    static KVTG_INLINE void foldCall(const C* z, V* y)
-    {
-        if constexpr (R >= outlineFrom)
-            foldOutlined<R>(z, y);
-        else
-            fold<R>(z, y);
+            Kernel(a, b);
     }
 
     // ---- complex DFTs of positive sign: C[l] = sum_t x[t] e^(2 pi i t l / n)
