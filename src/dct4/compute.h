@@ -201,7 +201,7 @@ struct Compute {
                              mirrorOff - 2 * t * env->inStride0, groups);
                 continue;
             }
-            if (t + 1 < env->radix)
+            if (t + 1 < env->radix && env->span * env->inStride * int64_t(sizeof(T)) > directReadBytes)
                 prefetchRows(src, in + env->inStride0, int64_t(inOff) + mirrorOff - int64_t(t + 1) * env->inStride0,
                              env->inStride, env->span, lanes * groups);
             withSpan(env->rule, [&](auto size) {
@@ -221,10 +221,13 @@ struct Compute {
         for (int32_t q = 0; q < span / 2; ++q) {
             const char* ascending = reinterpret_cast<const char*>(src + up + q * rowStride);
             const char* descending = reinterpret_cast<const char*>(src + down - (q + span / 2) * rowStride - (width - 1));
+            // every line that a row touches: each 64 bytes from its start, and its last byte
             for (int64_t b = 0; b < bytes; b += 64) {
                 _mm_prefetch(ascending + b, _MM_HINT_T0);
                 _mm_prefetch(descending + b, _MM_HINT_T0);
             }
+            _mm_prefetch(ascending + bytes - 1, _MM_HINT_T0);
+            _mm_prefetch(descending + bytes - 1, _MM_HINT_T0);
         }
     }
 
@@ -236,9 +239,8 @@ struct Compute {
     }
 
     // Twiddles and the s-point DFT of one column group: the 2s rows of block i
-    // from `block` at row stride `inStride`, the s row pairs of the result to
-    // `out` in the order of l, at row stride `outStride`, the pairs that fall
-    // into the upper half already conjugated.
+    // from `block` at row stride `inStride`; each result C[l] goes to
+    // output(l, C[l]) as soon as it is formed.
     template <int S, class Out>
     static KVTG_INLINE void combineGroup(const T* sectionA, const T* sectionB, int32_t i, const T* block,
                                          int64_t inStride, Out&& output)
