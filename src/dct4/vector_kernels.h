@@ -109,6 +109,7 @@ struct Kernels {
             V even[S / 2], odd[S / 2];
             split<S / 2>(in, even, odd);
             C e[S / 4], o[S / 4];
+            // a span kernel of size S/2 holds S/2 vectors
             call<S / 2, spanArrays<S / 2>>(even, e);
             call<S / 2, spanArrays<S / 2>>(odd, o);
             spanCombine<S>(e, o, out);
@@ -172,8 +173,9 @@ struct Kernels {
     static KVTG_INLINE void foldHalves(const C* plus, const C* minus, Out&& out)
     {
         V evenQ[R], oddQ[R];
-        call<R / 2, fold<R / 2>>(plus, evenQ);
-        call<R / 2, fold<R / 2>>(minus, oddQ);
+        // a fold kernel of size R/2 holds R vectors
+        call<R, fold<R / 2>>(plus, evenQ);
+        call<R, fold<R / 2>>(minus, oddQ);
         // element t + R/2 of the halves is Y[2t] and Y[2t+1]
         interleave<R>(evenQ, oddQ, out);
     }
@@ -192,20 +194,21 @@ struct Kernels {
     }
 
     // The halves of the larger kernels are functions of their own: inlined
-    // whole, a kernel of 32 complex vectors keeps far more values live than
-    // there are registers, and the spills cost more than the calls.
-    static constexpr int outlineFrom = 16;
+    // whole, a kernel that holds 32 vectors or more keeps far more values live
+    // than there are registers, and the spills cost more than the calls.
+    static constexpr int outlineFrom = 32;
 
     template <auto Kernel, class A, class B>
     static __attribute__((noinline)) void outlined(A a, B b)
     {
         Kernel(a, b);
     }
-    // Kernel of the given size, out of line from outlineFrom on.
-    template <int Size, auto Kernel, class A, class B>
+    // A kernel that holds the given number of vectors, out of line from
+    // outlineFrom on.
+    template <int Vectors, auto Kernel, class A, class B>
     static KVTG_INLINE void call(A a, B b)
     {
-        if constexpr (Size >= outlineFrom)
+        if constexpr (Vectors >= outlineFrom)
             outlined<Kernel>(a, b);
         else
             Kernel(a, b);
