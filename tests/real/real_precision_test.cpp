@@ -123,8 +123,9 @@ TEST(RealCounts, InverseAndHartleyFlowsNeedNoNegationAndForwardNegationsNeverExc
     for (const auto& r : kvtg_real_counts::rows) {
         EXPECT_EQ(r.invNeg, 0) << r.size;
         EXPECT_EQ(r.hartNeg, 0) << r.size;
-        if (!raderLengths.count(r.size))
+        if (!raderLengths.count(r.size)) {
             EXPECT_LE(r.fwdNeg, r.tableFwdNeg) << r.size;
+        }
     }
 }
 
