@@ -228,7 +228,7 @@ Lowered lower(const KernelFlow& k, const std::vector<int>& loadSlots, bool singl
         int v = -1;
         switch (n.kind) {
         case Flow::Kind::Input: v = inputIds[static_cast<std::size_t>(n.index)]; break;
-        case Flow::Kind::Mul: v = g.mulConst(toWide(a), n.c); break;
+        case Flow::Kind::Mul: v = g.mulConst(toWide(toNarrow(a)), n.c); break;  // a product starts from a rounded value
         case Flow::Kind::Double: v = g.mulConst(toNarrow(a), 2.0L); break;
         case Flow::Kind::Add:
         case Flow::Kind::Sub: {
@@ -479,6 +479,35 @@ const FamilyRegistration realFamily("real", [](const std::string& dir) {
 const FamilyRegistration hartleyFamily("hartley", emitHartley);
 const FamilyRegistration realCounts("real-counts", [](const std::string&) {
     std::fputs(mismatchReport().c_str(), stdout);
+});
+
+// Arithmetic types of the forward Real32 kernels: additions (negations
+// included) and products (scaling included) per type, widenings, narrowings.
+const FamilyRegistration realTypes("real-types", [](const std::string&) {
+    for (int n = 2; n <= 64; ++n) {
+        std::vector<int> identity;
+        for (int j = 0; j < n; ++j)
+            identity.push_back(j);
+        const Lowered low = lower(forwardFlow(n), identity, true);
+        const std::vector<bool> live = low.graph.liveSet(low.stores);
+        int add32 = 0, add64 = 0, mul32 = 0, mul64 = 0, widen = 0, narrow = 0;
+        for (int id = 0; id < low.graph.size(); ++id) {
+            if (!live[static_cast<std::size_t>(id)])
+                continue;
+            const Node& node = low.graph.node(id);
+            const bool wide = node.type == Type::F64;
+            switch (node.op) {
+            case Op::Add:
+            case Op::Sub:
+            case Op::ZeroSub: (wide ? add64 : add32)++; break;
+            case Op::Mul: (wide ? mul64 : mul32)++; break;
+            case Op::Widen: ++widen; break;
+            case Op::Narrow: ++narrow; break;
+            default: break;
+            }
+        }
+        std::printf("%2d %4d %4d %4d %4d %4d %4d\n", n, add32, add64, mul32, mul64, widen, narrow);
+    }
 });
 
 }  // namespace
