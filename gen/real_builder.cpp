@@ -4,6 +4,8 @@
 #include <complex>
 #include <stdexcept>
 
+#include "real_rules.h"
+
 namespace gen::real {
 
 namespace {
@@ -35,6 +37,15 @@ void checkFilled(const std::vector<bool>& filled)
     for (bool f : filled)
         if (!f)
             throw std::logic_error("a bin is never produced");
+}
+
+// q with q·g = 1 (mod p).
+int inverseModulo(int g, int p)
+{
+    for (int q = 1; q < p; ++q)
+        if (static_cast<long>(q) * g % p == 1)
+            return q;
+    throw std::logic_error("no inverse modulo p");
 }
 
 // Index k with k = k1 (mod a) and k = k2 (mod b), a and b coprime.
@@ -193,12 +204,7 @@ std::vector<Cx> complexRader(Flow& f, const std::vector<Cx>& x)
     std::vector<Cx> out(static_cast<std::size_t>(p));
     out[0] = cadd(f, x[0], big[0]);
     long inv = 1;  // g^(-m)
-    const int ginv = [&] {
-        for (int q = 1; q < p; ++q)
-            if (q * g % p == 1)
-                return q;
-        return 1;
-    }();
+    const int ginv = inverseModulo(g, p);
     for (int m = 0; m < n; ++m) {
         out[static_cast<std::size_t>(inv)] = conj(back[m]);
         inv = inv * ginv % p;
@@ -330,8 +336,10 @@ std::vector<Cx> raderReal(Flow& f, const TreePtr& tree, const std::vector<Ref>& 
         D[h] = {{}, f.mul(A[h].re, mh.imag())};
 
     TreePtr half = halved(tree->first);
-    if ((half == tree->first->first || half == tree->first->second) && half->table != 0 && synthesisRow)
-        half = synthesisRow(h, half->table == 1 ? 2 : 1);
+    // A factor of the inner tree used as it stands is a row: the synthesis, a
+    // transposed transform, takes that length's row from the other table.
+    if ((half == tree->first->first || half == tree->first->second) && half->table != 0)
+        half = half->table == forwardTable ? inverseTree(h) : forwardTree(h);
     // Real parts: a real synthesis of length h over the even bins.
     std::vector<Ref> evenBins{zeroTerm};
     for (int k = 2; k < h; k += 2) {
@@ -363,12 +371,7 @@ std::vector<Cx> raderReal(Flow& f, const TreePtr& tree, const std::vector<Ref>& 
         return flat;
     });
 
-    const int ginv = [&] {
-        for (int q = 1; q < p; ++q)
-            if (q * g % p == 1)
-                return q;
-        return 1;
-    }();
+    const int ginv = inverseModulo(g, p);
     long index = 1;
     for (int m = 0; m < h; ++m) {
         place(X, filled, p, index, Cx{re[m], im[m]});
@@ -379,8 +382,6 @@ std::vector<Cx> raderReal(Flow& f, const TreePtr& tree, const std::vector<Ref>& 
 }
 
 }  // namespace
-
-TreePtr (*synthesisRow)(int size, int table) = nullptr;
 
 std::vector<Ref> flatten(const std::vector<Cx>& bins, int n)
 {

@@ -10,11 +10,6 @@
 
 namespace gen::real {
 
-// Rows of the other table for the synthesis transforms of a Rader step (they
-// run transposed, so a forward kernel takes them from the inverse rules and the
-// other way round); set by the emitter.
-extern TreePtr (*synthesisRow)(int size, int table);
-
 // Half spectrum X[0..N/2] of the real samples x by the given tree; bin 0 and,
 // for even N, bin N/2 have a zero imaginary part.
 std::vector<Cx> realDft(Flow& flow, const TreePtr& tree, const std::vector<Ref>& x);

@@ -50,8 +50,6 @@ int position(Layout layout, int n, int j)
 }
 
 
-TreePtr otherRow(int size, int table) { return table == forwardTable ? forwardTree(size) : inverseTree(size); }
-const bool hookSet = (synthesisRow = otherRow, true);
 
 KernelFlow forwardFlow(int n)
 {
