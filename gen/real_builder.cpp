@@ -274,6 +274,11 @@ std::vector<Cx> oddDft(Flow& f, const TreePtr& tree, const std::vector<Ref>& v)
 // Transposed application of a forward flow builder: runs `forward` in a
 // scratch flow on fresh inputs, transposes it and copies the transposed flow
 // into `f` applied to `inputs`.
+// Depth of the transposed builds that are under way: a flow built to be
+// transposed writes its 45-degree rotations products first, so that after
+// transposition they are additions first like every other rotation.
+int transposedDepth = 0;
+
 template <class Build>
 std::vector<Ref> applyTransposed(Flow& f, int inputCount, const std::vector<Ref>& inputs, Build forward)
 {
@@ -281,7 +286,9 @@ std::vector<Ref> applyTransposed(Flow& f, int inputCount, const std::vector<Ref>
     std::vector<Ref> x;
     for (int i = 0; i < inputCount; ++i)
         x.push_back(scratch.input(i));
+    ++transposedDepth;
     const std::vector<Ref> outs = forward(scratch, x);
+    --transposedDepth;
     const Transposed t = transpose(scratch, outs, inputCount, {});
     return embed(f, t.flow, t.outputs, inputs);
 }
@@ -425,6 +432,10 @@ Cx rotate(Flow& f, Cx x, long e, long m)
             return x;
         // (a + ib)·(1 - i)/sqrt 2 = ((a + b) + i(b - a))/sqrt 2
         const long double r = std::sqrt(0.5L);
+        if (transposedDepth % 2 == 1) {
+            const Ref a = f.mul(x.re, r), b = f.mul(x.im, r);
+            return {f.add(a, b), f.sub(b, a)};
+        }
         return {f.mul(f.add(x.re, x.im), r), f.mul(f.sub(x.im, x.re), r)};
     }
     const long double angle = 2 * pi * e / m;
