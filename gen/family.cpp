@@ -60,10 +60,48 @@ std::string printNodes(const Graph& graph, const std::vector<int>& roots, const 
                        const std::string& indent)
 {
     const std::vector<bool> live = graph.liveSet(roots);
-    std::ostringstream out;
-    for (int id = 0; id < graph.size(); ++id) {
-        if (!live[static_cast<std::size_t>(id)])
+    std::vector<int> order;
+    for (int id = 0; id < graph.size(); ++id)
+        if (live[static_cast<std::size_t>(id)])
+            order.push_back(id);
+    return printNodesInOrder(graph, order, printer, indent);
+}
+
+std::vector<int> demandOrder(const Graph& graph, const std::vector<int>& roots)
+{
+    std::vector<char> state(static_cast<std::size_t>(graph.size()), 0);  // 1: on the stack, 2: placed
+    std::vector<int> order;
+    std::vector<std::pair<int, int>> stack;  // node, operands visited
+    for (int root : roots) {
+        if (root < 0 || state[static_cast<std::size_t>(root)] != 0)
             continue;
+        stack.push_back({root, 0});
+        state[static_cast<std::size_t>(root)] = 1;
+        while (!stack.empty()) {
+            auto& [id, visited] = stack.back();
+            const Node& n = graph.node(id);
+            const int operands[2] = {n.a, n.b};
+            if (visited < 2) {
+                const int next = operands[visited++];
+                if (next >= 0 && state[static_cast<std::size_t>(next)] == 0) {
+                    state[static_cast<std::size_t>(next)] = 1;
+                    stack.push_back({next, 0});
+                }
+                continue;
+            }
+            state[static_cast<std::size_t>(id)] = 2;
+            order.push_back(id);
+            stack.pop_back();
+        }
+    }
+    return order;
+}
+
+std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order, const NodePrinter& printer,
+                              const std::string& indent)
+{
+    std::ostringstream out;
+    for (int id : order) {
         const Node& n = graph.node(id);
         if (n.op == Op::Const)
             continue;

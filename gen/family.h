@@ -36,6 +36,13 @@ struct NodePrinter {
 };
 std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
                        const std::string& indent);
+// The same for the given nodes in the given order (every operand placed first).
+std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order, const NodePrinter& printer,
+                              const std::string& indent);
+// The nodes that the roots need, each placed right after its operands, the
+// roots taken in turn: values are made close to where they are used, which
+// keeps few of them alive at once in a long straight-line kernel.
+std::vector<int> demandOrder(const Graph& graph, const std::vector<int>& roots);
 // The expression that names a node's value (a variable or an inline literal).
 std::string valueOf(const Graph& graph, int id);
 

@@ -257,8 +257,6 @@ int Graph::widen(int a)
         throw std::logic_error("widen of a vector");
     if (x.op == Op::Neg)
         return neg(widen(x.a));
-    if (x.op == Op::Narrow)
-        throw std::logic_error("widen of a narrowed value");
     Node n{Op::Widen, Type::F64};
     n.a = a;
     return make(n);

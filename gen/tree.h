@@ -20,6 +20,7 @@ struct Tree {
     std::shared_ptr<const Tree> first;   // a-point stage of a split; forward inner tree
     std::shared_ptr<const Tree> second;  // b-point stage of a split; inverse inner tree
     int chirpLength = 0;                 // Bluestein's zero-padded length
+    int table = 0;                       // rule table a row came from (families with several)
 
     std::string text() const;
 };

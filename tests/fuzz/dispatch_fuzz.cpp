@@ -31,16 +31,21 @@ struct Input {
 
 [[noreturn]] void fail() { std::abort(); }
 
-// Calls one complex dispatcher on buffers inside guard bytes.
+int samples(int len) { return len; }
+int ccsElements(int len) { return len % 2 == 0 ? len + 2 : len + 1; }
+
+// Calls one fixed-size dispatcher (complex, real or Hartley) on buffers inside
+// guard bytes; `written` gives the number of elements a call may store.
 template <class C>
-void complexCall(Status (*transform)(const C*, C*, int32_t, int32_t), Input& in)
+void fixedSizeCall(Status (*transform)(const C*, C*, int32_t, int32_t), Input& in, int (*written)(int) = samples)
 {
     const auto len = in.take<std::int32_t>();
     const auto flag = in.take<std::int32_t>();
     const auto layout = in.take<std::uint8_t>();
-    const std::size_t srcOffset = (layout & 3) * 4, dstOffset = ((layout >> 2) & 3) * 4;
+    // misaligned by whole scalars: the natural alignment of the element type
+    const std::size_t srcOffset = (layout & 3) * alignof(C), dstOffset = ((layout >> 2) & 3) * alignof(C);
     const bool nullSrc = layout & 16, nullDst = layout & 32, inPlace = layout & 64;
-    const std::size_t bytes = 64 * sizeof(C);
+    const std::size_t bytes = 66 * sizeof(C);
     std::vector<unsigned char> srcStore(bytes + 2 * guard + 16, 0x11), dstStore(bytes + 2 * guard + 16, 0x5A);
     for (std::size_t i = guard; i < guard + bytes; ++i)
         srcStore[i + srcOffset] = static_cast<unsigned char>(i * 7);  // finite samples
@@ -68,7 +73,7 @@ void complexCall(Status (*transform)(const C*, C*, int32_t, int32_t), Input& in)
     const std::vector<unsigned char>& before = dst == src ? srcBefore : dstBefore;
     for (std::size_t i = 0; i < store.size(); ++i) {
         const unsigned char* p = store.data() + i;
-        const bool inside = p >= out && p < out + static_cast<std::size_t>(len) * sizeof(C);
+        const bool inside = p >= out && p < out + static_cast<std::size_t>(written(len)) * sizeof(C);
         if (!inside && store[i] != before[i])
             fail();
     }
@@ -172,14 +177,31 @@ void dctCall(Status (*size)(int32_t, int32_t*), Status (*init)(DctPlan**, int32_
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     Input in{data, size};
-    switch (in.take<std::uint8_t>() % 8) {
-    case 0: complexCall<Complex32>(kvtgDFTFwd_CToC_32fc, in); break;
-    case 1: complexCall<Complex32>(kvtgDFTInv_CToC_32fc, in); break;
-    case 2: complexCall<Complex64>(kvtgDFTFwd_CToC_64fc, in); break;
-    case 3: complexCall<Complex64>(kvtgDFTInv_CToC_64fc, in); break;
+    switch (in.take<std::uint8_t>() % 24) {
+    case 0: fixedSizeCall<Complex32>(kvtgDFTFwd_CToC_32fc, in); break;
+    case 1: fixedSizeCall<Complex32>(kvtgDFTInv_CToC_32fc, in); break;
+    case 2: fixedSizeCall<Complex64>(kvtgDFTFwd_CToC_64fc, in); break;
+    case 3: fixedSizeCall<Complex64>(kvtgDFTInv_CToC_64fc, in); break;
+    case 8: fixedSizeCall<Real32>(kvtgDFTFwd_RToCCS_32f, in, ccsElements); break;
+    case 9: fixedSizeCall<Real64>(kvtgDFTFwd_RToCCS_64f, in, ccsElements); break;
+    case 10: fixedSizeCall<Real32>(kvtgDFTFwd_RToPack_32f, in); break;
+    case 11: fixedSizeCall<Real64>(kvtgDFTFwd_RToPack_64f, in); break;
+    case 12: fixedSizeCall<Real32>(kvtgDFTFwd_RToPerm_32f, in); break;
+    case 13: fixedSizeCall<Real64>(kvtgDFTFwd_RToPerm_64f, in); break;
+    case 14: fixedSizeCall<Real32>(kvtgDFTInv_CCSToR_32f, in); break;
+    case 15: fixedSizeCall<Real64>(kvtgDFTInv_CCSToR_64f, in); break;
+    case 16: fixedSizeCall<Real32>(kvtgDFTInv_PackToR_32f, in); break;
+    case 17: fixedSizeCall<Real64>(kvtgDFTInv_PackToR_64f, in); break;
+    case 18: fixedSizeCall<Real32>(kvtgDFTInv_PermToR_32f, in); break;
+    case 19: fixedSizeCall<Real64>(kvtgDFTInv_PermToR_64f, in); break;
+    case 20: fixedSizeCall<Real32>(kvtgHartley_32f, in); break;
+    case 21: fixedSizeCall<Real64>(kvtgHartley_64f, in); break;
     case 4: whtCall<Real32>(kvtgWHT_32f, kvtgWHTGetBufferSize_32f, in); break;
     case 5: whtCall<Real64>(kvtgWHT_64f, kvtgWHTGetBufferSize_64f, in); break;
-    case 6: dctCall<Real32>(kvtgDCT4GetSize_32f, kvtgDCT4Init_32f, kvtgDCT4_32f, in); break;
+    case 6:
+    case 22: dctCall<Real32>(kvtgDCT4GetSize_32f, kvtgDCT4Init_32f, kvtgDCT4_32f, in); break;
+    case 7:
+    case 23:
     default: dctCall<Real64>(kvtgDCT4GetSize_64f, kvtgDCT4Init_64f, kvtgDCT4_64f, in); break;
     }
     return 0;

@@ -33,6 +33,20 @@ Job complexJob(Status (*transform)(const C*, C*, int32_t, int32_t), int n, std::
     }};
 }
 
+// Real DFT and Hartley dispatchers: N samples in, `written` elements out.
+template <class T>
+Job realJob(Status (*transform)(const T*, T*, int32_t, int32_t), int n, int written, std::uint32_t seed)
+{
+    return {[=] {
+        const std::vector<T> x = ref::Random(seed).vector<T>(static_cast<std::size_t>(n + 2));
+        std::vector<T> y(static_cast<std::size_t>(written));
+        EXPECT_EQ(transform(x.data(), y.data(), n, ScaleFwdByN), StatusOk);
+        std::vector<unsigned char> bytes(y.size() * sizeof(T));
+        std::memcpy(bytes.data(), y.data(), bytes.size());
+        return bytes;
+    }};
+}
+
 template <class T>
 Job whtJob(Status (*transform)(const T*, T*, int32_t, int32_t, uint8_t*), int order, std::uint32_t seed)
 {
@@ -74,6 +88,13 @@ std::vector<Job> allJobs()
         jobs.push_back(complexJob<Complex32>(kvtgDFTInv_CToC_32fc, n, seed + 100));
         jobs.push_back(complexJob<Complex64>(kvtgDFTFwd_CToC_64fc, n, seed + 200));
         jobs.push_back(complexJob<Complex64>(kvtgDFTInv_CToC_64fc, n, seed + 300));
+        const int ccs = n % 2 == 0 ? n + 2 : n + 1;
+        jobs.push_back(realJob<Real32>(kvtgDFTFwd_RToCCS_32f, n, ccs, seed + 400));
+        jobs.push_back(realJob<Real64>(kvtgDFTFwd_RToPerm_64f, n, n, seed + 500));
+        jobs.push_back(realJob<Real32>(kvtgDFTInv_PackToR_32f, n, n, seed + 600));
+        jobs.push_back(realJob<Real64>(kvtgDFTInv_CCSToR_64f, n, n, seed + 700));
+        jobs.push_back(realJob<Real32>(kvtgHartley_32f, n, n, seed + 800));
+        jobs.push_back(realJob<Real64>(kvtgHartley_64f, n, n, seed + 900));
     }
     for (int n : {2, 32, 64, 1024, 4096}) {
         jobs.push_back(dctJob<Real32>(kvtgDCT4InitAlloc_32f, kvtgDCT4_32f, kvtgDCT4Free_32f, n, static_cast<std::uint32_t>(n)));

@@ -1,0 +1,179 @@
+// Real DFT (CCS layout, forward and inverse) and Hartley kernels next to FFTW's
+// r2c, c2r and DHT plans of the same length and precision, every length 2..64.
+// FFTW's plans are made once with FFTW_MEASURE and run with the new-array
+// execute calls on the same buffers.  A table after the runs gives the ratio
+// FFTW time / our time per length and the geometric means.
+#include <benchmark/benchmark.h>
+#include <fftw3.h>
+
+#include <cmath>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "bench_report.h"
+#include "kvtgen.h"
+
+namespace {
+
+enum class Kind { Forward, Inverse, Hartley };
+const char* kindName(Kind k) { return k == Kind::Forward ? "fwd" : k == Kind::Inverse ? "inv" : "dht"; }
+
+template <class T>
+struct Fftw;
+template <>
+struct Fftw<float> {
+    using Plan = fftwf_plan;
+    static Plan plan(Kind k, int n, float* in, float* out)
+    {
+        auto* c = reinterpret_cast<fftwf_complex*>(k == Kind::Forward ? out : in);
+        if (k == Kind::Forward)
+            return fftwf_plan_dft_r2c_1d(n, in, c, FFTW_MEASURE);
+        if (k == Kind::Inverse)
+            return fftwf_plan_dft_c2r_1d(n, c, out, FFTW_MEASURE);
+        return fftwf_plan_r2r_1d(n, in, out, FFTW_DHT, FFTW_MEASURE);
+    }
+    static void run(Kind k, Plan p, float* in, float* out)
+    {
+        if (k == Kind::Forward)
+            fftwf_execute_dft_r2c(p, in, reinterpret_cast<fftwf_complex*>(out));
+        else if (k == Kind::Inverse)
+            fftwf_execute_dft_c2r(p, reinterpret_cast<fftwf_complex*>(in), out);
+        else
+            fftwf_execute_r2r(p, in, out);
+    }
+    static void destroy(Plan p) { fftwf_destroy_plan(p); }
+    static float* alloc(int count) { return fftwf_alloc_real(static_cast<std::size_t>(count)); }
+    static void release(float* p) { fftwf_free(p); }
+    static Status ours(Kind k, const float* in, float* out, int n)
+    {
+        return k == Kind::Forward   ? kvtgDFTFwd_RToCCS_32f(in, out, n, ScaleNone)
+               : k == Kind::Inverse ? kvtgDFTInv_CCSToR_32f(in, out, n, ScaleNone)
+                                    : kvtgHartley_32f(in, out, n, ScaleNone);
+    }
+};
+template <>
+struct Fftw<double> {
+    using Plan = fftw_plan;
+    static Plan plan(Kind k, int n, double* in, double* out)
+    {
+        auto* c = reinterpret_cast<fftw_complex*>(k == Kind::Forward ? out : in);
+        if (k == Kind::Forward)
+            return fftw_plan_dft_r2c_1d(n, in, c, FFTW_MEASURE);
+        if (k == Kind::Inverse)
+            return fftw_plan_dft_c2r_1d(n, c, out, FFTW_MEASURE);
+        return fftw_plan_r2r_1d(n, in, out, FFTW_DHT, FFTW_MEASURE);
+    }
+    static void run(Kind k, Plan p, double* in, double* out)
+    {
+        if (k == Kind::Forward)
+            fftw_execute_dft_r2c(p, in, reinterpret_cast<fftw_complex*>(out));
+        else if (k == Kind::Inverse)
+            fftw_execute_dft_c2r(p, reinterpret_cast<fftw_complex*>(in), out);
+        else
+            fftw_execute_r2r(p, in, out);
+    }
+    static void destroy(Plan p) { fftw_destroy_plan(p); }
+    static double* alloc(int count) { return fftw_alloc_real(static_cast<std::size_t>(count)); }
+    static void release(double* p) { fftw_free(p); }
+    static Status ours(Kind k, const double* in, double* out, int n)
+    {
+        return k == Kind::Forward   ? kvtgDFTFwd_RToCCS_64f(in, out, n, ScaleNone)
+               : k == Kind::Inverse ? kvtgDFTInv_CCSToR_64f(in, out, n, ScaleNone)
+                                    : kvtgHartley_64f(in, out, n, ScaleNone);
+    }
+};
+
+template <class T>
+void fill(T* in, int count)
+{
+    for (int i = 0; i < count; ++i)
+        in[i] = static_cast<T>(std::sin(i + 1.0));
+}
+
+template <class T>
+void benchOurs(benchmark::State& state, Kind kind, int n)
+{
+    T* in = Fftw<T>::alloc(68);
+    T* out = Fftw<T>::alloc(68);
+    fill(in, 68);
+    for (auto _ : state) {
+        Fftw<T>::ours(kind, in, out, n);
+        benchmark::DoNotOptimize(out);
+        benchmark::ClobberMemory();
+    }
+    Fftw<T>::release(in);
+    Fftw<T>::release(out);
+}
+
+template <class T>
+void benchFftw(benchmark::State& state, Kind kind, int n)
+{
+    T* in = Fftw<T>::alloc(68);
+    T* out = Fftw<T>::alloc(68);
+    auto plan = Fftw<T>::plan(kind, n, in, out);
+    fill(in, 68);
+    for (auto _ : state) {
+        Fftw<T>::run(kind, plan, in, out);
+        benchmark::DoNotOptimize(out);
+        benchmark::ClobberMemory();
+    }
+    Fftw<T>::destroy(plan);
+    Fftw<T>::release(in);
+    Fftw<T>::release(out);
+}
+
+std::string name(const char* who, Kind kind, const char* precision, int n)
+{
+    return std::string(who) + "/" + kindName(kind) + "_" + precision + "/" + std::to_string(n);
+}
+
+void printReport(const bench::Collector& results)
+{
+    for (Kind kind : {Kind::Forward, Kind::Inverse, Kind::Hartley}) {
+        std::printf("\n%s: FFTW time / our time per length (32f, 64f)\n", kindName(kind));
+        std::vector<double> all, upTo16;
+        double lowest = 1e9;
+        int lowestN = 0;
+        for (int n = 2; n <= 64; ++n) {
+            std::printf("%3d", n);
+            for (const char* precision : {"32f", "64f"}) {
+                const double ratio =
+                    results.ns(name("fftw", kind, precision, n)) / results.ns(name("kvtg", kind, precision, n));
+                std::printf("  %6.2f", ratio);
+                all.push_back(ratio);
+                if (n <= 16)
+                    upTo16.push_back(ratio);
+                if (ratio < lowest) {
+                    lowest = ratio;
+                    lowestN = n;
+                }
+            }
+            std::printf("\n");
+        }
+        double lowestSmall = 1e9;
+        for (double r : upTo16)
+            lowestSmall = std::min(lowestSmall, r);
+        std::printf("%s: geometric mean %.2fx, lengths <= 16 at least %.2fx, lowest %.2fx (length %d)\n",
+                    kindName(kind), bench::geometricMean(all), lowestSmall, lowest, lowestN);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    for (Kind kind : {Kind::Forward, Kind::Inverse, Kind::Hartley})
+        for (int n = 2; n <= 64; ++n) {
+            benchmark::RegisterBenchmark(name("kvtg", kind, "32f", n).c_str(), benchOurs<float>, kind, n);
+            benchmark::RegisterBenchmark(name("fftw", kind, "32f", n).c_str(), benchFftw<float>, kind, n);
+            benchmark::RegisterBenchmark(name("kvtg", kind, "64f", n).c_str(), benchOurs<double>, kind, n);
+            benchmark::RegisterBenchmark(name("fftw", kind, "64f", n).c_str(), benchFftw<double>, kind, n);
+        }
+    benchmark::Initialize(&argc, argv);
+    bench::Collector collector;
+    benchmark::RunSpecifiedBenchmarks(&collector);
+    printReport(collector);
+    benchmark::Shutdown();
+    return 0;
+}

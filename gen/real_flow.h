@@ -1,0 +1,110 @@
+// Linear flow of a real-valued kernel, before any arithmetic type is chosen.
+//
+// A flow is a graph of additions, subtractions and multiplications by positive
+// constants over the input samples.  Values are handled as references that carry
+// a pending sign: a negative reference is a value whose sign has not been
+// applied, and the next addition absorbs it by choosing between + and -.  Only
+// when a finished output is still negative does a kernel need a negation.
+//
+// An addition may be marked as part of a product expression (a sum of products,
+// a rotation, x - 0.5·y): in a Real32 kernel such an addition runs in Real64
+// with its products and the expression is rounded to Real32 once at its end.
+#ifndef KVTGEN_REAL_FLOW_H
+#define KVTGEN_REAL_FLOW_H
+
+#include <cstdint>
+#include <map>
+#include <tuple>
+#include <vector>
+
+namespace gen::real {
+
+struct Ref {
+    int id = -1;  // -1: an exact zero
+    bool neg = false;
+
+    bool zero() const { return id < 0; }
+    Ref operator-() const { return {id, id >= 0 && !neg}; }
+    bool operator==(const Ref& o) const { return id == o.id && neg == o.neg; }
+};
+
+// A complex value as two references.
+struct Cx {
+    Ref re, im;
+};
+
+class Flow {
+public:
+    enum class Kind : std::uint8_t { Input, Add, Sub, Mul, Double };
+    struct Node {
+        Kind kind;
+        int a = -1;
+        int b = -1;
+        long double c = 0;  // Mul: the positive constant
+        bool expr = false;  // Add/Sub: belongs to the expression of its products
+        int index = -1;     // Input: position in the input vector
+    };
+
+    Ref input(int index);
+    Ref add(Ref x, Ref y, bool expr = false);
+    Ref sub(Ref x, Ref y, bool expr = false) { return add(x, -y, expr); }
+    // Multiplication by a constant; the sign of the constant goes to the
+    // reference.
+    Ref mul(Ref x, long double c);
+    // Multiplication by the exact 2.0 of an inverse kernel's input; never merged.
+    Ref twice(Ref x);
+
+    // Sum of terms in the given order, every addition marked as `expr`.
+    Ref sum(const std::vector<Ref>& terms, bool expr);
+
+    const Node& node(int id) const { return nodes_[static_cast<std::size_t>(id)]; }
+    int size() const { return static_cast<int>(nodes_.size()); }
+
+    // Nodes that the outputs depend on, and how often each is used by them.
+    std::vector<int> useCounts(const std::vector<Ref>& outputs) const;
+
+private:
+    int make(const Node& n);
+    std::vector<Node> nodes_;
+    std::map<std::tuple<int, int, int, long double, bool>, int> memo_;
+};
+
+// Operation counts of a flow restricted to what the outputs need.
+struct FlowCounts {
+    int multiplications = 0;
+    int additions = 0;
+    int negations = 0;  // outputs that are still negative
+    int doublings = 0;
+};
+FlowCounts countFlow(const Flow& flow, const std::vector<Ref>& outputs);
+
+// Rewrites a flow so that two constants meeting on one value become one: a
+// product of a product that nobody else uses is one product with the
+// constants multiplied out, and (with `distribute`) a constant applied to a
+// sum of products that nobody else uses is distributed over the products
+// (k·(c1·a + c2·b) becomes (k·c1)·a + (k·c2)·b).  Each saves a multiplication.
+std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs, bool distribute);
+
+// The transposed flow: inputs of the result are the outputs of `flow` (their
+// signs included), outputs are the adjoints of the inputs of `flow`
+// (`inputCount` of them).  Every fan-out becomes an addition and every
+// addition a fan-out; products stay.  `inputScale[i]`, when not 1, multiplies
+// input i of the transposed flow first (the doubling of the inverse kernels);
+// where such an input's only use is one product, the factor is merged into
+// that product's constant instead.
+struct Transposed {
+    Flow flow;
+    std::vector<Ref> outputs;
+    std::vector<bool> scaled;  // input i took its factor as a multiplication
+};
+Transposed transpose(const Flow& flow, const std::vector<Ref>& outputs, int inputCount,
+                     const std::vector<long double>& inputScale);
+
+// Copies the flow that computes `outputs` from its inputs into `target`, with
+// input i of the source replaced by inputs[i]; returns the copied outputs.
+std::vector<Ref> embed(Flow& target, const Flow& source, const std::vector<Ref>& outputs,
+                       const std::vector<Ref>& inputs);
+
+}  // namespace gen::real
+
+#endif

@@ -1,0 +1,255 @@
+// The real DFT and Hartley rules as data.  Forward rows: the tree, the
+// multiplications by transform constants, the additions and subtractions and
+// the negations of a forward kernel.  Inverse rows: the tree whose transposed
+// flow the inverse kernel runs, with its doublings.  Hartley rows: which of the
+// two flows a kernel takes and what it costs.  The generator holds every
+// kernel it writes against these counts.
+#include "real_rules.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace gen::real {
+
+namespace {
+
+const ForwardRow forwardRows[] = {
+    {2, "direct", 0, 2, 0},
+    {3, "direct", 2, 4, 1},
+    {4, "T(2,2)", 0, 6, 1},
+    {5, "direct", 8, 12, 1},
+    {6, "P(3,2)", 4, 14, 1},
+    {7, "direct", 18, 24, 1},
+    {8, "T(4,2)", 2, 20, 3},
+    {9, "T(3,3)", 20, 32, 3},
+    {10, "P(5,2)", 16, 34, 3},
+    {11, "direct", 50, 60, 1},
+    {12, "P(4,3)", 8, 38, 3},
+    {13, "Rader(13; P(3,4))", 41, 78, 2},
+    {14, "P(2,7)", 36, 62, 3},
+    {15, "P(3,5)", 34, 64, 3},
+    {16, "T(4,4)", 12, 58, 6},
+    {17, "Rader(17; T(4,4))", 54, 116, 5},
+    {18, "P(2,9)", 40, 82, 4},
+    {19, "Rader(19; P(9,2))", 108, 164, 4},
+    {20, "P(5,4)", 32, 86, 5},
+    {21, "P(7,3)", 68, 112, 6},
+    {22, "P(2,11)", 100, 142, 5},
+    {23, "Rader(23; P(2,11))", 242, 300, 4},
+    {24, "P(3,8)", 22, 104, 5},
+    {25, "T(5,5)", 112, 152, 6},
+    {26, "P(13,2)", 82, 182, 7},
+    {27, "T(9,3)", 110, 164, 8},
+    {28, "P(4,7)", 72, 150, 7},
+    {29, "Rader(29; P(7,4))", 210, 306, 8},
+    {30, "P(P(5,3),2)", 68, 158, 9},
+    {31, "Rader(31; P(P(3,2),5))", 192, 316, 6},
+    {32, "T(8,4)", 44, 158, 10},
+    {33, "P(11,3)", 172, 244, 8},
+    {34, "P(2,17)", 108, 266, 8},
+    {35, "P(7,5)", 146, 228, 8},
+    {36, "P(9,4)", 80, 198, 10},
+    {37, "Rader(37; P(4,9))", 228, 400, 8},
+    {38, "P(19,2)", 216, 366, 12},
+    {39, "P(13,3)", 149, 310, 11},
+    {40, "P(8,5)", 74, 220, 11},
+    {41, "Rader(41; P(5,8))", 242, 444, 9},
+    {42, "P(P(7,3),2)", 136, 266, 10},
+    {43, "Rader(43; P(P(2,7),3))", 352, 532, 9},
+    {44, "P(11,4)", 200, 326, 11},
+    {45, "P(5,9)", 172, 300, 11},
+    {46, "P(2,23)", 484, 646, 11},
+    {47, "Rader(47; P(23,2))", 1058, 1260, 9},
+    {48, "P(16,3)", 68, 266, 14},
+    {49, "T(7,7)", 324, 408, 11},
+    {50, "P(25,2)", 224, 354, 18},
+    {51, "P(17,3)", 196, 448, 16},
+    {52, "P(13,4)", 164, 414, 14},
+    {53, "Rader(53; P(4,13))", 456, 844, 14},
+    {54, "P(2,27)", 220, 382, 13},
+    {55, "P(11,5)", 338, 472, 14},
+    {56, "P(7,8)", 158, 368, 14},
+    {57, "P(19,3)", 362, 604, 16},
+    {58, "P(2,29)", 420, 670, 14},
+    {59, "Rader(59; P(29,2))", 954, 1340, 10},
+    {60, "P(P(3,5),4)", 136, 374, 18},
+    {61, "Rader(61; P(P(3,5),4))", 415, 762, 14},
+    {62, "P(31,2)", 384, 694, 21},
+    {63, "P(7,9)", 302, 488, 18},
+    {64, "T(16,4)", 132, 398, 19},
+};
+
+const InverseRow inverseRows[] = {
+    {2, "direct", 0, 2, 0},
+    {3, "direct", 2, 4, 1},
+    {4, "T(2,2)", 0, 6, 2},
+    {5, "direct", 8, 12, 4},
+    {6, "P(3,2)", 4, 14, 4},
+    {7, "direct", 18, 24, 6},
+    {8, "T(4,2)", 2, 20, 6},
+    {9, "T(3,3)", 18, 32, 7},
+    {10, "P(5,2)", 16, 34, 8},
+    {11, "Rader(11; P(5,2))", 50, 68, 10},
+    {12, "P(4,3)", 8, 38, 8},
+    {13, "Rader(13; P(4,3))", 44, 80, 12},
+    {14, "P(7,2)", 36, 62, 12},
+    {15, "P(5,3)", 34, 64, 13},
+    {16, "T(4,4)", 12, 58, 14},
+    {17, "Rader(17; T(4,4))", 54, 116, 14},
+    {18, "P(9,2)", 36, 82, 16},
+    {19, "Rader(19; P(9,2))", 110, 164, 18},
+    {20, "P(4,5)", 32, 86, 18},
+    {21, "P(7,3)", 68, 112, 19},
+    {22, "P(2,11)", 100, 158, 20},
+    {23, "Rader(23; P(2,11d))", 242, 284, 22},
+    {24, "P(3,8)", 22, 104, 22},
+    {25, "T(5,5)", 112, 152, 24},
+    {26, "P(13,2)", 88, 186, 24},
+    {27, "T(3,9)", 100, 164, 25},
+    {28, "P(7,4)", 72, 150, 26},
+    {29, "Rader(29; P(4,7))", 210, 306, 28},
+    {30, "P(P(2,5),3)", 68, 158, 26},
+    {31, "Rader(31; P(P(5,3),2))", 194, 316, 30},
+    {32, "T(4,8)", 42, 156, 30},
+    {33, "P(11,3)", 172, 268, 31},
+    {34, "P(2,17)", 108, 266, 28},
+    {35, "P(7,5)", 146, 228, 34},
+    {36, "P(9,4)", 72, 198, 34},
+    {37, "Rader(37; P(4,9))", 236, 402, 36},
+    {38, "P(19,2)", 220, 366, 36},
+    {39, "P(3,13)", 142, 308, 38},
+    {40, "P(8,5)", 74, 220, 38},
+    {41, "Rader(41; P(8,5))", 242, 444, 40},
+    {42, "P(P(7,3),2)", 136, 266, 40},
+    {43, "Rader(43; P(P(7,2),3))", 352, 532, 42},
+    {44, "P(11,4)", 200, 358, 42},
+    {45, "P(9,5)", 162, 300, 44},
+    {46, "P(2,23)", 484, 614, 44},
+    {47, "Rader(47; P(2,23))", 1058, 1260, 46},
+    {48, "P(3,16)", 72, 270, 46},
+    {49, "T(7,7)", 324, 408, 48},
+    {50, "P(2,25)", 224, 354, 48},
+    {51, "P(17,3)", 196, 448, 49},
+    {52, "P(4,13)", 160, 414, 50},
+    {53, "Rader(53; P(4,13))", 450, 840, 52},
+    {54, "P(2,27)", 200, 382, 50},
+    {55, "P(11,5)", 338, 512, 54},
+    {56, "P(7,8)", 158, 368, 54},
+    {57, "P(19,3)", 368, 604, 55},
+    {58, "P(2,29)", 420, 670, 56},
+    {59, "Rader(59; P(29,2))", 954, 1340, 58},
+    {60, "P(P(5,3),4)", 136, 374, 58},
+    {61, "Rader(61; P(P(5,3),4))", 418, 762, 60},
+    {62, "P(2,31)", 388, 694, 60},
+    {63, "P(7,9)", 300, 488, 61},
+    {64, "T(4,16)", 134, 400, 62},
+};
+
+const HartleyRow hartleyRows[] = {
+    {2, Form::Either, "direct", 0, 2},
+    {3, Form::Either, "direct", 2, 6},
+    {4, Form::Either, "T(2,2)", 0, 8},
+    {5, Form::Either, "direct", 8, 16},
+    {6, Form::Either, "P(3,2)", 4, 18},
+    {7, Form::Either, "direct", 18, 30},
+    {8, Form::Forward, "T(4,2)", 2, 26},
+    {9, Form::Forward, "T(3,3)", 20, 40},
+    {10, Form::Either, "P(5,2)", 16, 42},
+    {11, Form::Forward, "direct", 50, 70},
+    {12, Form::Transposed, "P(4,3)", 8, 48},
+    {13, Form::Transposed, "Rader(13; P(4,3))", 44, 92},
+    {14, Form::Either, "P(2,7)", 36, 74},
+    {15, Form::Transposed, "P(5,3)", 34, 78},
+    {16, Form::Forward, "T(4,4)", 12, 72},
+    {17, Form::Either, "Rader(17; T(4,4))", 54, 132},
+    {18, Form::Transposed, "P(9,2)", 36, 98},
+    {19, Form::Forward, "Rader(19; P(9,2))", 108, 182},
+    {20, Form::Transposed, "P(4,5)", 32, 104},
+    {21, Form::Forward, "P(7,3)", 68, 132},
+    {22, Form::Forward, "P(2,11)", 100, 162},
+    {23, Form::Transposed, "Rader(23; P(2,11))", 242, 306},
+    {24, Form::Forward, "P(3,8)", 22, 126},
+    {25, Form::Transposed, "T(5,5)", 112, 176},
+    {26, Form::Forward, "P(13,2)", 82, 206},
+    {27, Form::Transposed, "T(3,9)", 100, 190},
+    {28, Form::Transposed, "P(7,4)", 72, 176},
+    {29, Form::Forward, "Rader(29; P(7,4))", 210, 334},
+    {30, Form::Transposed, "P(P(2,5),3)", 68, 186},
+    {31, Form::Transposed, "Rader(31; P(P(5,3),2))", 194, 346},
+    {32, Form::Transposed, "T(4,8)", 42, 186},
+    {33, Form::Transposed, "P(11,3)", 172, 300},
+    {34, Form::Transposed, "P(2,17)", 108, 298},
+    {35, Form::Transposed, "P(7,5)", 146, 262},
+    {36, Form::Transposed, "P(9,4)", 72, 232},
+    {37, Form::Transposed, "Rader(37; P(4,9))", 236, 438},
+    {38, Form::Forward, "P(19,2)", 216, 402},
+    {39, Form::Forward, "P(13,3)", 149, 348},
+    {40, Form::Transposed, "P(8,5)", 74, 258},
+    {41, Form::Forward, "Rader(41; P(5,8))", 242, 484},
+    {42, Form::Transposed, "P(P(7,3),2)", 136, 306},
+    {43, Form::Transposed, "Rader(43; P(P(7,2),3))", 352, 574},
+    {44, Form::Transposed, "P(11,4)", 200, 400},
+    {45, Form::Transposed, "P(9,5)", 162, 344},
+    {46, Form::Transposed, "P(2,23)", 484, 658},
+    {47, Form::Forward, "Rader(47; P(23,2))", 1058, 1306},
+    {48, Form::Transposed, "P(3,16)", 72, 316},
+    {49, Form::Forward, "T(7,7)", 324, 456},
+    {50, Form::Forward, "P(25,2)", 224, 402},
+    {51, Form::Transposed, "P(17,3)", 196, 498},
+    {52, Form::Forward, "P(13,4)", 164, 464},
+    {53, Form::Transposed, "Rader(53; P(4,13))", 450, 892},
+    {54, Form::Transposed, "P(2,27)", 200, 434},
+    {55, Form::Transposed, "P(11,5)", 338, 566},
+    {56, Form::Transposed, "P(7,8)", 158, 422},
+    {57, Form::Forward, "P(19,3)", 362, 660},
+    {58, Form::Forward, "P(2,29)", 420, 726},
+    {59, Form::Forward, "Rader(59; P(29,2))", 954, 1398},
+    {60, Form::Transposed, "P(P(5,3),4)", 136, 432},
+    {61, Form::Forward, "Rader(61; P(P(3,5),4))", 415, 822},
+    {62, Form::Transposed, "P(2,31)", 388, 754},
+    {63, Form::Forward, "P(7,9)", 302, 550},
+    {64, Form::Transposed, "T(4,16)", 134, 462},
+};
+template <class Row, std::size_t n>
+const Row& find(const Row (&rows)[n], int size)
+{
+    for (const Row& row : rows)
+        if (row.size == size)
+            return row;
+    throw std::out_of_range("no real rule for length " + std::to_string(size));
+}
+
+TreePtr leaf(int size)
+{
+    auto t = std::make_shared<Tree>();
+    t->kind = Tree::Kind::Direct;
+    t->size = size;
+    return t;
+}
+
+// The direct rule is written "direct" in a row and as the bare prime inside
+// other rules; an "11d" inside a rule asks for the direct 11 where the row of
+// 11 says otherwise.
+TreePtr parseRow(int size, const char* rule, TreePtr (*row)(int), int table)
+{
+    if (std::string(rule) == "direct") {
+        auto t = std::make_shared<Tree>(*leaf(size));
+        t->table = table;
+        return t;
+    }
+    RowLookup lookup = [row](int n, bool) { return n == 7 ? leaf(7) : row(n); };
+    auto t = std::make_shared<Tree>(*parseTree(rule, lookup));
+    t->table = table;
+    return t;
+}
+
+}  // namespace
+
+const ForwardRow& forwardRow(int size) { return find(forwardRows, size); }
+const InverseRow& inverseRow(int size) { return find(inverseRows, size); }
+const HartleyRow& hartleyRow(int size) { return find(hartleyRows, size); }
+
+TreePtr forwardTree(int size) { return parseRow(size, forwardRow(size).rule, forwardTree, forwardTable); }
+TreePtr inverseTree(int size) { return parseRow(size, inverseRow(size).rule, inverseTree, inverseTable); }
+
+}  // namespace gen::real

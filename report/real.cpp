@@ -1,0 +1,72 @@
+// Real DFT (CCS layout) and Hartley kernels against FFTW's r2c, c2r and DHT
+// plans of the same length and precision.
+#include <fftw3.h>
+
+#include <cmath>
+#include <memory>
+
+#include "kvtgen.h"
+#include "report.h"
+
+namespace {
+
+enum class Kind { Forward, Inverse, Hartley };
+
+template <class T>
+std::shared_ptr<T> samples()
+{
+    std::shared_ptr<T> data(static_cast<T*>(fftw_malloc(68 * sizeof(T))), fftw_free);
+    for (int i = 0; i < 68; ++i)
+        data.get()[i] = static_cast<T>(std::sin(i + 1.0));
+    return data;
+}
+
+template <class T>
+std::function<void()> peerOf(Kind kind, int n, std::shared_ptr<T> in, std::shared_ptr<T> out)
+{
+    if constexpr (sizeof(T) == sizeof(float)) {
+        auto* c = reinterpret_cast<fftwf_complex*>(kind == Kind::Forward ? out.get() : in.get());
+        fftwf_plan p = kind == Kind::Forward   ? fftwf_plan_dft_r2c_1d(n, in.get(), c, FFTW_MEASURE)
+                       : kind == Kind::Inverse ? fftwf_plan_dft_c2r_1d(n, c, out.get(), FFTW_MEASURE)
+                                               : fftwf_plan_r2r_1d(n, in.get(), out.get(), FFTW_DHT, FFTW_MEASURE);
+        std::shared_ptr<fftwf_plan_s> plan(p, fftwf_destroy_plan);
+        return [plan, in, out] { fftwf_execute(plan.get()); };
+    } else {
+        auto* c = reinterpret_cast<fftw_complex*>(kind == Kind::Forward ? out.get() : in.get());
+        fftw_plan p = kind == Kind::Forward   ? fftw_plan_dft_r2c_1d(n, in.get(), c, FFTW_MEASURE)
+                      : kind == Kind::Inverse ? fftw_plan_dft_c2r_1d(n, c, out.get(), FFTW_MEASURE)
+                                              : fftw_plan_r2r_1d(n, in.get(), out.get(), FFTW_DHT, FFTW_MEASURE);
+        std::shared_ptr<fftw_plan_s> plan(p, fftw_destroy_plan);
+        return [plan, in, out] { fftw_execute(plan.get()); };
+    }
+}
+
+template <class T>
+void addFamily(std::vector<report::Case>& cases, const char* name, Status (*transform)(const T*, T*, int32_t, int32_t),
+               Kind kind)
+{
+    for (int n = 2; n <= 64; ++n) {
+        auto in = samples<T>(), out = samples<T>();
+        std::function<void()> peer = peerOf<T>(kind, n, in, out);
+        // restore the input that FFTW's measuring overwrote
+        auto fresh = samples<T>();
+        std::copy(fresh.get(), fresh.get() + 68, in.get());
+        cases.push_back({name, n, [transform, in, out, n] { transform(in.get(), out.get(), n, ScaleNone); }, peer});
+    }
+}
+
+std::vector<report::Case> realCases()
+{
+    std::vector<report::Case> cases;
+    addFamily<Real32>(cases, "DFT RToCCS 32f", kvtgDFTFwd_RToCCS_32f, Kind::Forward);
+    addFamily<Real32>(cases, "DFT CCSToR 32f", kvtgDFTInv_CCSToR_32f, Kind::Inverse);
+    addFamily<Real64>(cases, "DFT RToCCS 64f", kvtgDFTFwd_RToCCS_64f, Kind::Forward);
+    addFamily<Real64>(cases, "DFT CCSToR 64f", kvtgDFTInv_CCSToR_64f, Kind::Inverse);
+    addFamily<Real32>(cases, "Hartley 32f", kvtgHartley_32f, Kind::Hartley);
+    addFamily<Real64>(cases, "Hartley 64f", kvtgHartley_64f, Kind::Hartley);
+    return cases;
+}
+
+const report::Registration registration(20, "FFTW r2c / c2r / DHT plan, FFTW_MEASURE", realCases);
+
+}  // namespace
