@@ -278,11 +278,11 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
         out << "#include \"simd_sse2.h\"\n";
     out << "\nnamespace {\n\n";
     if (vector) {
-        out << "template <class Access>\n"
+        out << "template <class Access, bool Scaled>\n"
             << "inline void transform(const " << real << "* x, " << real << "* y, " << (floatVector ? "kv::v4f" : "kv::v2d")
             << " c)\n{\n";
     } else {
-        out << "inline void transform(const float* x, float* y, float c)\n{\n";
+        out << "template <bool Scaled>\ninline void transform(const float* x, float* y, float c)\n{\n";
     }
     out << kernel.body << "}\n\n";
     // The tests of the frame, then the transform: shared by every body.
@@ -291,8 +291,10 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
         << "    " << real << " c;\n"
         << "    if (!kvtg::pickFactor<" << real << ">(flag, " << dir << ", " << factorLiterals(v, n) << ", c))\n"
         << "        return StatusBadFlag;\n"
-        << "    transform" << (vector ? "<Access>" : "") << "(reinterpret_cast<const " << real << "*>(src), reinterpret_cast<"
-        << real << "*>(dst), " << (floatVector ? "kv::set1f(c)" : vector ? "kv::set1(c)" : "c") << ");\n"
+        << scaledCall(vector ? "transform<Access, " : "transform<",
+                      "reinterpret_cast<const " + real + "*>(src), reinterpret_cast<" + real + "*>(dst), " +
+                          (floatVector ? "kv::set1f(c)" : vector ? "kv::set1(c)" : "c"),
+                      "    ")
         << "    return StatusOk;\n}\n\n";
     const std::string text = out.str();
     std::ostringstream tail;

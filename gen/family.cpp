@@ -56,6 +56,14 @@ std::string valueOf(const Graph& graph, int id)
     return "t" + std::to_string(id);
 }
 
+std::string scaledCall(const std::string& call, const std::string& args, const std::string& indent)
+{
+    // Sanitizer builds compile one body per kernel to keep their build short.
+    return "#ifndef KVTG_ONE_BODY\n" + indent + "if (c == 1) {\n" + indent + "    " + call + "false>(" + args +
+           ");\n" + indent + "    return StatusOk;\n" + indent + "}\n#endif\n" + indent + call + "true>(" + args +
+           ");\n";
+}
+
 std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
                        const std::string& indent)
 {
@@ -97,6 +105,19 @@ std::vector<int> demandOrder(const Graph& graph, const std::vector<int>& roots)
     return order;
 }
 
+namespace {
+
+// The run-time scale factor, as passed or converted to the other precision.
+bool isFactor(const Graph& graph, int id)
+{
+    const Node& n = graph.node(id);
+    if (n.op == Op::Param)
+        return true;
+    return (n.op == Op::Widen || n.op == Op::Narrow) && isFactor(graph, n.a);
+}
+
+}  // namespace
+
 std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order, const NodePrinter& printer,
                               const std::string& indent)
 {
@@ -114,7 +135,15 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
         case Op::Param: expr = printer.param(n); break;
         case Op::Add: expr = vector ? "kv::add(" + a + ", " + b + ")" : a + " + " + b; break;
         case Op::Sub: expr = vector ? "kv::sub(" + a + ", " + b + ")" : a + " - " + b; break;
-        case Op::Mul: expr = vector ? "kv::mul(" + a + ", " + b + ")" : a + " * " + b; break;
+        case Op::Mul:
+            expr = vector ? "kv::mul(" + a + ", " + b + ")" : a + " * " + b;
+            // A product by the scale factor is skipped in the body for factor
+            // one: multiplying by one is exact, so both bodies give the same bits.
+            if (isFactor(graph, n.b))
+                expr = "Scaled ? " + expr + " : " + a;
+            else if (isFactor(graph, n.a))
+                expr = "Scaled ? " + expr + " : " + b;
+            break;
         case Op::Neg: expr = vector ? "kv::neg(" + a + ")" : "-" + a; break;
         case Op::ZeroSub:
             expr = vector ? std::string(n.type == Type::V4F ? "kv::sub(kv::zero4(), " : "kv::sub(kv::zero2(), ") + a + ")"

@@ -23,13 +23,19 @@ struct FamilyRegistration {
     }
 };
 
+// The tail of a kernel's frame: calls the body without its scale products when
+// the factor is one.  `call` is the body's name with its leading template
+// arguments (ending in ", " or "<"), `args` its arguments.
+std::string scaledCall(const std::string& call, const std::string& args, const std::string& indent);
+
 // Writes a file only when its content differs, so that an unchanged kernel is
 // not compiled again.
 void writeIfChanged(const std::string& path, const std::string& content);
 
 // Prints the definitions of the live nodes in creation order, one C++ statement
 // per node, as `const <type> t<id> = ...;`.  Inputs and parameters are printed
-// through the callbacks; constants are written inline.
+// through the callbacks; constants are written inline.  A product by the scale
+// factor (a parameter) is printed under the compile-time switch `Scaled`.
 struct NodePrinter {
     std::function<std::string(const Node&)> input;
     std::function<std::string(const Node&)> param;

@@ -280,13 +280,9 @@ std::string kernelUnit(const std::string& name, const std::string& title, const 
         << " multiplications, " << k.counts.additions << " additions, " << k.counts.negations << " negations, "
         << k.counts.doublings << " doublings.\n"
         << "#include \"frame.h\"\n\n"
-        << "extern \"C\" KVTG_API Status " << name << "(const " << p.sample << "* src, " << p.sample
-        << "* dst, int32_t flag)\n{\n"
-        << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
-        << "    " << p.scalar << " c;\n"
-        << "    if (!kvtg::pickFactor<" << p.scalar << ">(flag, kvtg::Direction::" << direction << ", "
-        << factors(p, n) << ", c))\n        return StatusBadFlag;\n"
-        << "    const " << p.scalar << "* x = src;\n    " << p.scalar << "* y = dst;\n";
+        << "// named after its kernel: sanitizer builds compile several units as one\n"
+        << "template <bool Scaled>\nstatic inline void " << name << "Body(const " << p.scalar << "* x, " << p.scalar
+        << "* y, " << p.scalar << " c)\n{\n";
     NodePrinter printer;
     printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
     printer.param = [](const Node&) { return std::string("c"); };
@@ -295,7 +291,14 @@ std::string kernelUnit(const std::string& name, const std::string& title, const 
         out << "    y[" << storeSlots[i] << "] = " << valueOf(low.graph, low.stores[i]) << ";\n";
     for (int z : zeroSlots)
         out << "    y[" << z << "] = " << (p.single ? "0.0f" : "0.0") << ";\n";
-    out << "    return StatusOk;\n}\n";
+    out << "}\n\n"
+        << "extern \"C\" KVTG_API Status " << name << "(const " << p.sample << "* src, " << p.sample
+        << "* dst, int32_t flag)\n{\n"
+        << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
+        << "    " << p.scalar << " c;\n"
+        << "    if (!kvtg::pickFactor<" << p.scalar << ">(flag, kvtg::Direction::" << direction << ", "
+        << factors(p, n) << ", c))\n        return StatusBadFlag;\n"
+        << scaledCall(name + "Body<", "src, dst, c", "    ") << "    return StatusOk;\n}\n";
     return out.str();
 }
 
