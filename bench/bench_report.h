@@ -15,14 +15,20 @@
 
 namespace bench {
 
-// Prints the usual console table and remembers ns per iteration by name.
+// Prints the usual console table and remembers ns per iteration by name: with
+// --benchmark_repetitions, the fastest repetition, which leaves out the
+// repetitions that another process on the machine slowed down.
 class Collector : public benchmark::ConsoleReporter {
 public:
     void ReportRuns(const std::vector<Run>& runs) override
     {
         for (const Run& run : runs)
-            if (run.run_type == Run::RT_Iteration && run.iterations > 0)
-                times_[run.benchmark_name()] = run.GetAdjustedRealTime() * multiplierToNs(run.time_unit);
+            if (run.run_type == Run::RT_Iteration && run.iterations > 0) {
+                const double ns = run.GetAdjustedRealTime() * multiplierToNs(run.time_unit);
+                const auto found = times_.find(run.benchmark_name());
+                if (found == times_.end() || ns < found->second)
+                    times_[run.benchmark_name()] = ns;
+            }
         ConsoleReporter::ReportRuns(runs);
     }
     double ns(const std::string& name) const
