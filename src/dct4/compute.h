@@ -258,7 +258,8 @@ struct Compute {
 #pragma GCC unroll 8
             for (int t = 0; t < S; ++t)
                 v[t] = t == 0 ? input(0) : rotate(input(t), pairs + (t - 1) * pairWidth);
-            K::template dft<S>(v);
+            // the outputs l >= S/2 are the pairs of the upper half, stored conjugated
+            K::template dft<S, true>(v);
 #pragma GCC unroll 8
             for (int l = 0; l < S; ++l)
                 output(l, v[l]);
@@ -280,7 +281,8 @@ struct Compute {
 #pragma GCC unroll 4
                 for (int j = 0; j < 4; ++j)
                     four[j] = j == 0 ? d[0][l] : rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
-                K::template dft<4>(four);
+                // its outputs 2 and 3 have l >= S/2: conjugated, as the upper half is stored
+                K::template dft<4, true>(four);
 #pragma GCC unroll 4
                 for (int l2 = 0; l2 < 4; ++l2)
                     output(l + parts * l2, four[l2]);
@@ -321,22 +323,22 @@ struct Compute {
                 for (int32_t g = 0; g < count; ++g) {
                     // C[l] to row pair l of the buffer, or straight to its row pair in dst
                     T* const column = direct ? rows + lanes * g : out + lanes * g;
+                    // C[l] arrives conjugated for l >= S/2, where p = i + m l lies in the
+                    // upper half: the conjugate of Z[p] is Z[n-1-p]
                     combineGroup<S>(sectionA, sectionB, i, block + lanes * g, inStride, [&](int l, C x) KVTG_LAMBDA_INLINE {
                         const int32_t p = i + m * l;
-                        const bool upper = p >= env->half;
-                        T* const row = direct ? column + 2 * (upper ? env->lastIndex - p : p) * dstStride
+                        T* const row = direct ? column + 2 * (l >= S / 2 ? env->lastIndex - p : p) * dstStride
                                               : column + 2 * l * width;
                         const int64_t next = direct ? dstStride : width;
-                        // the conjugate of Z[p] is Z[n-1-p], for the pairs of the upper half
                         kv::AlignedAccess::storeVector(row, x.re);
-                        kv::AlignedAccess::storeVector(row + next, upper ? kv::sub(VT::zero(), x.im) : x.im);
+                        kv::AlignedAccess::storeVector(row + next, x.im);
                     });
                 }
                 if (direct)
                     continue;
                 for (int l = 0; l < S; ++l) {
                     const int32_t p = i + m * l;
-                    const int32_t pair = p < env->half ? p : env->lastIndex - p;
+                    const int32_t pair = l < S / 2 ? p : env->lastIndex - p;
                     if (stream)
                         streamRows(rows + int64_t(2 * pair) * dstStride, dstStride, out + 2 * l * width, width, 2, width);
                     else

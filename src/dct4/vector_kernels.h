@@ -215,23 +215,26 @@ struct Kernels {
     }
 
     // ---- complex DFTs of positive sign: C[l] = sum_t x[t] e^(2 pi i t l / n)
-    template <int N>
+    // With conjUpper, the outputs l >= N/2 come out conjugated: their last
+    // subtraction runs the other way round, which costs nothing, where a
+    // negation afterwards would cost one subtraction each.
+    template <int N, bool conjUpper = false>
     static KVTG_INLINE void dft(C* x)
     {
         if constexpr (N == 2) {
             const C a = x[0], b = x[1];
             x[0] = {kv::add(a.re, b.re), kv::add(a.im, b.im)};
-            x[1] = {kv::sub(a.re, b.re), kv::sub(a.im, b.im)};
+            x[1] = {kv::sub(a.re, b.re), conjUpper ? kv::sub(b.im, a.im) : kv::sub(a.im, b.im)};
         } else if constexpr (N == 4) {
             const C s02 = {kv::add(x[0].re, x[2].re), kv::add(x[0].im, x[2].im)};
             const C d02 = {kv::sub(x[0].re, x[2].re), kv::sub(x[0].im, x[2].im)};
             const C s13 = {kv::add(x[1].re, x[3].re), kv::add(x[1].im, x[3].im)};
             const C d13 = {kv::sub(x[1].re, x[3].re), kv::sub(x[1].im, x[3].im)};
             x[0] = {kv::add(s02.re, s13.re), kv::add(s02.im, s13.im)};
-            x[2] = {kv::sub(s02.re, s13.re), kv::sub(s02.im, s13.im)};
+            x[2] = {kv::sub(s02.re, s13.re), conjUpper ? kv::sub(s13.im, s02.im) : kv::sub(s02.im, s13.im)};
             // +i (d13)
             x[1] = {kv::sub(d02.re, d13.im), kv::add(d02.im, d13.re)};
-            x[3] = {kv::add(d02.re, d13.im), kv::sub(d02.im, d13.re)};
+            x[3] = {kv::add(d02.re, d13.im), conjUpper ? kv::sub(d13.re, d02.im) : kv::sub(d02.im, d13.re)};
         } else {
             C even[4] = {x[0], x[2], x[4], x[6]}, odd[4] = {x[1], x[3], x[5], x[7]};
             dft<4>(even);
@@ -246,7 +249,8 @@ struct Kernels {
 #pragma GCC unroll 4
             for (int k = 0; k < 4; ++k) {
                 x[k] = {kv::add(even[k].re, w[k].re), kv::add(even[k].im, w[k].im)};
-                x[k + 4] = {kv::sub(even[k].re, w[k].re), kv::sub(even[k].im, w[k].im)};
+                x[k + 4] = {kv::sub(even[k].re, w[k].re),
+                            conjUpper ? kv::sub(w[k].im, even[k].im) : kv::sub(even[k].im, w[k].im)};
             }
         }
     }
