@@ -33,12 +33,13 @@ struct Compute {
     static void spanGroup(const T* src, int64_t up, int64_t upStride, int64_t down, int64_t downStride, T* dst,
                           int64_t rowStride)
     {
-        K::template span<S>(
+        // the skew extension: samples read backwards with the opposite sign;
+        // the kernel takes the sign into its arithmetic
+        K::template span<S, true>(
             [=](int q) KVTG_LAMBDA_INLINE {
                 if (q < S / 2)
                     return VT::load(src + up + q * upStride);
-                // the skew extension: samples read backwards with the opposite sign, as 0 - x
-                return kv::sub(VT::zero(), VT::reverse(VT::load(src + down - q * downStride - (lanes - 1))));
+                return VT::reverse(VT::load(src + down - q * downStride - (lanes - 1)));
             },
             [=](int p, C z) KVTG_LAMBDA_INLINE {
                 VT::store(dst + (2 * p) * rowStride, z.re);

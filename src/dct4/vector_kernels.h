@@ -94,32 +94,46 @@ struct Kernels {
         }
     }
 
-    template <int S, class In, class Out>
+    // With negatedUpper, in(q) for q >= S/2 gives -u[q] instead of u[q]: the
+    // descending half of a column as it lies in memory.  The recursion keeps
+    // that property (the upper half of the even and of the odd inputs is the
+    // upper half of the whole), and the kernels of sizes 4 and 2 take the sign
+    // into their first additions, so that no separate negation is needed.
+    template <int S, bool negatedUpper, class In, class Out>
     static KVTG_INLINE void span(In&& in, Out&& out)
     {
         if constexpr (S == 2) {
-            out(0, C{in(0), in(1)});
+            // the negation is a subtraction from 0.0, so that +0.0 stays +0.0
+            out(0, C{in(0), negatedUpper ? kv::sub(Vec<T>::zero(), in(1)) : in(1)});
         } else if constexpr (S == 4) {
             const V c0 = constant(0.70710678118654752440084436210484903928L);
             const V u0 = in(0), u1 = in(1), u2 = in(2), u3 = in(3);
-            const V a = kv::mul(kv::sub(u1, u3), c0), b = kv::mul(kv::add(u1, u3), c0);
-            out(0, C{kv::add(u0, a), kv::add(u2, b)});
-            out(1, C{kv::sub(u0, a), kv::sub(b, u2)});
+            if constexpr (negatedUpper) {
+                // u2 and u3 hold -u[2] and -u[3]
+                const V a = kv::mul(kv::add(u1, u3), c0), b = kv::mul(kv::sub(u1, u3), c0);
+                out(0, C{kv::add(u0, a), kv::sub(b, u2)});
+                out(1, C{kv::sub(u0, a), kv::add(b, u2)});
+            } else {
+                const V a = kv::mul(kv::sub(u1, u3), c0), b = kv::mul(kv::add(u1, u3), c0);
+                out(0, C{kv::add(u0, a), kv::add(u2, b)});
+                out(1, C{kv::sub(u0, a), kv::sub(b, u2)});
+            }
         } else {
             V even[S / 2], odd[S / 2];
             split<S / 2>(in, even, odd);
             C e[S / 4], o[S / 4];
             // a span kernel of size S/2 holds S/2 vectors
-            call<S / 2, spanArrays<S / 2>>(even, e);
-            call<S / 2, spanArrays<S / 2>>(odd, o);
+            call<S / 2, spanArrays<S / 2, negatedUpper>>(even, e);
+            call<S / 2, spanArrays<S / 2, negatedUpper>>(odd, o);
             spanCombine<S>(e, o, out);
         }
     }
 
-    template <int S>
+    template <int S, bool negatedUpper>
     static KVTG_INLINE void spanArrays(const V* u, C* z)
     {
-        span<S>([u](int q) KVTG_LAMBDA_INLINE { return u[q]; }, [z](int p, C v) KVTG_LAMBDA_INLINE { z[p] = v; });
+        span<S, negatedUpper>([u](int q) KVTG_LAMBDA_INLINE { return u[q]; },
+                              [z](int p, C v) KVTG_LAMBDA_INLINE { z[p] = v; });
     }
 
     template <int H, int Q = 0, class In>
