@@ -265,10 +265,13 @@ struct Compute {
             for (int l = 0; l < S; ++l)
                 output(l, v[l]);
         } else {
-            // level B: the s' values V[j + 4t] of each j, then level A: the four D[j][l'] of each l'
+            // level B: the s' values V[j + 4t] of each j, then level A: the four D[j][l'] of each l'.
+            // Both run as loops: unrolled, the kernel of s = 32 took some 10 KiB
+            // of code for no gain in speed, crowding the decoded-instruction
+            // cache that the fold kernels of the table pass run from.
             C d[4][parts];
             const T* pairsB = sectionB + int64_t(i) * (parts - 1) * pairWidth;
-#pragma GCC unroll 4
+#pragma GCC unroll 1
             for (int j = 0; j < 4; ++j) {
 #pragma GCC unroll 8
                 for (int t = 0; t < parts; ++t)
@@ -276,7 +279,7 @@ struct Compute {
                 K::template dft<parts>(d[j]);
             }
             const T* pairsA = sectionA + int64_t(i) * 3 * parts * pairWidth;
-#pragma GCC unroll 8
+#pragma GCC unroll 1
             for (int l = 0; l < parts; ++l) {
                 C four[4];
 #pragma GCC unroll 4
