@@ -366,34 +366,76 @@ struct Compute {
     }
 
     // ---- table pass: rotations and the FoldTransform of size 2r, rows in the lanes
+    // What the first level of a fold needs per column j: where the column's
+    // rotations lie in a block of the table, and the rotation of the pair
+    // (j, R-1-j) by (2j+1) pi / 2R as cosine and sine vectors.
+    template <int R>
+    struct FoldSteps {
+        alignas(16) T rotation[R / 2][2 * lanes];
+        int32_t offset[R];
+    };
+    template <int R>
+    static constexpr FoldSteps<R> makeFoldSteps()
+    {
+        FoldSteps<R> steps{};
+        for (int j = 0; j < R / 2; ++j)
+            for (int l = 0; l < lanes; ++l) {
+                // the angle as Kernels::rotate<2j+1, 2R> takes it, so that the values are the same
+                steps.rotation[j][l] = static_cast<T>(__builtin_cosl(kPi * (2 * j + 1) / (2 * R)));
+                steps.rotation[j][lanes + l] = static_cast<T>(__builtin_sinl(kPi * (2 * j + 1) / (2 * R)));
+            }
+        for (int j = 0; j < R; ++j)
+            steps.offset[j] = 2 * lanes * ColumnOrder::position(R, j);
+        return steps;
+    }
+    template <int R>
+    static constexpr FoldSteps<R> foldSteps = makeFoldSteps<R>();
+
     // Columns J .. J+lanes-1 and their mirror columns R-1-J .. R-lanes-J of a
     // block: gathered, rotated and paired, one group of lanes after the other,
-    // so that few values are live at a time.
-    template <int R, int J = 0>
+    // so that few values are live at a time.  Where there are more than four
+    // groups (radix 32 in Real64) they run as a loop: this level is the
+    // largest part of the table pass's code, and unrolled eight times it
+    // crowded the decoded-instruction cache that the kernels run from; up to
+    // four groups, unrolled measured faster.
+    template <int R>
     static KVTG_INLINE void foldColumns(const T* table, const T* rows, int32_t rowPair, C* plus, C* minus)
     {
-        if constexpr (J < R / 2) {
-            V re[lanes], im[lanes], reMirror[lanes], imMirror[lanes];
-            VT::gatherBlock(rows + J, rowPair, re);
-            VT::gatherBlock(rows + R + J, rowPair, im);
-            VT::gatherBlock(rows + R - lanes - J, rowPair, reMirror);
-            VT::gatherBlock(rows + 2 * R - lanes - J, rowPair, imMirror);
-            foldLanes<R, J>(table, re, im, reMirror, imMirror, plus, minus);
-            foldColumns<R, J + lanes>(table, rows, rowPair, plus, minus);
+        if constexpr (R / 2 / lanes > 4) {
+#pragma GCC unroll 1
+            for (int32_t J = 0; J < R / 2; J += lanes)
+                foldGroup<R>(J, table, rows, rowPair, plus, minus);
+        } else {
+#pragma GCC unroll 16
+            for (int32_t J = 0; J < R / 2; J += lanes)
+                foldGroup<R>(J, table, rows, rowPair, plus, minus);
         }
     }
 
-    template <int R, int J, int k = 0>
-    static KVTG_INLINE void foldLanes(const T* table, const V* re, const V* im, const V* reMirror, const V* imMirror,
-                                      C* plus, C* minus)
+    template <int R>
+    static KVTG_INLINE void foldGroup(int32_t J, const T* table, const T* rows, int32_t rowPair, C* plus, C* minus)
+    {
+        V re[lanes], im[lanes], reMirror[lanes], imMirror[lanes];
+        VT::gatherBlock(rows + J, rowPair, re);
+        VT::gatherBlock(rows + R + J, rowPair, im);
+        VT::gatherBlock(rows + R - lanes - J, rowPair, reMirror);
+        VT::gatherBlock(rows + 2 * R - lanes - J, rowPair, imMirror);
+        foldLanes<R>(J, table, re, im, reMirror, imMirror, plus, minus);
+    }
+
+    template <int R, int k = 0>
+    static KVTG_INLINE void foldLanes(int32_t J, const T* table, const V* re, const V* im, const V* reMirror,
+                                      const V* imMirror, C* plus, C* minus)
     {
         if constexpr (k < lanes) {
-            constexpr int32_t column = J + k, mirror = R - 1 - J - k;
-            const C a = rotate({re[k], im[k]}, table + 2 * lanes * ColumnOrder::position(R, column));
-            const C b = rotate({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]},
-                               table + 2 * lanes * ColumnOrder::position(R, mirror));
-            K::template foldPair<R, column>(a, b, plus[column], minus[column]);
-            foldLanes<R, J, k + 1>(table, re, im, reMirror, imMirror, plus, minus);
+            const FoldSteps<R>& steps = foldSteps<R>;
+            const int32_t column = J + k, mirror = R - 1 - J - k;
+            const C a = rotate({re[k], im[k]}, table + steps.offset[column]);
+            const C b = rotate({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]}, table + steps.offset[mirror]);
+            // the butterfly of the pair, its difference rotated by (2 column + 1) pi / 2R
+            plus[column] = {kv::add(a.re, b.re), kv::sub(a.im, b.im)};
+            minus[column] = rotate({kv::sub(a.re, b.re), kv::add(a.im, b.im)}, steps.rotation[column]);
+            foldLanes<R, k + 1>(J, table, re, im, reMirror, imMirror, plus, minus);
         }
     }
 
