@@ -324,20 +324,28 @@ struct Compute {
                     inStride = width;
                 }
                 T* const rows = dst + first;
-                for (int32_t g = 0; g < count; ++g) {
-                    // C[l] to row pair l of the buffer, or straight to its row pair in dst
-                    T* const column = direct ? rows + lanes * g : out + lanes * g;
-                    // C[l] arrives conjugated for l >= S/2, where p = i + m l lies in the
-                    // upper half: the conjugate of Z[p] is Z[n-1-p]
-                    combineGroup<S>(sectionA, sectionB, i, block + lanes * g, inStride, [&](int l, C x) KVTG_LAMBDA_INLINE {
-                        const int32_t p = i + m * l;
-                        T* const row = direct ? column + 2 * (l >= S / 2 ? env->lastIndex - p : p) * dstStride
-                                              : column + 2 * l * width;
-                        const int64_t next = direct ? dstStride : width;
-                        kv::AlignedAccess::storeVector(row, x.re);
-                        kv::AlignedAccess::storeVector(row + next, x.im);
-                    });
-                }
+                // the group loop in two forms, so that no store tests the destination's kind
+                const auto runGroups = [&](auto directWrite) KVTG_LAMBDA_INLINE {
+                    constexpr bool straight = decltype(directWrite)::value;
+                    for (int32_t g = 0; g < count; ++g) {
+                        // C[l] to row pair l of the buffer, or straight to its row pair in dst
+                        T* const column = straight ? rows + lanes * g : out + lanes * g;
+                        // C[l] arrives conjugated for l >= S/2, where p = i + m l lies in the
+                        // upper half: the conjugate of Z[p] is Z[n-1-p]
+                        combineGroup<S>(sectionA, sectionB, i, block + lanes * g, inStride, [&](int l, C x) KVTG_LAMBDA_INLINE {
+                            const int32_t p = i + m * l;
+                            T* const row = straight ? column + 2 * (l >= S / 2 ? env->lastIndex - p : p) * dstStride
+                                                    : column + 2 * l * width;
+                            const int64_t next = straight ? dstStride : width;
+                            kv::AlignedAccess::storeVector(row, x.re);
+                            kv::AlignedAccess::storeVector(row + next, x.im);
+                        });
+                    }
+                };
+                if (direct)
+                    runGroups(std::true_type());
+                else
+                    runGroups(std::false_type());
                 if (direct)
                     continue;
                 for (int l = 0; l < S; ++l) {
