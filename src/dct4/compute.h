@@ -149,7 +149,7 @@ struct Compute {
     // Rows that span at most this many bytes stay in cache from one column
     // group to the next and are used where they lie; the bound for the rows
     // that are written is lower, since partly written lines must stay as well.
-    static constexpr int64_t directReadBytes = int64_t(64) << 10, directWriteBytes = int64_t(32) << 10;
+    static constexpr int64_t directReadBytes = int64_t(128) << 10, directWriteBytes = int64_t(32) << 10;
 
     // The span transforms of one sub-transform for `groups` neighbouring column
     // groups: ascending rows from src + up, descending rows ending at src + down,
