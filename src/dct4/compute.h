@@ -122,7 +122,7 @@ struct Compute {
     // Destinations from this size on are written past the caches: a stage
     // that writes that much leaves little of it in cache for the next one,
     // and fetching lines only to overwrite them costs more than the misses.
-    static constexpr int64_t streamBytes = int64_t(4) << 20;
+    static constexpr int64_t streamBytes = int64_t(8) << 20;
 
     // copyRows into memory that the caches would not keep anyway: the stores
     // bypass them (where the destination is aligned), so that no line is
