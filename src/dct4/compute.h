@@ -150,6 +150,9 @@ struct Compute {
     // group to the next and are used where they lie; the bound for the rows
     // that are written is lower, since partly written lines must stay as well.
     static constexpr int64_t directReadBytes = int64_t(128) << 10, directWriteBytes = int64_t(32) << 10;
+    // The combine writes whole row pairs, all column groups of one before the
+    // next, and goes straight to its destination up to twice that.
+    static constexpr int64_t combineDirectBytes = 2 * directWriteBytes;
 
     // The span transforms of one sub-transform for `groups` neighbouring column
     // groups: ascending rows from src + up, descending rows ending at src + down,
@@ -309,7 +312,7 @@ struct Compute {
         const T* sectionB = bFirst ? table : table + aSize;
         alignas(16) T in[scratchSamples], out[scratchSamples];
         const int64_t extent = int64_t(2) * env->half * dstStride * int64_t(sizeof(T));
-        const bool stream = extent >= streamBytes, direct = extent <= directWriteBytes;
+        const bool stream = extent >= streamBytes, direct = extent <= combineDirectBytes;
         const int32_t chunk = groupsPerChunk(2 * S, groups);
         for (int32_t g0 = 0; g0 < groups; g0 += chunk) {
             const int32_t count = groups - g0 < chunk ? groups - g0 : chunk;
