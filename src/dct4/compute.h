@@ -33,12 +33,13 @@ struct Compute {
     static void spanGroup(const T* src, int64_t up, int64_t upStride, int64_t down, int64_t downStride, T* dst,
                           int64_t rowStride)
     {
-        K::template span<S>(
+        // the skew extension: samples read backwards with the opposite sign;
+        // the kernel takes the sign into its arithmetic
+        K::template span<S, true>(
             [=](int q) KVTG_LAMBDA_INLINE {
                 if (q < S / 2)
                     return VT::load(src + up + q * upStride);
-                // the skew extension: samples read backwards with the opposite sign, as 0 - x
-                return kv::sub(VT::zero(), VT::reverse(VT::load(src + down - q * downStride - (lanes - 1))));
+                return VT::reverse(VT::load(src + down - q * downStride - (lanes - 1)));
             },
             [=](int p, C z) KVTG_LAMBDA_INLINE {
                 VT::store(dst + (2 * p) * rowStride, z.re);
@@ -121,7 +122,7 @@ struct Compute {
     // Destinations from this size on are written past the caches: a stage
     // that writes that much leaves little of it in cache for the next one,
     // and fetching lines only to overwrite them costs more than the misses.
-    static constexpr int64_t streamBytes = int64_t(4) << 20;
+    static constexpr int64_t streamBytes = int64_t(8) << 20;
 
     // copyRows into memory that the caches would not keep anyway: the stores
     // bypass them (where the destination is aligned), so that no line is
@@ -148,7 +149,10 @@ struct Compute {
     // Rows that span at most this many bytes stay in cache from one column
     // group to the next and are used where they lie; the bound for the rows
     // that are written is lower, since partly written lines must stay as well.
-    static constexpr int64_t directReadBytes = int64_t(64) << 10, directWriteBytes = int64_t(32) << 10;
+    static constexpr int64_t directReadBytes = int64_t(128) << 10, directWriteBytes = int64_t(32) << 10;
+    // The combine writes whole row pairs, all column groups of one before the
+    // next, and goes straight to its destination up to twice that.
+    static constexpr int64_t combineDirectBytes = 2 * directWriteBytes;
 
     // The span transforms of one sub-transform for `groups` neighbouring column
     // groups: ascending rows from src + up, descending rows ending at src + down,
@@ -258,15 +262,19 @@ struct Compute {
 #pragma GCC unroll 8
             for (int t = 0; t < S; ++t)
                 v[t] = t == 0 ? input(0) : rotate(input(t), pairs + (t - 1) * pairWidth);
-            K::template dft<S>(v);
+            // the outputs l >= S/2 are the pairs of the upper half, stored conjugated
+            K::template dft<S, true>(v);
 #pragma GCC unroll 8
             for (int l = 0; l < S; ++l)
                 output(l, v[l]);
         } else {
-            // level B: the s' values V[j + 4t] of each j, then level A: the four D[j][l'] of each l'
+            // level B: the s' values V[j + 4t] of each j, then level A: the four D[j][l'] of each l'.
+            // Both run as loops: unrolled, the kernel of s = 32 took some 10 KiB
+            // of code for no gain in speed, crowding the decoded-instruction
+            // cache that the fold kernels of the table pass run from.
             C d[4][parts];
             const T* pairsB = sectionB + int64_t(i) * (parts - 1) * pairWidth;
-#pragma GCC unroll 4
+#pragma GCC unroll 1
             for (int j = 0; j < 4; ++j) {
 #pragma GCC unroll 8
                 for (int t = 0; t < parts; ++t)
@@ -274,13 +282,14 @@ struct Compute {
                 K::template dft<parts>(d[j]);
             }
             const T* pairsA = sectionA + int64_t(i) * 3 * parts * pairWidth;
-#pragma GCC unroll 8
+#pragma GCC unroll 1
             for (int l = 0; l < parts; ++l) {
                 C four[4];
 #pragma GCC unroll 4
                 for (int j = 0; j < 4; ++j)
                     four[j] = j == 0 ? d[0][l] : rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
-                K::template dft<4>(four);
+                // its outputs 2 and 3 have l >= S/2: conjugated, as the upper half is stored
+                K::template dft<4, true>(four);
 #pragma GCC unroll 4
                 for (int l2 = 0; l2 < 4; ++l2)
                     output(l + parts * l2, four[l2]);
@@ -303,7 +312,7 @@ struct Compute {
         const T* sectionB = bFirst ? table : table + aSize;
         alignas(16) T in[scratchSamples], out[scratchSamples];
         const int64_t extent = int64_t(2) * env->half * dstStride * int64_t(sizeof(T));
-        const bool stream = extent >= streamBytes, direct = extent <= directWriteBytes;
+        const bool stream = extent >= streamBytes, direct = extent <= combineDirectBytes;
         const int32_t chunk = groupsPerChunk(2 * S, groups);
         for (int32_t g0 = 0; g0 < groups; g0 += chunk) {
             const int32_t count = groups - g0 < chunk ? groups - g0 : chunk;
@@ -318,25 +327,33 @@ struct Compute {
                     inStride = width;
                 }
                 T* const rows = dst + first;
-                for (int32_t g = 0; g < count; ++g) {
-                    // C[l] to row pair l of the buffer, or straight to its row pair in dst
-                    T* const column = direct ? rows + lanes * g : out + lanes * g;
-                    combineGroup<S>(sectionA, sectionB, i, block + lanes * g, inStride, [&](int l, C x) KVTG_LAMBDA_INLINE {
-                        const int32_t p = i + m * l;
-                        const bool upper = p >= env->half;
-                        T* const row = direct ? column + 2 * (upper ? env->lastIndex - p : p) * dstStride
-                                              : column + 2 * l * width;
-                        const int64_t next = direct ? dstStride : width;
-                        // the conjugate of Z[p] is Z[n-1-p], for the pairs of the upper half
-                        kv::AlignedAccess::storeVector(row, x.re);
-                        kv::AlignedAccess::storeVector(row + next, upper ? kv::sub(VT::zero(), x.im) : x.im);
-                    });
-                }
+                // the group loop in two forms, so that no store tests the destination's kind
+                const auto runGroups = [&](auto directWrite) KVTG_LAMBDA_INLINE {
+                    constexpr bool straight = decltype(directWrite)::value;
+                    for (int32_t g = 0; g < count; ++g) {
+                        // C[l] to row pair l of the buffer, or straight to its row pair in dst
+                        T* const column = straight ? rows + lanes * g : out + lanes * g;
+                        // C[l] arrives conjugated for l >= S/2, where p = i + m l lies in the
+                        // upper half: the conjugate of Z[p] is Z[n-1-p]
+                        combineGroup<S>(sectionA, sectionB, i, block + lanes * g, inStride, [&](int l, C x) KVTG_LAMBDA_INLINE {
+                            const int32_t p = i + m * l;
+                            T* const row = straight ? column + 2 * (l >= S / 2 ? env->lastIndex - p : p) * dstStride
+                                                    : column + 2 * l * width;
+                            const int64_t next = straight ? dstStride : width;
+                            kv::AlignedAccess::storeVector(row, x.re);
+                            kv::AlignedAccess::storeVector(row + next, x.im);
+                        });
+                    }
+                };
+                if (direct)
+                    runGroups(std::true_type());
+                else
+                    runGroups(std::false_type());
                 if (direct)
                     continue;
                 for (int l = 0; l < S; ++l) {
                     const int32_t p = i + m * l;
-                    const int32_t pair = p < env->half ? p : env->lastIndex - p;
+                    const int32_t pair = l < S / 2 ? p : env->lastIndex - p;
                     if (stream)
                         streamRows(rows + int64_t(2 * pair) * dstStride, dstStride, out + 2 * l * width, width, 2, width);
                     else
@@ -360,34 +377,76 @@ struct Compute {
     }
 
     // ---- table pass: rotations and the FoldTransform of size 2r, rows in the lanes
+    // What the first level of a fold needs per column j: where the column's
+    // rotations lie in a block of the table, and the rotation of the pair
+    // (j, R-1-j) by (2j+1) pi / 2R as cosine and sine vectors.
+    template <int R>
+    struct FoldSteps {
+        alignas(16) T rotation[R / 2][2 * lanes];
+        int32_t offset[R];
+    };
+    template <int R>
+    static constexpr FoldSteps<R> makeFoldSteps()
+    {
+        FoldSteps<R> steps{};
+        for (int j = 0; j < R / 2; ++j)
+            for (int l = 0; l < lanes; ++l) {
+                // the angle as Kernels::rotate<2j+1, 2R> takes it, so that the values are the same
+                steps.rotation[j][l] = static_cast<T>(__builtin_cosl(kPi * (2 * j + 1) / (2 * R)));
+                steps.rotation[j][lanes + l] = static_cast<T>(__builtin_sinl(kPi * (2 * j + 1) / (2 * R)));
+            }
+        for (int j = 0; j < R; ++j)
+            steps.offset[j] = 2 * lanes * ColumnOrder::position(R, j);
+        return steps;
+    }
+    template <int R>
+    static constexpr FoldSteps<R> foldSteps = makeFoldSteps<R>();
+
     // Columns J .. J+lanes-1 and their mirror columns R-1-J .. R-lanes-J of a
     // block: gathered, rotated and paired, one group of lanes after the other,
-    // so that few values are live at a time.
-    template <int R, int J = 0>
+    // so that few values are live at a time.  Where there are more than four
+    // groups (radix 32 in Real64) they run as a loop: this level is the
+    // largest part of the table pass's code, and unrolled eight times it
+    // crowded the decoded-instruction cache that the kernels run from; up to
+    // four groups, unrolled measured faster.
+    template <int R>
     static KVTG_INLINE void foldColumns(const T* table, const T* rows, int32_t rowPair, C* plus, C* minus)
     {
-        if constexpr (J < R / 2) {
-            V re[lanes], im[lanes], reMirror[lanes], imMirror[lanes];
-            VT::gatherBlock(rows + J, rowPair, re);
-            VT::gatherBlock(rows + R + J, rowPair, im);
-            VT::gatherBlock(rows + R - lanes - J, rowPair, reMirror);
-            VT::gatherBlock(rows + 2 * R - lanes - J, rowPair, imMirror);
-            foldLanes<R, J>(table, re, im, reMirror, imMirror, plus, minus);
-            foldColumns<R, J + lanes>(table, rows, rowPair, plus, minus);
+        if constexpr (R / 2 / lanes > 4) {
+#pragma GCC unroll 1
+            for (int32_t J = 0; J < R / 2; J += lanes)
+                foldGroup<R>(J, table, rows, rowPair, plus, minus);
+        } else {
+#pragma GCC unroll 16
+            for (int32_t J = 0; J < R / 2; J += lanes)
+                foldGroup<R>(J, table, rows, rowPair, plus, minus);
         }
     }
 
-    template <int R, int J, int k = 0>
-    static KVTG_INLINE void foldLanes(const T* table, const V* re, const V* im, const V* reMirror, const V* imMirror,
-                                      C* plus, C* minus)
+    template <int R>
+    static KVTG_INLINE void foldGroup(int32_t J, const T* table, const T* rows, int32_t rowPair, C* plus, C* minus)
+    {
+        V re[lanes], im[lanes], reMirror[lanes], imMirror[lanes];
+        VT::gatherBlock(rows + J, rowPair, re);
+        VT::gatherBlock(rows + R + J, rowPair, im);
+        VT::gatherBlock(rows + R - lanes - J, rowPair, reMirror);
+        VT::gatherBlock(rows + 2 * R - lanes - J, rowPair, imMirror);
+        foldLanes<R>(J, table, re, im, reMirror, imMirror, plus, minus);
+    }
+
+    template <int R, int k = 0>
+    static KVTG_INLINE void foldLanes(int32_t J, const T* table, const V* re, const V* im, const V* reMirror,
+                                      const V* imMirror, C* plus, C* minus)
     {
         if constexpr (k < lanes) {
-            constexpr int32_t column = J + k, mirror = R - 1 - J - k;
-            const C a = rotate({re[k], im[k]}, table + 2 * lanes * ColumnOrder::position(R, column));
-            const C b = rotate({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]},
-                               table + 2 * lanes * ColumnOrder::position(R, mirror));
-            K::template foldPair<R, column>(a, b, plus[column], minus[column]);
-            foldLanes<R, J, k + 1>(table, re, im, reMirror, imMirror, plus, minus);
+            const FoldSteps<R>& steps = foldSteps<R>;
+            const int32_t column = J + k, mirror = R - 1 - J - k;
+            const C a = rotate({re[k], im[k]}, table + steps.offset[column]);
+            const C b = rotate({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]}, table + steps.offset[mirror]);
+            // the butterfly of the pair, its difference rotated by (2 column + 1) pi / 2R
+            plus[column] = {kv::add(a.re, b.re), kv::sub(a.im, b.im)};
+            minus[column] = rotate({kv::sub(a.re, b.re), kv::add(a.im, b.im)}, steps.rotation[column]);
+            foldLanes<R, k + 1>(J, table, re, im, reMirror, imMirror, plus, minus);
         }
     }
 
@@ -420,8 +479,10 @@ struct Compute {
         }
     }
 
-    // Blocks per staged run: a run fills 64 bytes of each output row.
-    static constexpr int32_t stagedBlocks = 64 / (lanes * static_cast<int32_t>(sizeof(T)));
+    // Blocks per staged run: a run fills 128 bytes, two cache lines, of each
+    // output row (one line per run measured 10 to 15 percent slower from
+    // 2^15 on, four lines slower again).
+    static constexpr int32_t stagedBlocks = 128 / (lanes * static_cast<int32_t>(sizeof(T)));
 
     template <int R>
     static void foldBlocks(Env4* env, T* dst, const T* src)
@@ -432,7 +493,7 @@ struct Compute {
         int32_t b = 0;
         if (span * int64_t(sizeof(T)) >= 2048) {
             // Output rows lie a span apart, at a stride that maps them onto few
-            // cache sets; a run of blocks first fills whole 64-byte pieces of
+            // cache sets; a run of blocks first fills whole 128-byte pieces of
             // every row in a buffer, which then go out in one piece each.
             constexpr int32_t run = stagedBlocks * lanes;
             alignas(16) T up[R][run], down[R][run];

@@ -94,32 +94,46 @@ struct Kernels {
         }
     }
 
-    template <int S, class In, class Out>
+    // With negatedUpper, in(q) for q >= S/2 gives -u[q] instead of u[q]: the
+    // descending half of a column as it lies in memory.  The recursion keeps
+    // that property (the upper half of the even and of the odd inputs is the
+    // upper half of the whole), and the kernels of sizes 4 and 2 take the sign
+    // into their first additions, so that no separate negation is needed.
+    template <int S, bool negatedUpper, class In, class Out>
     static KVTG_INLINE void span(In&& in, Out&& out)
     {
         if constexpr (S == 2) {
-            out(0, C{in(0), in(1)});
+            // the negation is a subtraction from 0.0, so that +0.0 stays +0.0
+            out(0, C{in(0), negatedUpper ? kv::sub(Vec<T>::zero(), in(1)) : in(1)});
         } else if constexpr (S == 4) {
             const V c0 = constant(0.70710678118654752440084436210484903928L);
             const V u0 = in(0), u1 = in(1), u2 = in(2), u3 = in(3);
-            const V a = kv::mul(kv::sub(u1, u3), c0), b = kv::mul(kv::add(u1, u3), c0);
-            out(0, C{kv::add(u0, a), kv::add(u2, b)});
-            out(1, C{kv::sub(u0, a), kv::sub(b, u2)});
+            if constexpr (negatedUpper) {
+                // u2 and u3 hold -u[2] and -u[3]
+                const V a = kv::mul(kv::add(u1, u3), c0), b = kv::mul(kv::sub(u1, u3), c0);
+                out(0, C{kv::add(u0, a), kv::sub(b, u2)});
+                out(1, C{kv::sub(u0, a), kv::add(b, u2)});
+            } else {
+                const V a = kv::mul(kv::sub(u1, u3), c0), b = kv::mul(kv::add(u1, u3), c0);
+                out(0, C{kv::add(u0, a), kv::add(u2, b)});
+                out(1, C{kv::sub(u0, a), kv::sub(b, u2)});
+            }
         } else {
             V even[S / 2], odd[S / 2];
             split<S / 2>(in, even, odd);
             C e[S / 4], o[S / 4];
             // a span kernel of size S/2 holds S/2 vectors
-            call<S / 2, spanArrays<S / 2>>(even, e);
-            call<S / 2, spanArrays<S / 2>>(odd, o);
+            call<S / 2, spanArrays<S / 2, negatedUpper>>(even, e);
+            call<S / 2, spanArrays<S / 2, negatedUpper>>(odd, o);
             spanCombine<S>(e, o, out);
         }
     }
 
-    template <int S>
+    template <int S, bool negatedUpper>
     static KVTG_INLINE void spanArrays(const V* u, C* z)
     {
-        span<S>([u](int q) KVTG_LAMBDA_INLINE { return u[q]; }, [z](int p, C v) KVTG_LAMBDA_INLINE { z[p] = v; });
+        span<S, negatedUpper>([u](int q) KVTG_LAMBDA_INLINE { return u[q]; },
+                              [z](int p, C v) KVTG_LAMBDA_INLINE { z[p] = v; });
     }
 
     template <int H, int Q = 0, class In>
@@ -215,23 +229,26 @@ struct Kernels {
     }
 
     // ---- complex DFTs of positive sign: C[l] = sum_t x[t] e^(2 pi i t l / n)
-    template <int N>
+    // With conjUpper, the outputs l >= N/2 come out conjugated: their last
+    // subtraction runs the other way round, which costs nothing, where a
+    // negation afterwards would cost one subtraction each.
+    template <int N, bool conjUpper = false>
     static KVTG_INLINE void dft(C* x)
     {
         if constexpr (N == 2) {
             const C a = x[0], b = x[1];
             x[0] = {kv::add(a.re, b.re), kv::add(a.im, b.im)};
-            x[1] = {kv::sub(a.re, b.re), kv::sub(a.im, b.im)};
+            x[1] = {kv::sub(a.re, b.re), conjUpper ? kv::sub(b.im, a.im) : kv::sub(a.im, b.im)};
         } else if constexpr (N == 4) {
             const C s02 = {kv::add(x[0].re, x[2].re), kv::add(x[0].im, x[2].im)};
             const C d02 = {kv::sub(x[0].re, x[2].re), kv::sub(x[0].im, x[2].im)};
             const C s13 = {kv::add(x[1].re, x[3].re), kv::add(x[1].im, x[3].im)};
             const C d13 = {kv::sub(x[1].re, x[3].re), kv::sub(x[1].im, x[3].im)};
             x[0] = {kv::add(s02.re, s13.re), kv::add(s02.im, s13.im)};
-            x[2] = {kv::sub(s02.re, s13.re), kv::sub(s02.im, s13.im)};
+            x[2] = {kv::sub(s02.re, s13.re), conjUpper ? kv::sub(s13.im, s02.im) : kv::sub(s02.im, s13.im)};
             // +i (d13)
             x[1] = {kv::sub(d02.re, d13.im), kv::add(d02.im, d13.re)};
-            x[3] = {kv::add(d02.re, d13.im), kv::sub(d02.im, d13.re)};
+            x[3] = {kv::add(d02.re, d13.im), conjUpper ? kv::sub(d13.re, d02.im) : kv::sub(d02.im, d13.re)};
         } else {
             C even[4] = {x[0], x[2], x[4], x[6]}, odd[4] = {x[1], x[3], x[5], x[7]};
             dft<4>(even);
@@ -246,7 +263,8 @@ struct Kernels {
 #pragma GCC unroll 4
             for (int k = 0; k < 4; ++k) {
                 x[k] = {kv::add(even[k].re, w[k].re), kv::add(even[k].im, w[k].im)};
-                x[k + 4] = {kv::sub(even[k].re, w[k].re), kv::sub(even[k].im, w[k].im)};
+                x[k + 4] = {kv::sub(even[k].re, w[k].re),
+                            conjUpper ? kv::sub(w[k].im, even[k].im) : kv::sub(even[k].im, w[k].im)};
             }
         }
     }
