@@ -385,8 +385,10 @@ struct Compute {
         alignas(16) T rotation[R / 2][2 * lanes];
         int32_t offset[R];
     };
+    // Not constexpr: the cosine and sine of long double are constant
+    // expressions for some compilers only; the table is filled once at load.
     template <int R>
-    static constexpr FoldSteps<R> makeFoldSteps()
+    static FoldSteps<R> makeFoldSteps()
     {
         FoldSteps<R> steps{};
         for (int j = 0; j < R / 2; ++j)
@@ -400,7 +402,7 @@ struct Compute {
         return steps;
     }
     template <int R>
-    static constexpr FoldSteps<R> foldSteps = makeFoldSteps<R>();
+    static inline const FoldSteps<R> foldSteps = makeFoldSteps<R>();
 
     // Columns J .. J+lanes-1 and their mirror columns R-1-J .. R-lanes-J of a
     // block: gathered, rotated and paired, one group of lanes after the other,
