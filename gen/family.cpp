@@ -64,6 +64,24 @@ std::string scaledCall(const std::string& call, const std::string& args, const s
            ");\n";
 }
 
+std::string sizeDispatcher(const std::string& name, const std::string& sample,
+                           const std::function<std::string(int)>& kernelName)
+{
+    std::ostringstream out;
+    out << "extern \"C\" KVTG_API Status " << name << "(const " << sample << "* src, " << sample
+        << "* dst, int32_t len, int32_t flag)\n{\n"
+        << "    using Kernel = Status (*)(const " << sample << "*, " << sample << "*, int32_t);\n"
+        << "    static const Kernel kernels[63] = {\n";
+    for (int n = 2; n <= 64; ++n)
+        out << "        " << kernelName(n) << ",\n";
+    out << "    };\n"
+        << "    // one unsigned comparison rejects 0, 1, negative lengths and lengths above 64\n"
+        << "    const uint32_t index = static_cast<uint32_t>(len) - 2u;\n"
+        << "    if (index > 62u)\n        return StatusBadSize;\n"
+        << "    return kernels[index](src, dst, flag);\n}\n";
+    return out.str();
+}
+
 std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
                        const std::string& indent)
 {

@@ -28,6 +28,12 @@ struct FamilyRegistration {
 // arguments (ending in ", " or "<"), `args` its arguments.
 std::string scaledCall(const std::string& call, const std::string& args, const std::string& indent);
 
+// The body of a size dispatcher over the kernels of lengths 2..64, from the
+// opening of its signature on: `sample` is the element type, `kernelName(n)`
+// the kernel of length n.
+std::string sizeDispatcher(const std::string& name, const std::string& sample,
+                           const std::function<std::string(int)>& kernelName);
+
 // Writes a file only when its content differs, so that an unchanged kernel is
 // not compiled again.
 void writeIfChanged(const std::string& path, const std::string& content);
