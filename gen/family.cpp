@@ -1,5 +1,6 @@
 #include "family.h"
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -85,41 +86,75 @@ std::string sizeDispatcher(const std::string& name, const std::string& sample,
 std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
                        const std::string& indent)
 {
-    const std::vector<bool> live = graph.liveSet(roots);
-    std::vector<int> order;
-    for (int id = 0; id < graph.size(); ++id)
-        if (live[static_cast<std::size_t>(id)])
-            order.push_back(id);
-    return printNodesInOrder(graph, order, printer, indent);
+    return printNodesInOrder(graph, registerOrder(graph, roots), printer, indent);
 }
 
-std::vector<int> demandOrder(const Graph& graph, const std::vector<int>& roots)
+std::vector<int> registerOrder(const Graph& graph, const std::vector<int>& roots)
 {
-    std::vector<char> state(static_cast<std::size_t>(graph.size()), 0);  // 1: on the stack, 2: placed
-    std::vector<int> order;
-    std::vector<std::pair<int, int>> stack;  // node, operands visited
-    for (int root : roots) {
-        if (root < 0 || state[static_cast<std::size_t>(root)] != 0)
+    const std::vector<bool> live = graph.liveSet(roots);
+    const std::size_t size = static_cast<std::size_t>(graph.size());
+    // constants are printed inline: they hold no variable
+    auto holds = [&](int id) { return id >= 0 && graph.node(id).op != Op::Const; };
+    std::vector<int> usesLeft(size, 0);  // uses of a value not yet placed (a root counts once)
+    std::vector<int> waiting(size, 0);   // operands of a node not yet placed
+    std::vector<std::vector<int>> users(size);
+    for (int id = 0; id < graph.size(); ++id) {
+        if (!live[static_cast<std::size_t>(id)] || !holds(id))
             continue;
-        stack.push_back({root, 0});
-        state[static_cast<std::size_t>(root)] = 1;
-        while (!stack.empty()) {
-            auto& [id, visited] = stack.back();
-            const Node& n = graph.node(id);
-            const int operands[2] = {n.a, n.b};
-            if (visited < 2) {
-                const int next = operands[visited++];
-                if (next >= 0 && state[static_cast<std::size_t>(next)] == 0) {
-                    state[static_cast<std::size_t>(next)] = 1;
-                    stack.push_back({next, 0});
-                }
-                continue;
+        const Node& n = graph.node(id);
+        for (int operand : {n.a, n.b})
+            if (holds(operand)) {
+                ++usesLeft[static_cast<std::size_t>(operand)];
+                ++waiting[static_cast<std::size_t>(id)];
+                users[static_cast<std::size_t>(operand)].push_back(id);
             }
-            state[static_cast<std::size_t>(id)] = 2;
-            order.push_back(id);
-            stack.pop_back();
-        }
     }
+    for (int root : roots)
+        if (holds(root))
+            ++usesLeft[static_cast<std::size_t>(root)];
+    std::vector<int> ready;
+    for (int id = 0; id < graph.size(); ++id)
+        if (live[static_cast<std::size_t>(id)] && holds(id) && waiting[static_cast<std::size_t>(id)] == 0)
+            ready.push_back(id);
+
+    std::vector<int> placedAt(size, -1);
+    std::vector<int> order;
+    while (!ready.empty()) {
+        // growth: values alive after the node minus before it; recent: the
+        // latest placement among its operands (-1 for a load)
+        std::size_t best = 0;
+        int bestGrowth = 0, bestRecent = 0;
+        for (std::size_t i = 0; i < ready.size(); ++i) {
+            const Node& n = graph.node(ready[i]);
+            int growth = 1, recent = -1;
+            const int operands[2] = {n.a, n.b == n.a ? -1 : n.b};
+            for (int operand : operands) {
+                if (!holds(operand))
+                    continue;
+                const std::size_t o = static_cast<std::size_t>(operand);
+                recent = std::max(recent, placedAt[o]);
+                if (usesLeft[o] == (n.a == n.b ? 2 : 1))
+                    --growth;
+            }
+            if (i == 0 || growth < bestGrowth || (growth == bestGrowth && recent > bestRecent)) {
+                best = i;
+                bestGrowth = growth;
+                bestRecent = recent;
+            }
+        }
+        const int id = ready[best];
+        ready.erase(ready.begin() + static_cast<std::ptrdiff_t>(best));
+        placedAt[static_cast<std::size_t>(id)] = static_cast<int>(order.size());
+        order.push_back(id);
+        const Node& n = graph.node(id);
+        for (int operand : {n.a, n.b})
+            if (holds(operand))
+                --usesLeft[static_cast<std::size_t>(operand)];
+        for (int user : users[static_cast<std::size_t>(id)])
+            if (--waiting[static_cast<std::size_t>(user)] == 0)
+                ready.push_back(user);
+    }
+    // constant operands are not placed; the printer skips them anyway
     return order;
 }
 

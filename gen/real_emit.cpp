@@ -286,7 +286,7 @@ std::string kernelUnit(const std::string& name, const std::string& title, const 
     NodePrinter printer;
     printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
     printer.param = [](const Node&) { return std::string("c"); };
-    out << printNodesInOrder(low.graph, demandOrder(low.graph, low.stores), printer, "    ");
+    out << printNodes(low.graph, low.stores, printer, "    ");
     for (std::size_t i = 0; i < low.stores.size(); ++i)
         out << "    y[" << storeSlots[i] << "] = " << valueOf(low.graph, low.stores[i]) << ";\n";
     for (int z : zeroSlots)
