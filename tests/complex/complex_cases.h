@@ -56,7 +56,8 @@ inline double bound(bool single, int n)
     case 17: case 34: case 51: case 62: return 2.4e-7;
     case 37: case 41: case 43: case 53: case 61: return 2.9e-7;
     case 19: case 38: case 57: return 3.1e-7;
-    case 47: case 59: return 3.9e-7;
+    case 47: return 3.2e-7;
+    case 59: return 3.3e-7;
     default: return bound(true);
     }
 }
