@@ -1,6 +1,7 @@
 #include "family.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -83,81 +84,6 @@ std::string sizeDispatcher(const std::string& name, const std::string& sample,
     return out.str();
 }
 
-std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
-                       const std::string& indent)
-{
-    return printNodesInOrder(graph, registerOrder(graph, roots), printer, indent);
-}
-
-std::vector<int> registerOrder(const Graph& graph, const std::vector<int>& roots)
-{
-    const std::vector<bool> live = graph.liveSet(roots);
-    const std::size_t size = static_cast<std::size_t>(graph.size());
-    // constants are printed inline: they hold no variable
-    auto holds = [&](int id) { return id >= 0 && graph.node(id).op != Op::Const; };
-    std::vector<int> usesLeft(size, 0);  // uses of a value not yet placed (a root counts once)
-    std::vector<int> waiting(size, 0);   // operands of a node not yet placed
-    std::vector<std::vector<int>> users(size);
-    for (int id = 0; id < graph.size(); ++id) {
-        if (!live[static_cast<std::size_t>(id)] || !holds(id))
-            continue;
-        const Node& n = graph.node(id);
-        for (int operand : {n.a, n.b})
-            if (holds(operand)) {
-                ++usesLeft[static_cast<std::size_t>(operand)];
-                ++waiting[static_cast<std::size_t>(id)];
-                users[static_cast<std::size_t>(operand)].push_back(id);
-            }
-    }
-    for (int root : roots)
-        if (holds(root))
-            ++usesLeft[static_cast<std::size_t>(root)];
-    std::vector<int> ready;
-    for (int id = 0; id < graph.size(); ++id)
-        if (live[static_cast<std::size_t>(id)] && holds(id) && waiting[static_cast<std::size_t>(id)] == 0)
-            ready.push_back(id);
-
-    std::vector<int> placedAt(size, -1);
-    std::vector<int> order;
-    while (!ready.empty()) {
-        // growth: values alive after the node minus before it; recent: the
-        // latest placement among its operands (-1 for a load)
-        std::size_t best = 0;
-        int bestGrowth = 0, bestRecent = 0;
-        for (std::size_t i = 0; i < ready.size(); ++i) {
-            const Node& n = graph.node(ready[i]);
-            int growth = 1, recent = -1;
-            const int operands[2] = {n.a, n.b == n.a ? -1 : n.b};
-            for (int operand : operands) {
-                if (!holds(operand))
-                    continue;
-                const std::size_t o = static_cast<std::size_t>(operand);
-                recent = std::max(recent, placedAt[o]);
-                if (usesLeft[o] == (n.a == n.b ? 2 : 1))
-                    --growth;
-            }
-            if (i == 0 || growth < bestGrowth || (growth == bestGrowth && recent > bestRecent)) {
-                best = i;
-                bestGrowth = growth;
-                bestRecent = recent;
-            }
-        }
-        const int id = ready[best];
-        ready.erase(ready.begin() + static_cast<std::ptrdiff_t>(best));
-        placedAt[static_cast<std::size_t>(id)] = static_cast<int>(order.size());
-        order.push_back(id);
-        const Node& n = graph.node(id);
-        for (int operand : {n.a, n.b})
-            if (holds(operand))
-                --usesLeft[static_cast<std::size_t>(operand)];
-        for (int user : users[static_cast<std::size_t>(id)])
-            if (--waiting[static_cast<std::size_t>(user)] == 0)
-                ready.push_back(user);
-    }
-    // constant operands are not placed; the printer skips them anyway
-    return order;
-}
-
 namespace {
 
 // The run-time scale factor, as passed or converted to the other precision.
@@ -169,8 +95,10 @@ bool isFactor(const Graph& graph, int id)
     return (n.op == Op::Widen || n.op == Op::Narrow) && isFactor(graph, n.a);
 }
 
-}  // namespace
+// The operands of a node, a value used twice (a + a) given once; -1 for none.
+std::array<int, 2> distinctOperands(const Node& n) { return {n.a, n.b == n.a ? -1 : n.b}; }
 
+// Prints the given nodes in the given order (every operand placed first).
 std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order, const NodePrinter& printer,
                               const std::string& indent)
 {
@@ -220,5 +148,80 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
     }
     return out.str();
 }
+
+}  // namespace
+
+std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
+                       const std::string& indent)
+{
+    return printNodesInOrder(graph, registerOrder(graph, roots), printer, indent);
+}
+
+std::vector<int> registerOrder(const Graph& graph, const std::vector<int>& roots)
+{
+    const std::vector<bool> live = graph.liveSet(roots);
+    const std::size_t size = static_cast<std::size_t>(graph.size());
+    // constants are printed inline: they hold no variable
+    auto holds = [&](int id) { return id >= 0 && graph.node(id).op != Op::Const; };
+    std::vector<int> usesLeft(size, 0);  // nodes (and roots) not yet placed that use a value
+    std::vector<int> waiting(size, 0);   // operands of a node not yet placed
+    std::vector<std::vector<int>> users(size);
+    for (int id = 0; id < graph.size(); ++id) {
+        if (!live[static_cast<std::size_t>(id)] || !holds(id))
+            continue;
+        for (int operand : distinctOperands(graph.node(id)))
+            if (holds(operand)) {
+                ++usesLeft[static_cast<std::size_t>(operand)];
+                ++waiting[static_cast<std::size_t>(id)];
+                users[static_cast<std::size_t>(operand)].push_back(id);
+            }
+    }
+    for (int root : roots)
+        if (holds(root))
+            ++usesLeft[static_cast<std::size_t>(root)];
+    std::vector<int> ready;
+    for (int id = 0; id < graph.size(); ++id)
+        if (live[static_cast<std::size_t>(id)] && holds(id) && waiting[static_cast<std::size_t>(id)] == 0)
+            ready.push_back(id);
+
+    std::vector<int> placedAt(size, -1);
+    std::vector<int> order;
+    while (!ready.empty()) {
+        // growth: values alive after the node minus before it; recent: the
+        // latest placement among its operands (-1 for a load)
+        std::size_t best = 0;
+        int bestGrowth = 0, bestRecent = 0;
+        for (std::size_t i = 0; i < ready.size(); ++i) {
+            const Node& n = graph.node(ready[i]);
+            int growth = 1, recent = -1;
+            for (int operand : distinctOperands(n)) {
+                if (!holds(operand))
+                    continue;
+                const std::size_t o = static_cast<std::size_t>(operand);
+                recent = std::max(recent, placedAt[o]);
+                if (usesLeft[o] == 1)
+                    --growth;
+            }
+            if (i == 0 || growth < bestGrowth || (growth == bestGrowth && recent > bestRecent)) {
+                best = i;
+                bestGrowth = growth;
+                bestRecent = recent;
+            }
+        }
+        const int id = ready[best];
+        ready.erase(ready.begin() + static_cast<std::ptrdiff_t>(best));
+        placedAt[static_cast<std::size_t>(id)] = static_cast<int>(order.size());
+        order.push_back(id);
+        for (int operand : distinctOperands(graph.node(id)))
+            if (holds(operand))
+                --usesLeft[static_cast<std::size_t>(operand)];
+        for (int user : users[static_cast<std::size_t>(id)])
+            if (--waiting[static_cast<std::size_t>(user)] == 0)
+                ready.push_back(user);
+    }
+    // constant operands are not placed; the printer skips them anyway
+    return order;
+}
+
 
 }  // namespace gen

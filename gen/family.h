@@ -49,9 +49,6 @@ struct NodePrinter {
 };
 std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
                        const std::string& indent);
-// The same for the given nodes in the given order (every operand placed first).
-std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order, const NodePrinter& printer,
-                              const std::string& indent);
 // The nodes that the roots need in an order that keeps few values alive at
 // once: the compiler keeps the order of a straight-line body, so this order is
 // what its register allocator works from.  Among the nodes whose operands are
