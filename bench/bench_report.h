@@ -7,13 +7,14 @@
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
+
+#include "call_timer.h"
 
 namespace bench {
 
@@ -80,30 +81,6 @@ inline double measureClockGHz()
     return static_cast<double>(value) / seconds / 1e9;
 }
 
-// Time per call of `run`: the fastest of five batches of about 20 us each.
-template <class Run>
-double timePerCall(Run run)
-{
-    using Clock = std::chrono::steady_clock;
-    int calls = 8;
-    for (;;) {
-        const auto start = Clock::now();
-        for (int i = 0; i < calls; ++i)
-            run();
-        if (Clock::now() - start >= std::chrono::microseconds(20) || calls >= (1 << 20))
-            break;
-        calls *= 2;
-    }
-    double best = INFINITY;
-    for (int batch = 0; batch < 5; ++batch) {
-        const auto start = Clock::now();
-        for (int i = 0; i < calls; ++i)
-            run();
-        best = std::min(best, std::chrono::duration<double, std::nano>(Clock::now() - start).count() / calls);
-    }
-    return best;
-}
-
 // FFTW_MEASURE times its candidate algorithms once while planning, so the plan
 // it settles on for a small length changes from one planning to the next (the
 // Real32 DHT of length 13 ran at 19 ns with one plan and at 33 ns with
@@ -118,7 +95,7 @@ Plan fastestPlan(Make make, Run run, Destroy destroy, Forget forget, int tries =
     for (int t = 0; t < tries; ++t) {
         forget();
         Plan plan = make();
-        const double ns = timePerCall([&] { run(plan); });
+        const double ns = nanosecondsPerCall([&] { run(plan); }, std::chrono::microseconds(20), 5);
         if (ns < bestNs) {
             if (best != nullptr)
                 destroy(best);

@@ -10,6 +10,7 @@
 #include <map>
 #include <string>
 
+#include "call_timer.h"
 #include "report.h"
 
 namespace report {
@@ -19,33 +20,6 @@ std::vector<Family>& families()
     return list;
 }
 }  // namespace report
-
-namespace {
-
-// Best time per call over several rounds of a calibrated number of calls.
-double nanosecondsPerCall(const std::function<void()>& run)
-{
-    using clock = std::chrono::steady_clock;
-    long calls = 1;
-    for (;;) {
-        const auto start = clock::now();
-        for (long i = 0; i < calls; ++i)
-            run();
-        if (clock::now() - start > std::chrono::microseconds(500) || calls > (1L << 24))
-            break;
-        calls *= 2;
-    }
-    double best = INFINITY;
-    for (int round = 0; round < 7; ++round) {
-        const auto start = clock::now();
-        for (long i = 0; i < calls; ++i)
-            run();
-        best = std::min(best, std::chrono::duration<double, std::nano>(clock::now() - start).count() / calls);
-    }
-    return best;
-}
-
-}  // namespace
 
 int main(int argc, char** argv)
 {
@@ -63,7 +37,8 @@ int main(int argc, char** argv)
             if (ratios.find(c.family) == ratios.end())
                 std::printf("\n%-16s %6s %12s %12s %8s   (peer: %s)\n", c.family.c_str(), "size", "kvtg ns",
                             "peer ns", "speedup", family.peerName.c_str());
-            const double ours = nanosecondsPerCall(c.ours), theirs = nanosecondsPerCall(c.peer);
+            const double ours = bench::nanosecondsPerCall(c.ours, std::chrono::microseconds(500), 7),
+                         theirs = bench::nanosecondsPerCall(c.peer, std::chrono::microseconds(500), 7);
             const double ratio = theirs / ours;
             ratios[c.family].push_back(ratio);
             std::printf("%-16s %6d %12.2f %12.2f %7.2fx\n", "", c.size, ours, theirs, ratio);
