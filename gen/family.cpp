@@ -149,14 +149,15 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
     return out.str();
 }
 
-}  // namespace
-
-std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
-                       const std::string& indent)
-{
-    return printNodesInOrder(graph, registerOrder(graph, roots), printer, indent);
-}
-
+// The nodes that the roots need in an order that keeps few values alive at
+// once: the compiler keeps the order of a straight-line body, so this order is
+// what its register allocator works from.  Among the nodes whose operands are
+// placed, it takes the one that adds the fewest live values (a node whose
+// operands die there adds none or frees one), and among those the one whose
+// operands were placed last, so that a chain is finished while its values are
+// still in registers.  A load adds a value and has no operands: it waits until
+// nothing better is left.  Against creation order or a depth-first walk from
+// the outputs this halves the spills of the long Rader kernels.
 std::vector<int> registerOrder(const Graph& graph, const std::vector<int>& roots)
 {
     const std::vector<bool> live = graph.liveSet(roots);
@@ -223,5 +224,12 @@ std::vector<int> registerOrder(const Graph& graph, const std::vector<int>& roots
     return order;
 }
 
+}  // namespace
+
+std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
+                       const std::string& indent)
+{
+    return printNodesInOrder(graph, registerOrder(graph, roots), printer, indent);
+}
 
 }  // namespace gen

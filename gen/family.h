@@ -39,7 +39,8 @@ std::string sizeDispatcher(const std::string& name, const std::string& sample,
 void writeIfChanged(const std::string& path, const std::string& content);
 
 // Prints the definitions of the nodes that the roots need, one C++ statement
-// per node, as `const <type> t<id> = ...;`, in `registerOrder`.  Inputs and
+// per node, as `const <type> t<id> = ...;`, in an order that keeps few values
+// alive at once (`registerOrder` in family.cpp).  Inputs and
 // parameters are printed through the callbacks; constants are written inline.
 // A product by the scale factor (a parameter) is printed under the
 // compile-time switch `Scaled`.
@@ -49,16 +50,6 @@ struct NodePrinter {
 };
 std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
                        const std::string& indent);
-// The nodes that the roots need in an order that keeps few values alive at
-// once: the compiler keeps the order of a straight-line body, so this order is
-// what its register allocator works from.  Among the nodes whose operands are
-// placed, it takes the one that adds the fewest live values (a node whose
-// operands die there adds none or frees one), and among those the one whose
-// operands were placed last, so that a chain is finished while its values are
-// still in registers.  A load adds a value and has no operands: it waits until
-// nothing better is left.  Against creation order or a depth-first walk from
-// the outputs this halves the spills of the long Rader kernels.
-std::vector<int> registerOrder(const Graph& graph, const std::vector<int>& roots);
 // The expression that names a node's value (a variable or an inline literal).
 std::string valueOf(const Graph& graph, int id);
 
