@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "demo.h"
+#include "library_file.h"
 #include "kvtgen.h"
 
 namespace demo {
@@ -19,6 +20,7 @@ int main()
     const LibVersion* version = kvtgenGetLibVersion();
     std::printf("%s %s (target %s, %s)\n", version->libraryName, version->versionText, version->targetCode,
                 version->buildDateText);
+    std::printf("library file: %s\n", bench::describeLoadedLibrary().c_str());
     auto& list = demo::entries();
     std::sort(list.begin(), list.end(), [](const demo::Entry& a, const demo::Entry& b) { return a.order < b.order; });
     bool ok = true;

@@ -275,7 +275,7 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
         << " exchanges.\n"
         << "#include \"frame.h\"\n";
     if (vector)
-        out << "#include \"simd_sse2.h\"\n";
+        out << "#include \"" << target().simdHeader() << "\"\n";
     out << "\nnamespace {\n\n";
     if (vector) {
         out << "template <class Access, bool Scaled>\n"

@@ -8,6 +8,13 @@
 
 namespace gen {
 
+namespace {
+Target currentTarget;
+}
+
+const Target& target() { return currentTarget; }
+void setTarget(const Target& t) { currentTarget = t; }
+
 std::map<std::string, FamilyEmitter>& familyRegistry()
 {
     static std::map<std::string, FamilyEmitter> registry;

@@ -11,6 +11,19 @@
 
 namespace gen {
 
+// The vector target the kernels are written for: the 128-bit SSE2 layer of the
+// baseline library or the 256-bit AVX2 layer of its x86-64-v3 twin.  Both
+// targets compute the same operations in the same order; only the number of
+// lanes per instruction differs.
+struct Target {
+    int vectorBits = 128;
+    // the SIMD header that generated units include
+    const char* simdHeader() const { return vectorBits == 256 ? "simd_avx2.h" : "simd_sse2.h"; }
+    bool wide() const { return vectorBits == 256; }
+};
+const Target& target();
+void setTarget(const Target& t);
+
 // Writes every source file of one family into `directory`.
 using FamilyEmitter = std::function<void(const std::string& directory)>;
 

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "call_timer.h"
+#include "library_file.h"
 #include "report.h"
 
 namespace report {
@@ -24,6 +25,7 @@ std::vector<Family>& families()
 int main(int argc, char** argv)
 {
     const std::string outDir = argc > 1 ? argv[1] : ".";
+    std::printf("library file: %s\n", bench::describeLoadedLibrary().c_str());
     auto& list = report::families();
     std::sort(list.begin(), list.end(), [](const auto& a, const auto& b) { return a.order < b.order; });
     std::ofstream csv(outDir + "/report.csv");

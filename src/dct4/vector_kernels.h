@@ -6,7 +6,7 @@
 #ifndef KVTG_DCT4_VECTOR_KERNELS_H
 #define KVTG_DCT4_VECTOR_KERNELS_H
 
-#include "simd_sse2.h"
+#include "simd.h"
 
 
 namespace dct4 {

@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "kvtcore.h"
-#include "simd_sse2.h"
+#include "simd.h"
 
 namespace wht {
 
