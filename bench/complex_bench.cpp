@@ -1,12 +1,15 @@
-// Complex DFT kernels next to FFTW, every length 2..64, both precisions and
-// directions. FFTW's plan is made with FFTW_MEASURE (the fastest of three
+// Complex DFT kernels of both library files (the baseline, "sse2", and the
+// x86-64-v3 build, "avx2", where this processor runs it) next to FFTW, every
+// length 2..64, both precisions and directions. FFTW's plan is made with FFTW_MEASURE (the fastest of three
 // plannings) and run with the new-array execute call on the same buffers as the
 // kernel. After the benchmarks, a table gives the ratio per length, the
-// geometric mean, and for powers of two the distance from the SSE2 arithmetic
-// limit.
+// geometric mean, and for powers of two the distance from the arithmetic limit
+// of each file (real operations / 4 or 8 lanes of Real32, 2 or 4 of Real64 /
+// two per cycle, at the measured clock).
 #include <benchmark/benchmark.h>
 #include <fftw3.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -17,6 +20,7 @@
 #include "bench_report.h"
 #include "complex_counts.h"
 #include "kvtgen.h"
+#include "library_files.h"
 
 namespace {
 
@@ -115,20 +119,36 @@ const Family families[] = {
     {"Inv64fc", false, true, kvtg_counts::inverse64fc},
 };
 
+using bench::LibraryFiles;
+
+std::vector<LibraryFiles::File> filesToTime()
+{
+    if (LibraryFiles::get().hasVariant())
+        return {LibraryFiles::Baseline, LibraryFiles::Variant};
+    return {LibraryFiles::Baseline};
+}
+
 void registerAll()
 {
+    const LibraryFiles& files = LibraryFiles::get();
     for (const Family& f : families) {
+        const std::string dispatcher = std::string("kvtgDFT") + (f.inverse ? "Inv" : "Fwd") + "_CToC_" +
+                                       (f.single ? "32fc" : "64fc");
         for (int n = 2; n <= 64; ++n) {
             const std::string suffix = std::string(f.name) + "/" + std::to_string(n);
-            if (f.single) {
-                benchmark::RegisterBenchmark(("kvtg/" + suffix).c_str(), benchKernel<Complex32>,
-                                             f.inverse ? kvtgDFTInv_CToC_32fc : kvtgDFTFwd_CToC_32fc, n);
-                benchmark::RegisterBenchmark(("fftw/" + suffix).c_str(), benchFftw<Complex32>, f.inverse, n);
-            } else {
-                benchmark::RegisterBenchmark(("kvtg/" + suffix).c_str(), benchKernel<Complex64>,
-                                             f.inverse ? kvtgDFTInv_CToC_64fc : kvtgDFTFwd_CToC_64fc, n);
-                benchmark::RegisterBenchmark(("fftw/" + suffix).c_str(), benchFftw<Complex64>, f.inverse, n);
+            for (LibraryFiles::File file : filesToTime()) {
+                const std::string name = std::string("kvtg-") + LibraryFiles::label(file) + "/" + suffix;
+                if (f.single)
+                    benchmark::RegisterBenchmark(name.c_str(), benchKernel<Complex32>,
+                                                 files.function<Dispatcher<Complex32>>(file, dispatcher), n);
+                else
+                    benchmark::RegisterBenchmark(name.c_str(), benchKernel<Complex64>,
+                                                 files.function<Dispatcher<Complex64>>(file, dispatcher), n);
             }
+            if (f.single)
+                benchmark::RegisterBenchmark(("fftw/" + suffix).c_str(), benchFftw<Complex32>, f.inverse, n);
+            else
+                benchmark::RegisterBenchmark(("fftw/" + suffix).c_str(), benchFftw<Complex64>, f.inverse, n);
         }
     }
 }
@@ -150,31 +170,50 @@ void printReport(const bench::Collector& results)
 {
     const double ghz = bench::measureClockGHz();
     std::printf("\nclock (measured) %.2f GHz\n", ghz);
-    std::vector<double> allRatios;
+    const std::vector<LibraryFiles::File> files = filesToTime();
+    std::map<LibraryFiles::File, std::vector<double>> allRatios;
     for (const Family& f : families) {
-        std::printf("\n%-8s %4s %10s %10s %7s %10s\n", f.name, "N", "kvtg ns", "fftw ns", "ratio", "vs limit");
-        std::vector<double> ratios;
+        std::printf("\n%-8s %4s", f.name, "N");
+        for (LibraryFiles::File file : files)
+            std::printf(" %8s ns", LibraryFiles::label(file));
+        std::printf(" %10s", "fftw ns");
+        for (LibraryFiles::File file : files)
+            std::printf(" %7s %9s", LibraryFiles::label(file), "vs limit");
+        std::printf("\n");
+        std::map<LibraryFiles::File, std::vector<double>> ratios;
         for (int n = 2; n <= 64; ++n) {
             const std::string suffix = std::string(f.name) + "/" + std::to_string(n);
-            const double ours = results.ns("kvtg/" + suffix), theirs = results.ns("fftw/" + suffix);
-            const double ratio = theirs / ours;
-            ratios.push_back(ratio);
-            allRatios.push_back(ratio);
-            std::string limit;
-            if ((n & (n - 1)) == 0) {
-                const auto& c = f.counts[n - 2];
-                const double lanes = f.single ? 4 : 2;
-                const double limitNs = (c.additions + c.multiplications) / lanes / 2 / ghz;
-                char text[32];
-                std::snprintf(text, sizeof text, "%.2fx", ours / limitNs);
-                limit = text;
+            const double theirs = results.ns("fftw/" + suffix);
+            std::printf("%-8s %4d", "", n);
+            for (LibraryFiles::File file : files)
+                std::printf(" %11.2f", results.ns(std::string("kvtg-") + LibraryFiles::label(file) + "/" + suffix));
+            std::printf(" %10.2f", theirs);
+            for (LibraryFiles::File file : files) {
+                const double ours = results.ns(std::string("kvtg-") + LibraryFiles::label(file) + "/" + suffix);
+                const double ratio = theirs / ours;
+                ratios[file].push_back(ratio);
+                allRatios[file].push_back(ratio);
+                std::string limit;
+                if ((n & (n - 1)) == 0) {
+                    const auto& c = f.counts[n - 2];
+                    const double lanes = (f.single ? 4 : 2) * (file == LibraryFiles::Variant ? 2 : 1);
+                    const double limitNs = (c.additions + c.multiplications) / lanes / 2 / ghz;
+                    char text[32];
+                    std::snprintf(text, sizeof text, "%.2fx", ours / limitNs);
+                    limit = text;
+                }
+                std::printf(" %6.2fx%s %9s", ratio, hasLargePrimeFactor(n) ? "*" : " ", limit.c_str());
             }
-            std::printf("%-8s %4d %10.2f %10.2f %6.2fx%s %10s\n", "", n, ours, theirs, ratio,
-                        hasLargePrimeFactor(n) ? "*" : " ", limit.c_str());
+            std::printf("\n");
         }
-        std::printf("%-8s geometric mean %.2fx   (* = prime factor >= 17)\n", f.name, bench::geometricMean(ratios));
+        for (LibraryFiles::File file : files)
+            std::printf("%-8s %s geometric mean %.2fx, lowest %.2fx   (* = prime factor >= 17)\n", f.name,
+                        LibraryFiles::label(file), bench::geometricMean(ratios[file]),
+                        *std::min_element(ratios[file].begin(), ratios[file].end()));
     }
-    std::printf("\nall 252 kernels: geometric mean %.2fx FFTW's speed\n", bench::geometricMean(allRatios));
+    for (LibraryFiles::File file : files)
+        std::printf("\nall 252 kernels, %s (%s): geometric mean %.2fx FFTW's speed\n", LibraryFiles::label(file),
+                    LibraryFiles::get().path(file).c_str(), bench::geometricMean(allRatios[file]));
 }
 
 }  // namespace

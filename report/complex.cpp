@@ -48,10 +48,10 @@ void addFamily(std::vector<report::Case>& cases, const char* name, Status (*tran
 std::vector<report::Case> complexCases()
 {
     std::vector<report::Case> cases;
-    addFamily<Complex32>(cases, "DFT Fwd 32fc", kvtgDFTFwd_CToC_32fc, false);
-    addFamily<Complex32>(cases, "DFT Inv 32fc", kvtgDFTInv_CToC_32fc, true);
-    addFamily<Complex64>(cases, "DFT Fwd 64fc", kvtgDFTFwd_CToC_64fc, false);
-    addFamily<Complex64>(cases, "DFT Inv 64fc", kvtgDFTInv_CToC_64fc, true);
+    addFamily<Complex32>(cases, "DFT Fwd 32fc", KVTG_FROM_FILE(kvtgDFTFwd_CToC_32fc), false);
+    addFamily<Complex32>(cases, "DFT Inv 32fc", KVTG_FROM_FILE(kvtgDFTInv_CToC_32fc), true);
+    addFamily<Complex64>(cases, "DFT Fwd 64fc", KVTG_FROM_FILE(kvtgDFTFwd_CToC_64fc), false);
+    addFamily<Complex64>(cases, "DFT Inv 64fc", KVTG_FROM_FILE(kvtgDFTInv_CToC_64fc), true);
     return cases;
 }
 

@@ -43,8 +43,8 @@ void addFamily(std::vector<report::Case>& cases, const char* name, Status (*allo
 std::vector<report::Case> dctCases()
 {
     std::vector<report::Case> cases;
-    addFamily<Real32>(cases, "DCT-IV 32f", kvtgDCT4InitAlloc_32f, kvtgDCT4_32f, kvtgDCT4Free_32f);
-    addFamily<Real64>(cases, "DCT-IV 64f", kvtgDCT4InitAlloc_64f, kvtgDCT4_64f, kvtgDCT4Free_64f);
+    addFamily<Real32>(cases, "DCT-IV 32f", KVTG_FROM_FILE(kvtgDCT4InitAlloc_32f), KVTG_FROM_FILE(kvtgDCT4_32f), KVTG_FROM_FILE(kvtgDCT4Free_32f));
+    addFamily<Real64>(cases, "DCT-IV 64f", KVTG_FROM_FILE(kvtgDCT4InitAlloc_64f), KVTG_FROM_FILE(kvtgDCT4_64f), KVTG_FROM_FILE(kvtgDCT4Free_64f));
     return cases;
 }
 

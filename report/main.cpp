@@ -29,35 +29,47 @@ int main(int argc, char** argv)
     auto& list = report::families();
     std::sort(list.begin(), list.end(), [](const auto& a, const auto& b) { return a.order < b.order; });
     std::ofstream csv(outDir + "/report.csv");
-    csv << "family,size,kvtg_ns,peer_ns,ratio\n";
+    csv << "family,build,size,kvtg_ns,peer_ns,ratio\n";
+    // every family once per library file: the baseline and, where this
+    // processor runs it, the x86-64-v3 build
+    std::vector<bench::LibraryFiles::File> files = {bench::LibraryFiles::Baseline};
+    if (bench::LibraryFiles::get().hasVariant())
+        files.push_back(bench::LibraryFiles::Variant);
     std::vector<std::string> plotted;
     double logSum = 0;
     int count = 0;
     for (const auto& family : list) {
-        std::map<std::string, std::vector<double>> ratios;
-        for (const report::Case& c : family.cases()) {
-            if (ratios.find(c.family) == ratios.end())
-                std::printf("\n%-16s %6s %12s %12s %8s   (peer: %s)\n", c.family.c_str(), "size", "kvtg ns",
-                            "peer ns", "speedup", family.peerName.c_str());
-            const double ours = bench::nanosecondsPerCall(c.ours, std::chrono::microseconds(500), 7),
-                         theirs = bench::nanosecondsPerCall(c.peer, std::chrono::microseconds(500), 7);
-            const double ratio = theirs / ours;
-            ratios[c.family].push_back(ratio);
-            std::printf("%-16s %6d %12.2f %12.2f %7.2fx\n", "", c.size, ours, theirs, ratio);
-            csv << '"' << c.family << "\"," << c.size << ',' << ours << ',' << theirs << ',' << ratio << '\n';
-            logSum += std::log(ratio);
-            ++count;
-        }
-        for (const auto& [name, values] : ratios) {
-            double s = 0;
-            for (double v : values)
-                s += std::log(v);
-            std::printf("%-16s geometric mean speedup %.2fx over %zu kernels\n", name.c_str(), std::exp(s / values.size()),
-                        values.size());
-            plotted.push_back(name);
+        for (bench::LibraryFiles::File file : files) {
+            report::currentFile() = file;
+            const std::string build = bench::LibraryFiles::label(file);
+            std::map<std::string, std::vector<double>> ratios;
+            for (const report::Case& c : family.cases()) {
+                const std::string name = c.family + " " + build;
+                if (ratios.find(name) == ratios.end())
+                    std::printf("\n%-21s %6s %12s %12s %8s   (peer: %s)\n", name.c_str(), "size", "kvtg ns",
+                                "peer ns", "speedup", family.peerName.c_str());
+                const double ours = bench::nanosecondsPerCall(c.ours, std::chrono::microseconds(500), 7),
+                             theirs = bench::nanosecondsPerCall(c.peer, std::chrono::microseconds(500), 7);
+                const double ratio = theirs / ours;
+                ratios[name].push_back(ratio);
+                std::printf("%-21s %6d %12.2f %12.2f %7.2fx\n", "", c.size, ours, theirs, ratio);
+                csv << '"' << c.family << "\"," << build << ',' << c.size << ',' << ours << ',' << theirs << ','
+                    << ratio << '\n';
+                logSum += std::log(ratio);
+                ++count;
+            }
+            for (const auto& [name, values] : ratios) {
+                double s = 0;
+                for (double v : values)
+                    s += std::log(v);
+                std::printf("%-21s geometric mean speedup %.2fx over %zu kernels\n", name.c_str(),
+                            std::exp(s / values.size()), values.size());
+                plotted.push_back(name);
+            }
         }
     }
-    std::printf("\nall %d kernels: geometric mean speedup %.2fx\n", count, count ? std::exp(logSum / count) : NAN);
+    std::printf("\nall %d kernel timings (both files): geometric mean speedup %.2fx\n", count,
+                count ? std::exp(logSum / count) : NAN);
     csv.close();
 
     std::ofstream gp(outDir + "/report.gp");
@@ -67,8 +79,8 @@ int main(int argc, char** argv)
        << "set title 'kvtgen kernels: time of peer / time of kernel'\nset grid\n"
        << "plot 1 with lines dt 2 lc rgb 'black' title 'parity'";
     for (const std::string& name : plotted)
-        gp << ", '" << outDir << "/report.csv' using 2:(stringcolumn(1) eq '" << name
-           << "' ? $5 : 1/0) with linespoints title '" << name << "'";
+        gp << ", '" << outDir << "/report.csv' using 3:(stringcolumn(1).' '.stringcolumn(2) eq '" << name
+           << "' ? $6 : 1/0) with linespoints title '" << name << "'";
     gp << '\n';
     gp.close();
     if (std::system("command -v gnuplot > /dev/null 2>&1") == 0 &&

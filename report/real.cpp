@@ -58,12 +58,12 @@ void addFamily(std::vector<report::Case>& cases, const char* name, Status (*tran
 std::vector<report::Case> realCases()
 {
     std::vector<report::Case> cases;
-    addFamily<Real32>(cases, "DFT RToCCS 32f", kvtgDFTFwd_RToCCS_32f, Kind::Forward);
-    addFamily<Real32>(cases, "DFT CCSToR 32f", kvtgDFTInv_CCSToR_32f, Kind::Inverse);
-    addFamily<Real64>(cases, "DFT RToCCS 64f", kvtgDFTFwd_RToCCS_64f, Kind::Forward);
-    addFamily<Real64>(cases, "DFT CCSToR 64f", kvtgDFTInv_CCSToR_64f, Kind::Inverse);
-    addFamily<Real32>(cases, "Hartley 32f", kvtgHartley_32f, Kind::Hartley);
-    addFamily<Real64>(cases, "Hartley 64f", kvtgHartley_64f, Kind::Hartley);
+    addFamily<Real32>(cases, "DFT RToCCS 32f", KVTG_FROM_FILE(kvtgDFTFwd_RToCCS_32f), Kind::Forward);
+    addFamily<Real32>(cases, "DFT CCSToR 32f", KVTG_FROM_FILE(kvtgDFTInv_CCSToR_32f), Kind::Inverse);
+    addFamily<Real64>(cases, "DFT RToCCS 64f", KVTG_FROM_FILE(kvtgDFTFwd_RToCCS_64f), Kind::Forward);
+    addFamily<Real64>(cases, "DFT CCSToR 64f", KVTG_FROM_FILE(kvtgDFTInv_CCSToR_64f), Kind::Inverse);
+    addFamily<Real32>(cases, "Hartley 32f", KVTG_FROM_FILE(kvtgHartley_32f), Kind::Hartley);
+    addFamily<Real64>(cases, "Hartley 64f", KVTG_FROM_FILE(kvtgHartley_64f), Kind::Hartley);
     return cases;
 }
 

@@ -7,7 +7,24 @@
 #include <string>
 #include <vector>
 
+#include "library_files.h"
+
 namespace report {
+
+// The library file whose functions the cases being built call: main builds
+// every family's cases once per file.
+inline bench::LibraryFiles::File& currentFile()
+{
+    static bench::LibraryFiles::File file = bench::LibraryFiles::Baseline;
+    return file;
+}
+template <class F>
+F fromCurrentFile(F, const char* name)
+{
+    return bench::LibraryFiles::get().function<F>(currentFile(), name);
+}
+// An export of the current file, typed as the header declares it.
+#define KVTG_FROM_FILE(name) report::fromCurrentFile(&name, #name)
 
 struct Case {
     std::string family;  // e.g. "DFT Fwd 32fc"

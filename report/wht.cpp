@@ -36,8 +36,8 @@ void addFamily(std::vector<report::Case>& cases, const char* name, Status (*tran
 std::vector<report::Case> whtCases()
 {
     std::vector<report::Case> cases;
-    addFamily<Real32>(cases, "WHT 32f", kvtgWHT_32f, kvtgWHTGetBufferSize_32f);
-    addFamily<Real64>(cases, "WHT 64f", kvtgWHT_64f, kvtgWHTGetBufferSize_64f);
+    addFamily<Real32>(cases, "WHT 32f", KVTG_FROM_FILE(kvtgWHT_32f), KVTG_FROM_FILE(kvtgWHTGetBufferSize_32f));
+    addFamily<Real64>(cases, "WHT 64f", KVTG_FROM_FILE(kvtgWHT_64f), KVTG_FROM_FILE(kvtgWHTGetBufferSize_64f));
     return cases;
 }
 

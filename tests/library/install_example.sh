@@ -25,7 +25,7 @@ cmake -S "$source/tests/library/loader_probe" -B "$work/probe" -DCMAKE_PREFIX_PA
 cmake --build "$work/probe" > /dev/null
 loader=/lib64/ld-linux-x86-64.so.2
 "$work/probe/loader_probe" > "$work/chosen.txt"
-"$loader" --glibc-hwcaps-mask=none "$work/probe/loader_probe" > "$work/masked.txt"
+"$loader" --glibc-hwcaps-mask none "$work/probe/loader_probe" > "$work/masked.txt"
 chosen=$(head -1 "$work/chosen.txt"); masked=$(head -1 "$work/masked.txt")
 echo "as the loader chooses: $chosen"
 echo "with x86-64-v3 masked: $masked"

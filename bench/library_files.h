@@ -1,0 +1,68 @@
+// Both files of the library in one program, for timing them side by side:
+// the baseline and, on a processor with x86-64-v3, the variant that the loader
+// would pick from glibc-hwcaps/x86-64-v3/ beside it.  Each is opened by path
+// with RTLD_LOCAL, so that each file's dispatchers reach its own kernels.
+#ifndef KVTG_BENCH_LIBRARY_FILES_H
+#define KVTG_BENCH_LIBRARY_FILES_H
+
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "library_file.h"
+
+namespace bench {
+
+class LibraryFiles {
+public:
+    enum File { Baseline = 0, Variant = 1 };
+
+    static const LibraryFiles& get()
+    {
+        static const LibraryFiles files;
+        return files;
+    }
+
+    // The variant is there when it was built and this processor can run it.
+    bool hasVariant() const { return handles[Variant] != nullptr; }
+    const std::string& path(File f) const { return paths[f]; }
+    static const char* label(File f) { return f == Baseline ? "sse2" : "avx2"; }
+
+    template <class F>
+    F function(File f, const std::string& name) const
+    {
+        void* symbol = handles[f] ? dlsym(handles[f], name.c_str()) : nullptr;
+        if (symbol == nullptr) {
+            std::fprintf(stderr, "%s not found in %s\n", name.c_str(), paths[f].c_str());
+            std::exit(1);
+        }
+        return reinterpret_cast<F>(symbol);
+    }
+
+private:
+    LibraryFiles()
+    {
+        // the directory of the baseline, from whichever file the loader gave us
+        std::string loaded = loadedLibraryFile();
+        const std::string hwcaps = "/glibc-hwcaps/x86-64-v3/";
+        const std::size_t at = loaded.find(hwcaps);
+        const std::string dir = at != std::string::npos ? loaded.substr(0, at) : loaded.substr(0, loaded.rfind('/'));
+        paths[Baseline] = dir + "/libkvtgenn8.so.6.1";
+        paths[Variant] = dir + hwcaps + "libkvtgenn8.so.6.1";
+        handles[Baseline] = dlopen(paths[Baseline].c_str(), RTLD_NOW | RTLD_LOCAL);
+        if (handles[Baseline] == nullptr) {
+            std::fprintf(stderr, "cannot load %s: %s\n", paths[Baseline].c_str(), dlerror());
+            std::exit(1);
+        }
+        if (__builtin_cpu_supports("x86-64-v3"))
+            handles[Variant] = dlopen(paths[Variant].c_str(), RTLD_NOW | RTLD_LOCAL);
+    }
+    std::string paths[2];
+    void* handles[2] = {nullptr, nullptr};
+};
+
+}  // namespace bench
+
+#endif
