@@ -6,6 +6,7 @@
 
 #include <dlfcn.h>
 
+#include <fstream>
 #include <string>
 
 #include "kvtgen.h"
@@ -23,11 +24,26 @@ inline std::string loadedLibraryFile()
 
 inline bool isVariantFile(const std::string& path) { return path.find("/glibc-hwcaps/x86-64-v3/") != std::string::npos; }
 
-// "path (x86-64-v3 build, AVX2)" or "path (baseline build, SSE2)"
-inline std::string describeLoadedLibrary()
+// The processor's model name as the kernel reports it.
+inline std::string processorModel()
+{
+    std::ifstream cpuinfo("/proc/cpuinfo");
+    for (std::string line; std::getline(cpuinfo, line);)
+        if (line.rfind("model name", 0) == 0 && line.find(':') != std::string::npos)
+            return line.substr(line.find(':') + 2);
+    return "(unknown processor)";
+}
+
+// The first lines of the demo and the report: processor, the instruction set
+// level of the file the loader chose, and that file.
+inline std::string describeMachineAndLibrary()
 {
     const std::string path = loadedLibraryFile();
-    return path + (isVariantFile(path) ? " (x86-64-v3 build, AVX2)" : " (baseline build, SSE2)");
+    return "processor: " + processorModel() + " (x86-64-v3: " +
+           (__builtin_cpu_supports("x86-64-v3") ? "yes" : "no") + ")\n" +
+           "instruction set level chosen by the loader: " +
+           (isVariantFile(path) ? "x86-64-v3 (AVX2, 256-bit vectors)" : "baseline x86-64 (SSE2, 128-bit vectors)") +
+           "\nlibrary file: " + path + "\n";
 }
 
 }  // namespace bench

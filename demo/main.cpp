@@ -17,10 +17,10 @@ std::vector<Entry>& entries()
 
 int main()
 {
+    std::printf("%s", bench::describeMachineAndLibrary().c_str());
     const LibVersion* version = kvtgenGetLibVersion();
     std::printf("%s %s (target %s, %s)\n", version->libraryName, version->versionText, version->targetCode,
                 version->buildDateText);
-    std::printf("library file: %s\n", bench::describeLoadedLibrary().c_str());
     auto& list = demo::entries();
     std::sort(list.begin(), list.end(), [](const demo::Entry& a, const demo::Entry& b) { return a.order < b.order; });
     bool ok = true;

@@ -55,6 +55,6 @@ std::vector<report::Case> complexCases()
     return cases;
 }
 
-const report::Registration registration(10, "FFTW complex plan, FFTW_MEASURE", complexCases);
+const report::Registration registration("complex", 10, "FFTW complex plan, FFTW_MEASURE", complexCases);
 
 }  // namespace

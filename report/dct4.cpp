@@ -48,6 +48,6 @@ std::vector<report::Case> dctCases()
     return cases;
 }
 
-const report::Registration registration(50, "FFTW REDFT11 plan, FFTW_MEASURE", dctCases);
+const report::Registration registration("dct4", 50, "FFTW REDFT11 plan, FFTW_MEASURE", dctCases);
 
 }  // namespace

@@ -62,11 +62,18 @@ std::vector<report::Case> realCases()
     addFamily<Real32>(cases, "DFT CCSToR 32f", KVTG_FROM_FILE(kvtgDFTInv_CCSToR_32f), Kind::Inverse);
     addFamily<Real64>(cases, "DFT RToCCS 64f", KVTG_FROM_FILE(kvtgDFTFwd_RToCCS_64f), Kind::Forward);
     addFamily<Real64>(cases, "DFT CCSToR 64f", KVTG_FROM_FILE(kvtgDFTInv_CCSToR_64f), Kind::Inverse);
+    return cases;
+}
+
+std::vector<report::Case> hartleyCases()
+{
+    std::vector<report::Case> cases;
     addFamily<Real32>(cases, "Hartley 32f", KVTG_FROM_FILE(kvtgHartley_32f), Kind::Hartley);
     addFamily<Real64>(cases, "Hartley 64f", KVTG_FROM_FILE(kvtgHartley_64f), Kind::Hartley);
     return cases;
 }
 
-const report::Registration registration(20, "FFTW r2c / c2r / DHT plan, FFTW_MEASURE", realCases);
+const report::Registration registration("real", 20, "FFTW r2c / c2r plan, FFTW_MEASURE", realCases);
+const report::Registration hartleyRegistration("hartley", 30, "FFTW DHT plan, FFTW_MEASURE", hartleyCases);
 
 }  // namespace

@@ -33,8 +33,10 @@ struct Case {
     std::function<void()> peer;
 };
 
-// Families add their cases through this; `order` places the family in the report.
+// Families add their cases through this; `key` names the family on the
+// command line, `order` places it in the report.
 struct Family {
+    std::string key;
     int order;
     std::string peerName;
     std::function<std::vector<Case>()> cases;
@@ -43,9 +45,10 @@ struct Family {
 std::vector<Family>& families();
 
 struct Registration {
-    Registration(int order, const std::string& peerName, std::function<std::vector<Case>()> cases)
+    Registration(const std::string& key, int order, const std::string& peerName,
+                 std::function<std::vector<Case>()> cases)
     {
-        families().push_back({order, peerName, std::move(cases)});
+        families().push_back({key, order, peerName, std::move(cases)});
     }
 };
 

@@ -41,6 +41,6 @@ std::vector<report::Case> whtCases()
     return cases;
 }
 
-const report::Registration registration(40, "textbook in-place radix-2 loop", whtCases);
+const report::Registration registration("wht", 40, "textbook in-place radix-2 loop", whtCases);
 
 }  // namespace
