@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Makes the Debian packages with CPack, unpacks both into a fresh folder with
+# dpkg-deb, checks their names and file lists, and builds and runs the
+# examples against that folder.
+# Usage: package_test.sh <build dir> <source dir> [with-x86-64-v3]
+set -euo pipefail
+build=$1; source=$2; variant=${3:-}
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+(cd "$build" && cpack -G DEB -B "$work/packages" > /dev/null)
+runtime=$work/packages/libkvtgenn8-6.1_6.1-1_amd64.deb
+development=$work/packages/libkvtgenn8-dev_6.1-1_amd64.deb
+test -f "$runtime" && test -f "$development"
+[ "$(dpkg-deb -f "$development" Depends)" = "libkvtgenn8-6.1 (= 6.1-1)" ]
+files() { dpkg-deb -c "$1" | awk '$1 !~ /^d/ {print $6}' | sort | tr '\n' ' '; }
+want_runtime="./usr/lib/libkvtcore.so.1 ./usr/lib/libkvtcore.so.1.0 ./usr/lib/libkvtgenn8.so.6.1 "
+if [ -n "$variant" ]; then
+  want_runtime="./usr/lib/glibc-hwcaps/x86-64-v3/libkvtgenn8.so.6.1 $want_runtime"
+fi
+want_development="./usr/include/kvtcore.h ./usr/include/kvtgen.h ./usr/lib/cmake/kvtgen/kvtgenConfig.cmake \
+./usr/lib/cmake/kvtgen/kvtgenConfigVersion.cmake ./usr/lib/cmake/kvtgen/kvtgenTargets-release.cmake \
+./usr/lib/cmake/kvtgen/kvtgenTargets.cmake ./usr/lib/libkvtcore.so ./usr/lib/libkvtgenn8.so \
+./usr/lib/pkgconfig/kvtgen.pc "
+[ "$(files "$runtime")" = "$want_runtime" ] || { echo "runtime package holds: $(files "$runtime")"; exit 1; }
+[ "$(files "$development")" = "$want_development" ] || { echo "development package holds: $(files "$development")"; exit 1; }
+mkdir "$work/root"
+dpkg-deb -x "$runtime" "$work/root"
+dpkg-deb -x "$development" "$work/root"
+cmake -S "$source/examples" -B "$work/examples" -DCMAKE_PREFIX_PATH="$work/root/usr" > /dev/null
+cmake --build "$work/examples" > /dev/null
+for example in complex_dft real_dft dct4_plan; do "$work/examples/$example"; done
+echo "packages $(basename "$runtime") and $(basename "$development") unpacked, examples built and run"
