@@ -13,6 +13,7 @@
 
 #include "bench_report.h"
 #include "kvtgen.h"
+#include "library_files.h"
 
 namespace {
 
@@ -46,11 +47,9 @@ struct Fftw<float> {
     static void forget() { fftwf_forget_wisdom(); }
     static float* alloc(int count) { return fftwf_alloc_real(static_cast<std::size_t>(count)); }
     static void release(float* p) { fftwf_free(p); }
-    static Status ours(Kind k, const float* in, float* out, int n)
+    static const char* ours(Kind k)
     {
-        return k == Kind::Forward   ? kvtgDFTFwd_RToCCS_32f(in, out, n, ScaleNone)
-               : k == Kind::Inverse ? kvtgDFTInv_CCSToR_32f(in, out, n, ScaleNone)
-                                    : kvtgHartley_32f(in, out, n, ScaleNone);
+        return k == Kind::Forward ? "kvtgDFTFwd_RToCCS_32f" : k == Kind::Inverse ? "kvtgDFTInv_CCSToR_32f" : "kvtgHartley_32f";
     }
 };
 template <>
@@ -78,11 +77,9 @@ struct Fftw<double> {
     static void forget() { fftw_forget_wisdom(); }
     static double* alloc(int count) { return fftw_alloc_real(static_cast<std::size_t>(count)); }
     static void release(double* p) { fftw_free(p); }
-    static Status ours(Kind k, const double* in, double* out, int n)
+    static const char* ours(Kind k)
     {
-        return k == Kind::Forward   ? kvtgDFTFwd_RToCCS_64f(in, out, n, ScaleNone)
-               : k == Kind::Inverse ? kvtgDFTInv_CCSToR_64f(in, out, n, ScaleNone)
-                                    : kvtgHartley_64f(in, out, n, ScaleNone);
+        return k == Kind::Forward ? "kvtgDFTFwd_RToCCS_64f" : k == Kind::Inverse ? "kvtgDFTInv_CCSToR_64f" : "kvtgHartley_64f";
     }
 };
 
@@ -93,14 +90,18 @@ void fill(T* in, int count)
         in[i] = static_cast<T>(std::sin(i + 1.0));
 }
 
+using bench::LibraryFiles;
+
 template <class T>
-void benchOurs(benchmark::State& state, Kind kind, int n)
+void benchOurs(benchmark::State& state, LibraryFiles::File file, Kind kind, int n)
 {
+    using Transform = Status (*)(const T*, T*, int32_t, int32_t);
+    const Transform transform = LibraryFiles::get().function<Transform>(file, Fftw<T>::ours(kind));
     T* in = Fftw<T>::alloc(68);
     T* out = Fftw<T>::alloc(68);
     fill(in, 68);
     for (auto _ : state) {
-        Fftw<T>::ours(kind, in, out, n);
+        transform(in, out, n, ScaleNone);
         benchmark::DoNotOptimize(out);
         benchmark::ClobberMemory();
     }
@@ -135,34 +136,50 @@ std::string name(const char* who, Kind kind, const char* precision, int n)
     return std::string(who) + "/" + kindName(kind) + "_" + precision + "/" + std::to_string(n);
 }
 
+std::vector<LibraryFiles::File> filesToTime()
+{
+    if (LibraryFiles::get().hasVariant())
+        return {LibraryFiles::Baseline, LibraryFiles::Variant};
+    return {LibraryFiles::Baseline};
+}
+
+std::string ourName(LibraryFiles::File file)
+{
+    return std::string("kvtg-") + LibraryFiles::label(file);
+}
+
 void printReport(const bench::Collector& results)
 {
+    const std::vector<LibraryFiles::File> files = filesToTime();
     for (Kind kind : {Kind::Forward, Kind::Inverse, Kind::Hartley}) {
-        std::printf("\n%s: FFTW time / our time per length (32f, 64f)\n", kindName(kind));
-        std::vector<double> all, upTo16;
-        double lowest = 1e9;
-        int lowestN = 0;
+        std::printf("\n%s: FFTW time / our time per length", kindName(kind));
+        for (const char* precision : {"32f", "64f"})
+            for (LibraryFiles::File file : files)
+                std::printf(", %s %s", precision, LibraryFiles::label(file));
+        std::printf("\n");
+        std::map<std::string, std::vector<double>> all, upTo16;
+        std::map<std::string, std::pair<double, int>> lowest;
         for (int n = 2; n <= 64; ++n) {
             std::printf("%3d", n);
-            for (const char* precision : {"32f", "64f"}) {
-                const double ratio =
-                    results.ns(name("fftw", kind, precision, n)) / results.ns(name("kvtg", kind, precision, n));
-                std::printf("  %6.2f", ratio);
-                all.push_back(ratio);
-                if (n <= 16)
-                    upTo16.push_back(ratio);
-                if (ratio < lowest) {
-                    lowest = ratio;
-                    lowestN = n;
+            for (const char* precision : {"32f", "64f"})
+                for (LibraryFiles::File file : files) {
+                    const double ratio = results.ns(name("fftw", kind, precision, n)) /
+                                         results.ns(name(ourName(file).c_str(), kind, precision, n));
+                    const std::string column = std::string(precision) + " " + LibraryFiles::label(file);
+                    std::printf("  %6.2f", ratio);
+                    all[column].push_back(ratio);
+                    if (n <= 16)
+                        upTo16[column].push_back(ratio);
+                    if (lowest.count(column) == 0 || ratio < lowest[column].first)
+                        lowest[column] = {ratio, n};
                 }
-            }
             std::printf("\n");
         }
-        double lowestSmall = 1e9;
-        for (double r : upTo16)
-            lowestSmall = std::min(lowestSmall, r);
-        std::printf("%s: geometric mean %.2fx, lengths <= 16 at least %.2fx, lowest %.2fx (length %d)\n",
-                    kindName(kind), bench::geometricMean(all), lowestSmall, lowest, lowestN);
+        for (const auto& [column, ratios] : all)
+            std::printf("%s %s: geometric mean %.2fx, lengths <= 16 at least %.2fx, lowest %.2fx (length %d)\n",
+                        kindName(kind), column.c_str(), bench::geometricMean(ratios),
+                        *std::min_element(upTo16[column].begin(), upTo16[column].end()), lowest[column].first,
+                        lowest[column].second);
     }
 }
 
@@ -172,9 +189,13 @@ int main(int argc, char** argv)
 {
     for (Kind kind : {Kind::Forward, Kind::Inverse, Kind::Hartley})
         for (int n = 2; n <= 64; ++n) {
-            benchmark::RegisterBenchmark(name("kvtg", kind, "32f", n).c_str(), benchOurs<float>, kind, n);
+            for (LibraryFiles::File file : filesToTime())
+                benchmark::RegisterBenchmark(name(ourName(file).c_str(), kind, "32f", n).c_str(), benchOurs<float>,
+                                             file, kind, n);
             benchmark::RegisterBenchmark(name("fftw", kind, "32f", n).c_str(), benchFftw<float>, kind, n);
-            benchmark::RegisterBenchmark(name("kvtg", kind, "64f", n).c_str(), benchOurs<double>, kind, n);
+            for (LibraryFiles::File file : filesToTime())
+                benchmark::RegisterBenchmark(name(ourName(file).c_str(), kind, "64f", n).c_str(), benchOurs<double>,
+                                             file, kind, n);
             benchmark::RegisterBenchmark(name("fftw", kind, "64f", n).c_str(), benchFftw<double>, kind, n);
         }
     benchmark::Initialize(&argc, argv);
