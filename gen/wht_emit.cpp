@@ -8,8 +8,8 @@
 // arithmetic.  With 128-bit vectors, Real32 networks from 16 samples transpose
 // 4x4 blocks for the stages h = 1, 2 and Real64 networks from 8 samples
 // interleave pairs of vectors for the stage h = 1.  With 256-bit vectors (8
-// floats or 4 doubles) each pair of vectors first trades its 128-bit halves,
-// which puts the top lane bit across the pair, then splits even and odd lanes
+// floats or 4 doubles) each pair of vectors is loaded with its 128-bit halves
+// traded, which puts the top lane bit across the pair, then splits even and odd lanes
 // once per remaining stage, which rotates the next index bit across the pair;
 // a last trade of halves restores the rows.  The lane moves only carry
 // samples, so every addition keeps its two operands and the bits don't depend
@@ -43,6 +43,9 @@ struct Sample {
     const char* aligned;
     const char* unaligned;
     LaneStages laneStages;
+    // with 256-bit vectors, the access class of 128-bit halves: the network
+    // loads each pair of vectors with their halves already traded
+    const char* halves;
 };
 
 std::string butterfly(const Sample& s, const std::string& a, const std::string& b, const std::string& indent)
@@ -92,19 +95,22 @@ std::string interleavedPairs(const Sample&, int count)
 }
 
 // 256-bit vectors of two 128-bit halves: per pair of vectors (a, b), whose
-// index bit h = lanes is 0 in a and 1 in b, trading the halves puts the top
-// lane bit between a and b; each split of even and odd lanes then rotates the
-// bits (pair, lane 0, .., lane top-1) by one place, so that the lane bits
-// 0, 1, .. come between a and b in turn, each taking its stage there; after
-// the last rotation the top lane bit is back between a and b and a second
-// trade of halves restores the rows.  Five lane moves per vector for three
-// stages of 8 floats, four for two stages of 4 doubles.
+// index bit h = lanes is 0 in a and 1 in b, the loads trade the halves, which
+// puts the top lane bit between a and b (an insert of a 128-bit load costs
+// less than a move across halves in registers); each split of even and odd
+// lanes then rotates the bits (pair, lane 0, .., lane top-1) by one place, so
+// that the lane bits 0, 1, .. come between a and b in turn, each taking its
+// stage there; after the last rotation the top lane bit is back between a and
+// b and a trade of halves in registers restores the rows for the stage
+// h = lanes.  Four lane moves per vector for three stages of 8 floats, three
+// for two stages of 4 doubles.
 std::string exchangedPairs(const Sample& s, int count)
 {
     std::ostringstream out;
     for (int j = 0; j < count; j += 2) {
         const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
-        out << "    {\n        kv::exchangeHalves(" << a << ", " << b << ");\n";
+        // the halves were traded by the loads
+        out << "    {\n";
         for (int h = 1; h < s.lanes; h *= 2)
             out << "        kv::splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
         out << "        kv::exchangeHalves(" << a << ", " << b << ");\n    }\n";
@@ -113,17 +119,17 @@ std::string exchangedPairs(const Sample& s, int count)
 }
 
 const Sample real32{"32f", "float", "kv::v4f", 4, Type::F32, "kv::set1f", "kv::AlignedAccess", "kv::UnalignedAccess",
-                    transposedBlocks};
+                    transposedBlocks, nullptr};
 const Sample real64{"64f", "double", "kv::v2d", 2, Type::F64, "kv::set1", "kv::AlignedAccess", "kv::UnalignedAccess",
-                    interleavedPairs};
+                    interleavedPairs, nullptr};
 // The 256-bit forms: a kernel knows its arrays to be aligned to 16 bytes, not
 // 32, so every 256-bit access is an unaligned move, which costs no more than
 // an aligned one where the address happens to be a multiple of 32; aligned
 // kernels and twins differ in their route only.
 const Sample wide32{"32f", "float", "kv::v8f", 8, Type::F32, "kv::set1f8", "kv::WideAccess", "kv::WideAccess",
-                    exchangedPairs};
+                    exchangedPairs, "kv::UnalignedAccess"};
 const Sample wide64{"64f", "double", "kv::v4d", 4, Type::F64, "kv::set1d", "kv::WideAccess", "kv::WideAccess",
-                    exchangedPairs};
+                    exchangedPairs, "kv::UnalignedAccess"};
 
 // The sample descriptions of the target the generator writes for.
 const Sample& single() { return target().wide() ? wide32 : real32; }
@@ -167,8 +173,17 @@ std::string vectorNetwork(const Sample& s, int order)
         << "template <class Load, class Store, bool Scaled>\n"
         << "inline void network" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
         << s.vector << " s)\n{\n";
-    for (int j = 0; j < count; ++j)
-        out << "    " << s.vector << " v" << j << " = Load::loadVector(x + " << j * s.lanes << ");\n";
+    if (s.halves != nullptr) {
+        const int half = s.lanes / 2;
+        for (int j = 0; j < count; j += 2)
+            for (int k = 0; k < 2; ++k)
+                out << "    " << s.vector << " v" << j + k << " = kv::join(" << s.halves << "::loadVector(x + "
+                    << j * s.lanes + k * half << "), " << s.halves << "::loadVector(x + " << (j + 1) * s.lanes + k * half
+                    << "));\n";
+    } else {
+        for (int j = 0; j < count; ++j)
+            out << "    " << s.vector << " v" << j << " = Load::loadVector(x + " << j * s.lanes << ");\n";
+    }
     out << s.laneStages(s, count);
     // whole-vector stages: vectors j and j + step, step = h / lanes
     for (int h = s.lanes, step = 1; h < n; h *= 2, step *= 2) {
