@@ -5,6 +5,7 @@
 // instructions per cycle.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -78,7 +79,9 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     bench::Collector results;
     benchmark::RunSpecifiedBenchmarks(&results);
-    const double ghz = bench::measureClockGHz();
+    // the fastest of three measurements: a worker that took the core away
+    // only makes the clock look slower
+    const double ghz = std::max({bench::measureClockGHz(), bench::measureClockGHz(), bench::measureClockGHz()});
     const bool wide = bench::isVariantFile(bench::loadedLibraryFile());
     std::printf("\nclock (measured) %.2f GHz; library %s; limit of %d-bit vectors\n", ghz,
                 bench::describeLoadedLibrary().c_str(), wide ? 256 : 128);
