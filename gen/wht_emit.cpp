@@ -3,12 +3,19 @@
 // The butterfly networks are written out statement by statement: for a vector
 // of 2^k samples the stages h = 1, 2, 4, ... run in that order, each pair
 // (n, n+h) giving a+b at n and a-b at n+h, exactly the plain radix-2 network.
-// Real32 networks from 16 samples hold four consecutive samples per vector and
-// transpose 4x4 blocks for the stages h = 1, 2; Real64 networks from 8 samples
-// hold two and interleave pairs of vectors for the stage h = 1.  Every later
-// stage is whole-vector arithmetic.  Column networks combine R whole vectors at
-// a stride.  The kernels, their unaligned twins and the dispatchers are units
-// of their own; the loops of the blocked orders live in src/wht/passes.h.
+// A vector holds `lanes` consecutive samples; the stages h < lanes pair samples
+// inside a vector and need lane moves, every later stage is whole-vector
+// arithmetic.  With 128-bit vectors, Real32 networks from 16 samples transpose
+// 4x4 blocks for the stages h = 1, 2 and Real64 networks from 8 samples
+// interleave pairs of vectors for the stage h = 1.  With 256-bit vectors (8
+// floats or 4 doubles) each pair of vectors is loaded with its 128-bit halves
+// traded, which puts the top lane bit across the pair, then splits even and odd lanes
+// once per remaining stage, which rotates the next index bit across the pair;
+// a last trade of halves restores the rows.  The lane moves only carry
+// samples, so every addition keeps its two operands and the bits don't depend
+// on the width.  Column networks combine R whole vectors at a stride.  The
+// kernels, their unaligned twins and the dispatchers are units of their own;
+// the loops of the blocked orders live in src/wht/passes.h.
 #include <cmath>
 #include <sstream>
 #include <string>
@@ -20,16 +27,113 @@ namespace gen {
 
 namespace {
 
+struct Sample;
+// Writes the stages h < lanes of a network held in `count` vectors v0, v1, ...
+using LaneStages = std::string (*)(const Sample& s, int count);
+
 struct Sample {
-    const char* suffix;  // 32f or 64f
-    const char* real;    // float or double
-    const char* vector;  // kv::v4f or kv::v2d
-    int lanes;
-    Type type;
+    const char* suffix;     // 32f or 64f
+    const char* real;       // float or double
+    const char* vector;     // kv::v4f, kv::v2d (128 bits) or kv::v8f, kv::v4d (256 bits)
+    int lanes;              // samples per vector
+    Type type;              // F32 or F64
+    const char* broadcast;  // the vector of one sample in every lane
+    // the access classes of 16-byte aligned arrays (src, dst and the work
+    // buffer in the aligned kernels) and of unaligned ones (src, dst in the twins)
+    const char* aligned;
+    const char* unaligned;
+    LaneStages laneStages;
+    // with 256-bit vectors, the access class of 128-bit halves: the network
+    // loads each pair of vectors with their halves already traded
+    const char* halves;
 };
 
-const Sample real32{"32f", "float", "kv::v4f", 4, Type::F32};
-const Sample real64{"64f", "double", "kv::v2d", 2, Type::F64};
+std::string butterfly(const Sample& s, const std::string& a, const std::string& b, const std::string& indent)
+{
+    return indent + "{ const " + s.vector + " t = " + a + "; " + a + " = kv::add(t, " + b + "); " + b + " = kv::sub(t, " + b +
+           "); }\n";
+}
+
+// Four floats per vector: each 4x4 block is transposed, takes the stages
+// h = 1, 2 as whole-vector arithmetic and is transposed back.
+std::string transposedBlocks(const Sample&, int count)
+{
+    std::ostringstream out;
+    // stages 1 and 2 across the columns of each 4x4 block
+    for (int g = 0; g < count; g += 4) {
+        const std::string v0 = "v" + std::to_string(g), v1 = "v" + std::to_string(g + 1),
+                          v2 = "v" + std::to_string(g + 2), v3 = "v" + std::to_string(g + 3);
+        out << "    kv::transpose4(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
+        out << "    {\n"
+            << "        const kv::v4f p0 = kv::add(" << v0 << ", " << v1 << "), p1 = kv::sub(" << v0 << ", " << v1 << ");\n"
+            << "        const kv::v4f p2 = kv::add(" << v2 << ", " << v3 << "), p3 = kv::sub(" << v2 << ", " << v3 << ");\n"
+            << "        " << v0 << " = kv::add(p0, p2);\n        " << v2 << " = kv::sub(p0, p2);\n"
+            << "        " << v1 << " = kv::add(p1, p3);\n        " << v3 << " = kv::sub(p1, p3);\n"
+            << "    }\n";
+        out << "    kv::transpose4(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
+    }
+    return out.str();
+}
+
+// Two doubles per vector: the stage h = 1 between the interleaved lanes of
+// each pair of vectors.
+std::string interleavedPairs(const Sample&, int count)
+{
+    std::ostringstream out;
+    // stage 1 within each pair of vectors, then back to rows
+    for (int j = 0; j < count; j += 2) {
+        const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
+        out << "    {\n"
+            << "        const kv::v2d even = kv::unpackLow(" << a << ", " << b << "), odd = kv::unpackHigh(" << a << ", "
+            << b << ");\n"
+            << "        const kv::v2d sum = kv::add(even, odd), difference = kv::sub(even, odd);\n"
+            << "        " << a << " = kv::unpackLow(sum, difference);\n"
+            << "        " << b << " = kv::unpackHigh(sum, difference);\n"
+            << "    }\n";
+    }
+    return out.str();
+}
+
+// 256-bit vectors of two 128-bit halves: per pair of vectors (a, b), whose
+// index bit h = lanes is 0 in a and 1 in b, the loads trade the halves, which
+// puts the top lane bit between a and b (an insert of a 128-bit load costs
+// less than a move across halves in registers); each split of even and odd
+// lanes then rotates the bits (pair, lane 0, .., lane top-1) by one place, so
+// that the lane bits 0, 1, .. come between a and b in turn, each taking its
+// stage there; after the last rotation the top lane bit is back between a and
+// b and a trade of halves in registers restores the rows for the stage
+// h = lanes.  Four lane moves per vector for three stages of 8 floats, three
+// for two stages of 4 doubles.
+std::string exchangedPairs(const Sample& s, int count)
+{
+    std::ostringstream out;
+    for (int j = 0; j < count; j += 2) {
+        const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
+        // the halves were traded by the loads
+        out << "    {\n";
+        for (int h = 1; h < s.lanes; h *= 2)
+            out << "        kv::splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
+        out << "        kv::exchangeHalves(" << a << ", " << b << ");\n    }\n";
+    }
+    return out.str();
+}
+
+const Sample real32{"32f", "float", "kv::v4f", 4, Type::F32, "kv::set1f", "kv::AlignedAccess", "kv::UnalignedAccess",
+                    transposedBlocks, nullptr};
+const Sample real64{"64f", "double", "kv::v2d", 2, Type::F64, "kv::set1", "kv::AlignedAccess", "kv::UnalignedAccess",
+                    interleavedPairs, nullptr};
+// The 256-bit forms: a kernel knows its arrays to be aligned to 16 bytes, not
+// 32, so every 256-bit access is an unaligned move, which costs no more than
+// an aligned one where the address happens to be a multiple of 32; aligned
+// kernels and twins differ in their route only.
+const Sample wide32{"32f", "float", "kv::v8f", 8, Type::F32, "kv::set1f8", "kv::WideAccess", "kv::WideAccess",
+                    exchangedPairs, "kv::UnalignedAccess"};
+const Sample wide64{"64f", "double", "kv::v4d", 4, Type::F64, "kv::set1d", "kv::WideAccess", "kv::WideAccess",
+                    exchangedPairs, "kv::UnalignedAccess"};
+
+// The sample descriptions of the target the generator writes for.
+const Sample& single() { return target().wide() ? wide32 : real32; }
+const Sample& dual() { return target().wide() ? wide64 : real64; }
 
 // Scalar network of 2^order samples (the small orders that stay scalar).
 std::string scalarNetwork(const Sample& s, int order)
@@ -69,43 +173,24 @@ std::string vectorNetwork(const Sample& s, int order)
         << "template <class Load, class Store, bool Scaled>\n"
         << "inline void network" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
         << s.vector << " s)\n{\n";
-    for (int j = 0; j < count; ++j)
-        out << "    " << s.vector << " v" << j << " = Load::loadVector(x + " << j * s.lanes << ");\n";
-    if (s.lanes == 4) {
-        // stages 1 and 2 across the columns of each 4x4 block
-        for (int g = 0; g < count; g += 4) {
-            const std::string v0 = "v" + std::to_string(g), v1 = "v" + std::to_string(g + 1),
-                              v2 = "v" + std::to_string(g + 2), v3 = "v" + std::to_string(g + 3);
-            out << "    kv::transpose4(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
-            out << "    {\n"
-                << "        const kv::v4f p0 = kv::add(" << v0 << ", " << v1 << "), p1 = kv::sub(" << v0 << ", " << v1 << ");\n"
-                << "        const kv::v4f p2 = kv::add(" << v2 << ", " << v3 << "), p3 = kv::sub(" << v2 << ", " << v3 << ");\n"
-                << "        " << v0 << " = kv::add(p0, p2);\n        " << v2 << " = kv::sub(p0, p2);\n"
-                << "        " << v1 << " = kv::add(p1, p3);\n        " << v3 << " = kv::sub(p1, p3);\n"
-                << "    }\n";
-            out << "    kv::transpose4(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
-        }
+    if (s.halves != nullptr) {
+        const int half = s.lanes / 2;
+        for (int j = 0; j < count; j += 2)
+            for (int k = 0; k < 2; ++k)
+                out << "    " << s.vector << " v" << j + k << " = kv::join(" << s.halves << "::loadVector(x + "
+                    << j * s.lanes + k * half << "), " << s.halves << "::loadVector(x + " << (j + 1) * s.lanes + k * half
+                    << "));\n";
     } else {
-        // stage 1 within each pair of vectors, then back to rows
-        for (int j = 0; j < count; j += 2) {
-            const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
-            out << "    {\n"
-                << "        const kv::v2d even = kv::unpackLow(" << a << ", " << b << "), odd = kv::unpackHigh(" << a << ", "
-                << b << ");\n"
-                << "        const kv::v2d sum = kv::add(even, odd), difference = kv::sub(even, odd);\n"
-                << "        " << a << " = kv::unpackLow(sum, difference);\n"
-                << "        " << b << " = kv::unpackHigh(sum, difference);\n"
-                << "    }\n";
-        }
+        for (int j = 0; j < count; ++j)
+            out << "    " << s.vector << " v" << j << " = Load::loadVector(x + " << j * s.lanes << ");\n";
     }
+    out << s.laneStages(s, count);
     // whole-vector stages: vectors j and j + step, step = h / lanes
-    for (int h = s.lanes == 4 ? 4 : 2, step = 1; h < n; h *= 2, step *= 2) {
+    for (int h = s.lanes, step = 1; h < n; h *= 2, step *= 2) {
         for (int j = 0; j < count; ++j) {
             if (j & step)
                 continue;
-            const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + step);
-            out << "    { const " << s.vector << " t = " << a << "; " << a << " = kv::add(t, " << b << "); " << b
-                << " = kv::sub(t, " << b << "); }\n";
+            out << butterfly(s, "v" + std::to_string(j), "v" + std::to_string(j + step), "    ");
         }
     }
     for (int j = 0; j < count; ++j)
@@ -128,9 +213,7 @@ std::string columnNetwork(const Sample& s, int radix)
         for (int r = 0; r < radix; ++r) {
             if (r & step)
                 continue;
-            const std::string a = "v" + std::to_string(r), b = "v" + std::to_string(r + step);
-            out << "    { const " << s.vector << " t = " << a << "; " << a << " = kv::add(t, " << b << "); " << b
-                << " = kv::sub(t, " << b << "); }\n";
+            out << butterfly(s, "v" + std::to_string(r), "v" + std::to_string(r + step), "    ");
         }
     for (int r = 0; r < radix; ++r)
         out << "    Store::storeVector(y + " << r << " * stride, Scaled ? kv::mul(v" << r << ", s) : v" << r << ");\n";
@@ -145,16 +228,16 @@ std::string networksHeader()
         << "// Butterfly networks of the Walsh-Hadamard kernels.\n"
         << "#pragma once\n#include \"" << target().simdHeader() << "\"\n\nnamespace wht {\n\n";
     for (int order = 1; order <= 3; ++order)
-        out << scalarNetwork(real32, order);
+        out << scalarNetwork(single(), order);
     for (int order = 1; order <= 2; ++order)
-        out << scalarNetwork(real64, order);
+        out << scalarNetwork(dual(), order);
     for (int order = 4; order <= 7; ++order)
-        out << vectorNetwork(real32, order);
+        out << vectorNetwork(single(), order);
     for (int order = 3; order <= 7; ++order)
-        out << vectorNetwork(real64, order);
+        out << vectorNetwork(dual(), order);
     for (int radix : {8, 16, 32}) {
-        out << columnNetwork(real32, radix);
-        out << columnNetwork(real64, radix);
+        out << columnNetwork(single(), radix);
+        out << columnNetwork(dual(), radix);
     }
     out << "}  // namespace wht\n";
     return out.str();
@@ -168,7 +251,7 @@ struct Passes {
 
 Passes passesOf(const Sample& s, int order)
 {
-    if (s.lanes == 4) {
+    if (s.type == Type::F32) {
         switch (order) {
         case 8: return {32, 8, 0, 0, 0};
         case 9: return {64, 8, 0, 0, 0};
@@ -193,7 +276,7 @@ int bufferBytes(const Sample& s, int order)
 {
     if (order < 8)
         return 0;
-    const int size = s.lanes == 4 ? 4 : 8;
+    const int size = s.type == Type::F32 ? 4 : 8;
     return ((1 << order) + passesOf(s, order).strip) * size;
 }
 
@@ -201,7 +284,7 @@ std::string kernelUnit(const Sample& s, int order)
 {
     const int n = 1 << order;
     const bool blocked = order >= 8;
-    const bool vector = s.lanes == 4 ? order >= 4 : order >= 3;
+    const bool vector = s.type == Type::F32 ? order >= 4 : order >= 3;
     const bool twin = order >= 4;
     const std::string name = "kvtgWHT_" + std::to_string(order) + "_" + s.suffix;
     const std::string twinName = "owngWHT_" + std::to_string(order) + "_" + s.suffix + "_unaligned";
@@ -211,18 +294,18 @@ std::string kernelUnit(const Sample& s, int order)
     const std::string callArgs = std::string("src, dst, flag") + (blocked ? ", buffer" : "");
     const std::string byN = literal(s.type, roundTo(s.type, 1.0L / n));
     const std::string bySqrt = literal(s.type, roundTo(s.type, 1.0L / std::sqrt(static_cast<long double>(n))));
-    const std::string broadcast = s.lanes == 4 ? "kv::set1f(s)" : "kv::set1(s)";
+    const std::string broadcast = std::string(s.broadcast) + "(s)";
 
     std::ostringstream out;
     out << "// Generated by kvtgen; do not edit.\n"
-        << "// Walsh-Hadamard transform of order " << order << " (" << n << " samples), " << (s.lanes == 4 ? "Real32" : "Real64")
+        << "// Walsh-Hadamard transform of order " << order << " (" << n << " samples), " << (s.type == Type::F32 ? "Real32" : "Real64")
         << ".\n#include \"frame.h\"\n#include \"wht/passes.h\"\n#include \"wht_networks.h\"\n\nnamespace {\n\n";
     out << (twin ? "template <class Access>\n" : "") << "inline Status run(" << args << ")\n{\n"
         << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
         << "    " << real << " s;\n"
         << "    if (!kvtg::pickFactor<" << real << ">(flag, kvtg::Direction::Both, " << byN << ", " << bySqrt << ", s))\n"
         << "        return StatusBadFlag;\n";
-    const std::string access = twin ? "Access" : "kv::UnalignedAccess";
+    const std::string access = twin ? "Access" : s.unaligned;
     if (!vector) {
         out << "    wht::network" << s.suffix << "_" << order << "(src, dst, s);\n";
     } else if (!blocked) {
@@ -237,10 +320,10 @@ std::string kernelUnit(const Sample& s, int order)
         const std::string types = real + ", " + s.vector + ", ";
         auto network = [&](const std::string& load) {
             return "wht::network" + std::string(s.suffix) + "_" + std::to_string(static_cast<int>(std::log2(p.block))) + "<" +
-                   load + ", kv::AlignedAccess, false>";
+                   load + ", " + s.aligned + ", false>";
         };
         auto columns = [&](int radix, const std::string& store, bool scaled) {
-            return "wht::columns" + std::string(s.suffix) + "_" + std::to_string(radix) + "<kv::AlignedAccess, " + store +
+            return "wht::columns" + std::string(s.suffix) + "_" + std::to_string(radix) + "<" + s.aligned + ", " + store +
                    (scaled ? ", true>" : ", false>");
         };
         if (p.strip == 0) {
@@ -253,7 +336,7 @@ std::string kernelUnit(const Sample& s, int order)
                 << "    for (int t = 0; t < " << n / stripLength << "; ++t) {\n"
                 << "        wht::blockPass<" << types << network(access) << ">(src + t * " << stripLength << ", strip, "
                 << stripLength << ", " << p.block << ");\n"
-                << "        wht::columnPass<" << types << columns(p.stripRadix, "kv::AlignedAccess", false) << ">(strip, main + t * "
+                << "        wht::columnPass<" << types << columns(p.stripRadix, s.aligned, false) << ">(strip, main + t * "
                 << stripLength << ", " << stripLength / p.stripRadix << ", " << s.lanes << ", " << broadcast << ");\n"
                 << "    }\n"
                 << "    wht::columnPass<" << types << columns(p.finalRadix, access, true) << ">(main, dst, " << stripLength << ", "
@@ -265,10 +348,10 @@ std::string kernelUnit(const Sample& s, int order)
     if (twin) {
         out << "extern \"C\" Status " << twinName << "(" << args << ");\n\n"
             << "extern \"C\" Status " << twinName << "(" << args << ")\n{\n"
-            << "    return run<kv::UnalignedAccess>(" << callArgs << ");\n}\n\n"
+            << "    return run<" << s.unaligned << ">(" << callArgs << ");\n}\n\n"
             << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n"
             << "    if (!kvtg::bothAligned16(src, dst))\n        return " << twinName << "(" << callArgs << ");\n"
-            << "    return run<kv::AlignedAccess>(" << callArgs << ");\n}\n";
+            << "    return run<" << s.aligned << ">(" << callArgs << ");\n}\n";
     } else {
         out << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n    return run(" << callArgs << ");\n}\n";
     }
@@ -310,7 +393,7 @@ std::string bufferSizeUnit(const Sample& s)
 void emitWht(const std::string& directory)
 {
     writeIfChanged(directory + "/wht_networks.h", networksHeader());
-    for (const Sample* s : {&real32, &real64}) {
+    for (const Sample* s : {&single(), &dual()}) {
         const std::string stem = std::string("pgenwht") + s->suffix + "w7";
         for (int order = 1; order <= 13; ++order)
             writeIfChanged(directory + "/" + stem + "_" + std::to_string(order) + ".cpp", kernelUnit(*s, order));

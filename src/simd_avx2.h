@@ -74,6 +74,48 @@ inline void store4d(double* p, v4d v) { _mm256_storeu_pd(p, v); }
 inline v8f load8(const float* p) { return _mm256_loadu_ps(p); }
 inline void store8(float* p, v8f v) { _mm256_storeu_ps(p, v); }
 
+// ---- pairs of vectors in the Walsh-Hadamard networks: a holds the samples
+// whose index bit of the pair is 0, b those where it is 1.  Both moves only
+// carry samples between lanes and vectors.
+// a takes the lower 128-bit halves of a and b, b the upper halves: the pair's
+// bit and the lane bit of the halves trade places.
+inline void exchangeHalves(v8f& a, v8f& b)
+{
+    const v8f low = joinLow(a, b);
+    b = joinHigh(a, b);
+    a = low;
+}
+inline void exchangeHalves(v4d& a, v4d& b)
+{
+    const v4d low = joinLow(a, b);
+    b = joinHigh(a, b);
+    a = low;
+}
+// within each 128-bit half, a takes the even lanes of a and b, b the odd ones:
+// the lowest lane bit moves between the vectors, the pair's bit into the lanes
+inline void splitEvenOdd(v8f& a, v8f& b)
+{
+    const v8f even = shuffle<_MM_SHUFFLE(2, 0, 2, 0)>(a, b);
+    b = shuffle<_MM_SHUFFLE(3, 1, 3, 1)>(a, b);
+    a = even;
+}
+inline void splitEvenOdd(v4d& a, v4d& b)
+{
+    const v4d even = unpackLow(a, b);
+    b = unpackHigh(a, b);
+    a = even;
+}
+
+// 256-bit accesses of real samples for kernels that know their arrays to be
+// aligned to 16 bytes only: unaligned moves, as fast as aligned ones wherever
+// the address is a multiple of 32.
+struct WideAccess {
+    static v8f loadVector(const float* p) { return _mm256_loadu_ps(p); }
+    static v4d loadVector(const double* p) { return _mm256_loadu_pd(p); }
+    static void storeVector(float* p, v8f v) { _mm256_storeu_ps(p, v); }
+    static void storeVector(double* p, v4d v) { _mm256_storeu_pd(p, v); }
+};
+
 }  // namespace kv
 
 #endif
