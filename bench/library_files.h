@@ -1,7 +1,10 @@
 // Both files of the library in one program, for timing them side by side:
 // the baseline and, on a processor with x86-64-v3, the variant that the loader
 // would pick from glibc-hwcaps/x86-64-v3/ beside it.  Each is opened by path
-// with RTLD_LOCAL, so that each file's dispatchers reach its own kernels.
+// with RTLD_LOCAL and RTLD_DEEPBIND: the program itself is linked against the
+// library, so the file that the loader gave it sits in the global scope, and
+// without DEEPBIND the other file's dispatchers would call the kernels of the
+// loaded one.
 #ifndef KVTG_BENCH_LIBRARY_FILES_H
 #define KVTG_BENCH_LIBRARY_FILES_H
 
@@ -51,13 +54,13 @@ private:
         const std::string dir = at != std::string::npos ? loaded.substr(0, at) : loaded.substr(0, loaded.rfind('/'));
         paths[Baseline] = dir + "/libkvtgenn8.so.6.1";
         paths[Variant] = dir + hwcaps + "libkvtgenn8.so.6.1";
-        handles[Baseline] = dlopen(paths[Baseline].c_str(), RTLD_NOW | RTLD_LOCAL);
+        handles[Baseline] = dlopen(paths[Baseline].c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_DEEPBIND);
         if (handles[Baseline] == nullptr) {
             std::fprintf(stderr, "cannot load %s: %s\n", paths[Baseline].c_str(), dlerror());
             std::exit(1);
         }
         if (__builtin_cpu_supports("x86-64-v3"))
-            handles[Variant] = dlopen(paths[Variant].c_str(), RTLD_NOW | RTLD_LOCAL);
+            handles[Variant] = dlopen(paths[Variant].c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_DEEPBIND);
     }
     std::string paths[2];
     void* handles[2] = {nullptr, nullptr};

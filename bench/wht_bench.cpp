@@ -1,8 +1,9 @@
-// Walsh-Hadamard kernels against the textbook in-place loop (built with the
-// library's flags) and against the arithmetic limit of the library file the
-// loader gave: N log2 N additions and subtractions, `lanes` per instruction
-// (4 floats or 2 doubles in the SSE2 file, 8 or 4 in the x86-64-v3 file), two
-// instructions per cycle.
+// Walsh-Hadamard kernels of both library files (the baseline, "sse2", and the
+// x86-64-v3 build, "avx2", where this processor runs it) against the textbook
+// in-place loop (built with the baseline's flags) and against each file's
+// arithmetic limit: N log2 N additions and subtractions, `lanes` per
+// instruction (4 floats or 2 doubles in the SSE2 file, 8 or 4 in the
+// x86-64-v3 file), two instructions per cycle.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -14,7 +15,7 @@
 
 #include "bench_report.h"
 #include "kvtgen.h"
-#include "library_file.h"
+#include "library_files.h"
 #include "wht_textbook.h"
 
 namespace {
@@ -31,20 +32,24 @@ T* alignedSamples(int n)
     return x;
 }
 
+using bench::LibraryFiles;
+
 template <class T>
-void benchKernel(benchmark::State& state, int order)
+void benchKernel(benchmark::State& state, LibraryFiles::File file, int order)
 {
+    using Transform = Status (*)(const T*, T*, int32_t, int32_t, uint8_t*);
+    using BufferSize = Status (*)(int32_t, int32_t*);
+    const char* type = sizeof(T) == 4 ? "32f" : "64f";
+    const auto transform = LibraryFiles::get().function<Transform>(file, std::string("kvtgWHT_") + type);
+    const auto bufferSize = LibraryFiles::get().function<BufferSize>(file, std::string("kvtgWHTGetBufferSize_") + type);
     const int n = 1 << order;
     T* x = alignedSamples<T>(n);
     T* y = alignedSamples<T>(n);
     int32_t size = 0;
-    sizeof(T) == 4 ? kvtgWHTGetBufferSize_32f(order, &size) : kvtgWHTGetBufferSize_64f(order, &size);
+    bufferSize(order, &size);
     uint8_t* buffer = size ? reinterpret_cast<uint8_t*>(alignedSamples<double>(size / 8 + 1)) : nullptr;
     for (auto _ : state) {
-        if constexpr (sizeof(T) == 4)
-            kvtgWHT_32f(x, y, order, ScaleNone, buffer);
-        else
-            kvtgWHT_64f(x, y, order, ScaleNone, buffer);
+        transform(x, y, order, ScaleNone, buffer);
         benchmark::DoNotOptimize(y);
         benchmark::ClobberMemory();
     }
@@ -70,10 +75,20 @@ void benchTextbook(benchmark::State& state, int order)
 
 int main(int argc, char** argv)
 {
+    std::vector<LibraryFiles::File> files = {LibraryFiles::Baseline};
+    if (LibraryFiles::get().hasVariant())
+        files.push_back(LibraryFiles::Variant);
+    const auto ours = [](LibraryFiles::File file, const std::string& suffix) {
+        return std::string("kvtg-") + LibraryFiles::label(file) + "/" + suffix;
+    };
     for (int order = 1; order <= 13; ++order) {
-        benchmark::RegisterBenchmark(("kvtg/32f/" + std::to_string(order)).c_str(), benchKernel<float>, order);
+        for (LibraryFiles::File file : files)
+            benchmark::RegisterBenchmark(ours(file, "32f/" + std::to_string(order)).c_str(), benchKernel<float>, file,
+                                         order);
         benchmark::RegisterBenchmark(("loop/32f/" + std::to_string(order)).c_str(), benchTextbook<float>, order);
-        benchmark::RegisterBenchmark(("kvtg/64f/" + std::to_string(order)).c_str(), benchKernel<double>, order);
+        for (LibraryFiles::File file : files)
+            benchmark::RegisterBenchmark(ours(file, "64f/" + std::to_string(order)).c_str(), benchKernel<double>, file,
+                                         order);
         benchmark::RegisterBenchmark(("loop/64f/" + std::to_string(order)).c_str(), benchTextbook<double>, order);
     }
     benchmark::Initialize(&argc, argv);
@@ -82,19 +97,24 @@ int main(int argc, char** argv)
     // the fastest of three measurements: a worker that took the core away
     // only makes the clock look slower
     const double ghz = std::max({bench::measureClockGHz(), bench::measureClockGHz(), bench::measureClockGHz()});
-    const bool wide = bench::isVariantFile(bench::loadedLibraryFile());
-    std::printf("\nclock (measured) %.2f GHz; library %s; limit of %d-bit vectors\n", ghz,
-                bench::describeLoadedLibrary().c_str(), wide ? 256 : 128);
+    std::printf("\nclock (measured) %.2f GHz; limit = N log2 N / lanes / 2 per cycle, lanes of each file's vectors\n",
+                ghz);
     for (const char* type : {"32f", "64f"}) {
-        const int lanes = (type[0] == '3' ? 4 : 2) * (wide ? 2 : 1);
-        std::printf("\n%-4s %6s %10s %10s %8s %10s %10s\n", type, "order", "kvtg ns", "loop ns", "speedup", "limit ns",
-                    "vs limit");
+        std::printf("\n%-4s %6s %10s", type, "order", "loop ns");
+        for (LibraryFiles::File file : files)
+            std::printf(" %8s ns %8s %9s", LibraryFiles::label(file), "speedup", "vs limit");
+        std::printf("\n");
         for (int order = 1; order <= 13; ++order) {
             const std::string suffix = std::string(type) + "/" + std::to_string(order);
-            const double ours = results.ns("kvtg/" + suffix), loop = results.ns("loop/" + suffix);
-            const double n = std::ldexp(1.0, order);
-            const double limit = n * order / lanes / 2 / ghz;
-            std::printf("%-4s %6d %10.1f %10.1f %7.2fx %10.1f %9.2fx\n", "", order, ours, loop, loop / ours, limit, ours / limit);
+            const double loop = results.ns("loop/" + suffix);
+            std::printf("%-4s %6d %10.1f", "", order, loop);
+            for (LibraryFiles::File file : files) {
+                const int lanes = (type[0] == '3' ? 4 : 2) * (file == LibraryFiles::Variant ? 2 : 1);
+                const double kernel = results.ns(ours(file, suffix));
+                const double limit = std::ldexp(1.0, order) * order / lanes / 2 / ghz;
+                std::printf(" %11.1f %7.2fx %8.2fx", kernel, loop / kernel, kernel / limit);
+            }
+            std::printf("\n");
         }
     }
     benchmark::Shutdown();
