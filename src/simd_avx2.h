@@ -68,6 +68,63 @@ inline v8f join(v4f lo, v4f hi) { return _mm256_insertf128_ps(_mm256_castps128_p
 inline v4f lowHalf(v8f a) { return _mm256_castps256_ps128(a); }
 inline v4f highHalf(v8f a) { return _mm256_extractf128_ps(a, 1); }
 
+// lanes in reverse order
+inline v4d reverse(v4d a) { return _mm256_permute4x64_pd(a, 0x1B); }
+inline v8f reverse(v8f a) { return _mm256_permutevar8x32_ps(a, _mm256_set_epi32(0, 1, 2, 3, 4, 5, 6, 7)); }
+// rows a, b, c, d of a 4x4 matrix become its columns
+inline void transpose4(v4d& a, v4d& b, v4d& c, v4d& d)
+{
+    const v4d ab0 = _mm256_unpacklo_pd(a, b), ab1 = _mm256_unpackhi_pd(a, b);
+    const v4d cd0 = _mm256_unpacklo_pd(c, d), cd1 = _mm256_unpackhi_pd(c, d);
+    a = _mm256_permute2f128_pd(ab0, cd0, 0x20);
+    b = _mm256_permute2f128_pd(ab1, cd1, 0x20);
+    c = _mm256_permute2f128_pd(ab0, cd0, 0x31);
+    d = _mm256_permute2f128_pd(ab1, cd1, 0x31);
+}
+// rows r[0..7] of an 8x8 matrix become its columns
+inline void transpose8(v8f* r)
+{
+    const v8f t0 = _mm256_unpacklo_ps(r[0], r[1]), t1 = _mm256_unpackhi_ps(r[0], r[1]);
+    const v8f t2 = _mm256_unpacklo_ps(r[2], r[3]), t3 = _mm256_unpackhi_ps(r[2], r[3]);
+    const v8f t4 = _mm256_unpacklo_ps(r[4], r[5]), t5 = _mm256_unpackhi_ps(r[4], r[5]);
+    const v8f t6 = _mm256_unpacklo_ps(r[6], r[7]), t7 = _mm256_unpackhi_ps(r[6], r[7]);
+    const v8f u0 = _mm256_shuffle_ps(t0, t2, _MM_SHUFFLE(1, 0, 1, 0)), u1 = _mm256_shuffle_ps(t0, t2, _MM_SHUFFLE(3, 2, 3, 2));
+    const v8f u2 = _mm256_shuffle_ps(t1, t3, _MM_SHUFFLE(1, 0, 1, 0)), u3 = _mm256_shuffle_ps(t1, t3, _MM_SHUFFLE(3, 2, 3, 2));
+    const v8f u4 = _mm256_shuffle_ps(t4, t6, _MM_SHUFFLE(1, 0, 1, 0)), u5 = _mm256_shuffle_ps(t4, t6, _MM_SHUFFLE(3, 2, 3, 2));
+    const v8f u6 = _mm256_shuffle_ps(t5, t7, _MM_SHUFFLE(1, 0, 1, 0)), u7 = _mm256_shuffle_ps(t5, t7, _MM_SHUFFLE(3, 2, 3, 2));
+    r[0] = _mm256_permute2f128_ps(u0, u4, 0x20);
+    r[1] = _mm256_permute2f128_ps(u1, u5, 0x20);
+    r[2] = _mm256_permute2f128_ps(u2, u6, 0x20);
+    r[3] = _mm256_permute2f128_ps(u3, u7, 0x20);
+    r[4] = _mm256_permute2f128_ps(u0, u4, 0x31);
+    r[5] = _mm256_permute2f128_ps(u1, u5, 0x31);
+    r[6] = _mm256_permute2f128_ps(u2, u6, 0x31);
+    r[7] = _mm256_permute2f128_ps(u3, u7, 0x31);
+}
+// the lower half from lo, the upper half from hi: two 16-byte aligned pieces
+inline v4d loadHalves(const double* lo, const double* hi)
+{
+    return _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_load_pd(lo)), _mm_load_pd(hi), 1);
+}
+inline v8f loadHalves(const float* lo, const float* hi)
+{
+    return _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_load_ps(lo)), _mm_load_ps(hi), 1);
+}
+// one 16-byte aligned piece in both halves
+inline v4d broadcastHalf(const double* p) { return _mm256_broadcast_pd(reinterpret_cast<const __m128d*>(p)); }
+inline v8f broadcastHalf(const float* p) { return _mm256_broadcast_ps(reinterpret_cast<const __m128*>(p)); }
+// a store past the caches as two 16-byte pieces: needs 16-byte alignment only
+inline void streamHalves(double* p, v4d v)
+{
+    _mm_stream_pd(p, lowHalf(v));
+    _mm_stream_pd(p + 2, highHalf(v));
+}
+inline void streamHalves(float* p, v8f v)
+{
+    _mm_stream_ps(p, lowHalf(v));
+    _mm_stream_ps(p + 4, highHalf(v));
+}
+
 // 32-byte accesses: aligned where the kernel knows it, unaligned otherwise
 inline v4d load4d(const double* p) { return _mm256_loadu_pd(p); }
 inline void store4d(double* p, v4d v) { _mm256_storeu_pd(p, v); }

@@ -121,11 +121,32 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
     // the general path: the stage of the second list runs first
     T* const work = static_cast<T*>(root->work);
     Env3* const spans = Compute<T>::template first<Env3>(root->secondList);
+#if defined(KVTG_TARGET_AVX2)
+    // 32-byte vectors take two column groups or row blocks of the plan at a
+    // time; a pass with a single one keeps the 16-byte vectors
+    using Wide = Compute<T, 2 * Vec<T>::lanes>;
+    if (spans->rule == 1) {
+        Env5* const columns = Compute<T>::template first<Env5>(spans->firstList);
+        if (columns->vectors % Wide::factor == 0)
+            Wide::env5_compute(columns, work, src);
+        else
+            Compute<T>::env5_compute(columns, work, src);
+    }
+    Env2* const table = Compute<T>::template first<Env2>(root->firstList);
+    if (table->rule == 1) {
+        Env4* const rows = Compute<T>::template first<Env4>(table->firstList);
+        if (rows->blocks % Wide::factor == 0)
+            Wide::env4_compute(rows, dst, work);
+        else
+            Compute<T>::env4_compute(rows, dst, work);
+    }
+#else
     if (spans->rule == 1)
         Compute<T>::env5_compute(Compute<T>::template first<Env5>(spans->firstList), work, src);
     Env2* const table = Compute<T>::template first<Env2>(root->firstList);
     if (table->rule == 1)
         Compute<T>::env4_compute(Compute<T>::template first<Env4>(table->firstList), dst, work);
+#endif
     // the stores that bypassed the caches are ordered before the return
     _mm_sfence();
     return StatusOk;

@@ -12,13 +12,24 @@
 
 namespace dct4 {
 
-template <class T>
+// W is the vector's lanes: by default those of the 16-byte vector that the
+// plan's counts and tables are laid out for (tableLanes).  A wider vector
+// takes `factor` neighbouring column groups or row blocks of the plan at a
+// time, and reads two table groups per vector (or one group twice, where
+// its values are equal in all lanes); the caller sees that the counts divide.
+template <class T, int W = Vec<T>::lanes>
 struct Compute {
-    using VT = Vec<T>;
+    using VT = Vec<T, W>;
     using V = typename VT::V;
-    using C = Complex<T>;
-    using K = Kernels<T>;
+    using C = Complex<T, W>;
+    using K = Kernels<T, W>;
     static constexpr int lanes = VT::lanes;
+    static constexpr int tableLanes = Tables<T>::lanes;
+    static constexpr int factor = lanes / tableLanes;
+    static_assert(factor * tableLanes == lanes, "a vector holds whole table groups");
+    // samples from the table of one row block of radix R to the next
+    template <int R>
+    static constexpr int64_t blockTable = 2 * tableLanes * R;
 
     template <class Record>
     static Record* first(EnvList* list)
@@ -69,10 +80,11 @@ struct Compute {
         if (env->rule == 7) {
             // all column groups at once: each stage runs its groups side by side,
             // so that neighbouring groups share the cache lines of their strided reads
-            env7_compute(first<Env7>(env->firstList), dst, env->stride, src, 0, env->lastIndex, env->vectors);
+            env7_compute(first<Env7>(env->firstList), dst, env->stride, src, 0, env->lastIndex,
+                         env->vectors / factor);
             return StatusOk;
         }
-        for (int32_t b = 0; b < env->vectors; ++b) {
+        for (int32_t b = 0; b < env->vectors / factor; ++b) {
             const int32_t column = lanes * b;
             withSpan(env->rule, [&](auto size) {
                 spanGroup<size()>(src, column, env->radix2, env->lastIndex - column, env->radix2, dst + column,
@@ -136,7 +148,7 @@ struct Compute {
         }
         for (int32_t row = 0; row < rows; ++row)
             for (int32_t k = 0; k < width; k += lanes)
-                VT::stream(to + row * toStride + k, kv::AlignedAccess::loadVector(from + row * fromStride + k));
+                VT::stream(to + row * toStride + k, VT::loadAligned(from + row * fromStride + k));
     }
 
     // Column groups per pass through a scratch buffer of `rows` rows.
@@ -235,10 +247,19 @@ struct Compute {
         }
     }
 
-    // (re + i im)(c + i s) with the table's cosine and sine vectors
+    // (re + i im)(c + i s) with a cosine and sine pair of a table whose
+    // values are equal in all lanes (the combine's, and the fold's own)
     static KVTG_INLINE C rotate(C z, const T* pair)
     {
-        const V c = kv::AlignedAccess::loadVector(pair), s = kv::AlignedAccess::loadVector(pair + lanes);
+        const V c = VT::tableBroadcast(pair), s = VT::tableBroadcast(pair + tableLanes);
+        return {kv::sub(kv::mul(c, z.re), kv::mul(s, z.im)), kv::add(kv::mul(s, z.re), kv::mul(c, z.im))};
+    }
+    // the same with the rotations of a fold block of radix R, whose lanes are
+    // rows: a wider vector takes its upper lanes from the next block's table
+    template <int R>
+    static KVTG_INLINE C rotateRows(C z, const T* pair)
+    {
+        const V c = VT::tableGroups(pair, blockTable<R>), s = VT::tableGroups(pair + tableLanes, blockTable<R>);
         return {kv::sub(kv::mul(c, z.re), kv::mul(s, z.im)), kv::add(kv::mul(s, z.re), kv::mul(c, z.im))};
     }
 
@@ -249,12 +270,11 @@ struct Compute {
     static KVTG_INLINE void combineGroup(const T* sectionA, const T* sectionB, int32_t i, const T* block,
                                          int64_t inStride, Out&& output)
     {
-        constexpr int32_t pairWidth = 2 * lanes;
+        constexpr int32_t pairWidth = 2 * tableLanes;
         constexpr int parts = S == 16 ? 4 : 8;  // s' of the two-level forms
         // V[t]: real part in row t, imaginary part in row s + t of the block
         const auto input = [&](int t) -> C {
-            return {kv::AlignedAccess::loadVector(block + int64_t(t) * inStride),
-                    kv::AlignedAccess::loadVector(block + int64_t(S + t) * inStride)};
+            return {VT::loadAligned(block + int64_t(t) * inStride), VT::loadAligned(block + int64_t(S + t) * inStride)};
         };
         if constexpr (S <= 8) {
             const T* pairs = sectionA + int64_t(i) * (S - 1) * pairWidth;
@@ -301,7 +321,7 @@ struct Compute {
     static void combine(Env8* env, T* dst, int64_t dstStride, const T* src, int64_t srcStride, int32_t groups)
     {
         const int32_t m = env->span;
-        constexpr int32_t pairWidth = 2 * lanes;
+        constexpr int32_t pairWidth = 2 * tableLanes;
         constexpr int parts = S == 16 ? 4 : 8;
         const int32_t half = m / 2;
         const T* table = static_cast<const T*>(env->table);
@@ -340,8 +360,8 @@ struct Compute {
                             T* const row = straight ? column + 2 * (l >= S / 2 ? env->lastIndex - p : p) * dstStride
                                                     : column + 2 * l * width;
                             const int64_t next = straight ? dstStride : width;
-                            kv::AlignedAccess::storeVector(row, x.re);
-                            kv::AlignedAccess::storeVector(row + next, x.im);
+                            VT::storeAligned(row, x.re);
+                            VT::storeAligned(row + next, x.im);
                         });
                     }
                 };
@@ -382,7 +402,7 @@ struct Compute {
     // (j, R-1-j) by (2j+1) pi / 2R as cosine and sine vectors.
     template <int R>
     struct FoldSteps {
-        alignas(16) T rotation[R / 2][2 * lanes];
+        alignas(16) T rotation[R / 2][2 * tableLanes];
         int32_t offset[R];
     };
     // Not constexpr: the cosine and sine of long double are constant
@@ -392,13 +412,13 @@ struct Compute {
     {
         FoldSteps<R> steps{};
         for (int j = 0; j < R / 2; ++j)
-            for (int l = 0; l < lanes; ++l) {
+            for (int l = 0; l < tableLanes; ++l) {
                 // the angle as Kernels::rotate<2j+1, 2R> takes it, so that the values are the same
                 steps.rotation[j][l] = static_cast<T>(__builtin_cosl(kPi * (2 * j + 1) / (2 * R)));
-                steps.rotation[j][lanes + l] = static_cast<T>(__builtin_sinl(kPi * (2 * j + 1) / (2 * R)));
+                steps.rotation[j][tableLanes + l] = static_cast<T>(__builtin_sinl(kPi * (2 * j + 1) / (2 * R)));
             }
         for (int j = 0; j < R; ++j)
-            steps.offset[j] = 2 * lanes * ColumnOrder::position(R, j);
+            steps.offset[j] = 2 * tableLanes * ColumnOrder::position(R, j);
         return steps;
     }
     template <int R>
@@ -443,8 +463,8 @@ struct Compute {
         if constexpr (k < lanes) {
             const FoldSteps<R>& steps = foldSteps<R>;
             const int32_t column = J + k, mirror = R - 1 - J - k;
-            const C a = rotate({re[k], im[k]}, table + steps.offset[column]);
-            const C b = rotate({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]}, table + steps.offset[mirror]);
+            const C a = rotateRows<R>({re[k], im[k]}, table + steps.offset[column]);
+            const C b = rotateRows<R>({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]}, table + steps.offset[mirror]);
             // the butterfly of the pair, its difference rotated by (2 column + 1) pi / 2R
             plus[column] = {kv::add(a.re, b.re), kv::sub(a.im, b.im)};
             minus[column] = rotate({kv::sub(a.re, b.re), kv::add(a.im, b.im)}, steps.rotation[column]);
@@ -457,7 +477,7 @@ struct Compute {
     template <int R, class Out>
     static KVTG_INLINE void foldBlock(const Env4* env, const T* table, const T* src, int32_t b, Out&& out)
     {
-        const T* rows = src + int64_t(b) * env->rowStep;
+        const T* rows = src + int64_t(b) * factor * env->rowStep;
         // lane l takes the row pair l of the block: real parts, then imaginary parts
         if constexpr (R >= 2 * lanes) {
             C plus[R / 2], minus[R / 2];
@@ -465,14 +485,22 @@ struct Compute {
             K::template foldHalves<R>(plus, minus, out);
         } else {
             V re[R], im[R];
-            for (int j = 0; j < R; ++j) {
-                re[j] = VT::gather(rows + j, env->radix2);
-                im[j] = VT::gather(rows + R + j, env->radix2);
+            if constexpr (factor > 1 && R >= lanes) {
+                // whole rows of the block, transposed
+                for (int j = 0; j < R; j += lanes) {
+                    VT::gatherBlock(rows + j, env->radix2, re + j);
+                    VT::gatherBlock(rows + R + j, env->radix2, im + j);
+                }
+            } else {
+                for (int j = 0; j < R; ++j) {
+                    re[j] = VT::gather(rows + j, env->radix2);
+                    im[j] = VT::gather(rows + R + j, env->radix2);
+                }
             }
             C z[R];
             for (int c = 0; c < R; ++c) {
                 const int j = ColumnOrder::of(R)[c];
-                z[j] = rotate({re[j], im[j]}, table + 2 * lanes * c);
+                z[j] = rotateRows<R>({re[j], im[j]}, table + 2 * tableLanes * c);
             }
             V y[2 * R];
             K::template fold<R>(z, y);
@@ -491,6 +519,7 @@ struct Compute {
     {
         const T* table = static_cast<const T*>(env->table);
         const int64_t span = env->span;
+        // a vector's rows take `factor` blocks of the table
         constexpr int32_t tableStep = 2 * lanes * R;
         int32_t b = 0;
         if (span * int64_t(sizeof(T)) >= 2048) {
@@ -500,13 +529,13 @@ struct Compute {
             constexpr int32_t run = stagedBlocks * lanes;
             alignas(16) T up[R][run], down[R][run];
             const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes;
-            for (; b + stagedBlocks <= env->blocks; b += stagedBlocks) {
+            for (; b + stagedBlocks <= env->blocks / factor; b += stagedBlocks) {
                 for (int32_t k = 0; k < stagedBlocks; ++k)
                     foldBlock<R>(env, table + int64_t(b + k) * tableStep, src, b + k, [&](int y, V v) KVTG_LAMBDA_INLINE {
                         if (y >= R)
-                            kv::AlignedAccess::storeVector(up[y - R] + lanes * k, v);
+                            VT::storeAligned(up[y - R] + lanes * k, v);
                         else
-                            kv::AlignedAccess::storeVector(down[R - 1 - y] + run - lanes * (k + 1), VT::reverse(v));
+                            VT::storeAligned(down[R - 1 - y] + run - lanes * (k + 1), VT::reverse(v));
                     });
                 const int64_t p = lanes * b;
                 for (int q = 0; q < R; ++q) {
@@ -520,7 +549,7 @@ struct Compute {
                 }
             }
         }
-        for (; b < env->blocks; ++b) {
+        for (; b < env->blocks / factor; ++b) {
             const int64_t p = lanes * b;
             foldBlock<R>(env, table + int64_t(b) * tableStep, src, b, [&](int y, V v) KVTG_LAMBDA_INLINE {
                 if (y >= R)
