@@ -13,6 +13,7 @@
 
 #include "bench_report.h"
 #include "kvtgen.h"
+#include "library_files.h"
 
 namespace {
 
@@ -50,9 +51,7 @@ struct Peer<float> {
         fftwf_free(in);
         fftwf_free(out);
     }
-    static Status alloc(DctPlan** p, int n) { return kvtgDCT4InitAlloc_32f(p, n); }
-    static Status run(const float* s, float* d, DctPlan* p) { return kvtgDCT4_32f(s, d, p); }
-    static void release(DctPlan* p) { kvtgDCT4Free_32f(p); }
+    static constexpr const char* type = "32f";
 };
 template <>
 struct Peer<double> {
@@ -86,24 +85,30 @@ struct Peer<double> {
         fftw_free(in);
         fftw_free(out);
     }
-    static Status alloc(DctPlan** p, int n) { return kvtgDCT4InitAlloc_64f(p, n); }
-    static Status run(const double* s, double* d, DctPlan* p) { return kvtgDCT4_64f(s, d, p); }
-    static void release(DctPlan* p) { kvtgDCT4Free_64f(p); }
+    static constexpr const char* type = "64f";
 };
 
+using bench::LibraryFiles;
+
+// A plan of one library file, made, run and released by that file.
 template <class T>
-void benchPlan(benchmark::State& state, int n)
+void benchPlan(benchmark::State& state, LibraryFiles::File file, int n)
 {
+    const LibraryFiles& files = LibraryFiles::get();
+    const std::string type = Peer<T>::type;
+    const auto alloc = files.function<Status (*)(DctPlan**, int32_t)>(file, "kvtgDCT4InitAlloc_" + type);
+    const auto run = files.function<Status (*)(const T*, T*, DctPlan*)>(file, "kvtgDCT4_" + type);
+    const auto release = files.function<Status (*)(DctPlan*)>(file, "kvtgDCT4Free_" + type);
     DctPlan* plan = nullptr;
-    Peer<T>::alloc(&plan, n);
+    alloc(&plan, n);
     std::vector<T> x(static_cast<std::size_t>(n)), y(x.size());
     for (int i = 0; i < n; ++i)
         x[static_cast<std::size_t>(i)] = static_cast<T>(std::sin(i + 1.0));
     for (auto _ : state) {
-        Peer<T>::run(x.data(), y.data(), plan);
+        run(x.data(), y.data(), plan);
         benchmark::ClobberMemory();
     }
-    Peer<T>::release(plan);
+    release(plan);
 }
 
 template <class T>
@@ -120,12 +125,20 @@ void benchCopy(benchmark::State& state, int n)
 
 int main(int argc, char** argv)
 {
+    std::vector<LibraryFiles::File> files = {LibraryFiles::Baseline};
+    if (LibraryFiles::get().hasVariant())
+        files.push_back(LibraryFiles::Variant);
+    const auto ours = [](LibraryFiles::File file, const std::string& suffix) {
+        return std::string("kvtg-") + LibraryFiles::label(file) + "/" + suffix;
+    };
     for (const char* type : {"32f", "64f"}) {
         const bool single = type[0] == '3';
         for (int log2n = 6; log2n <= 22; ++log2n) {
             const int n = 1 << log2n;
             const std::string suffix = std::string(type) + "/" + std::to_string(n);
-            benchmark::RegisterBenchmark(("kvtg/" + suffix).c_str(), single ? benchPlan<float> : benchPlan<double>, n);
+            for (LibraryFiles::File file : files)
+                benchmark::RegisterBenchmark(ours(file, suffix).c_str(), single ? benchPlan<float> : benchPlan<double>,
+                                             file, n);
             benchmark::RegisterBenchmark(("redft11/" + suffix).c_str(), single ? Peer<float>::redft : Peer<double>::redft, n);
             benchmark::RegisterBenchmark(("fft/" + suffix).c_str(), single ? Peer<float>::fft : Peer<double>::fft, n);
             if (log2n >= 20)
@@ -136,24 +149,33 @@ int main(int argc, char** argv)
     bench::Collector results;
     benchmark::RunSpecifiedBenchmarks(&results);
     for (const char* type : {"32f", "64f"}) {
-        std::printf("\n%-4s %9s %12s %12s %12s %9s %9s\n", type, "N", "kvtg ns", "redft11 ns", "fft N/2 ns", "vs redft",
-                    "vs fft");
-        std::vector<double> ratios;
+        std::printf("\n%-4s %9s %12s %12s", type, "N", "redft11 ns", "fft N/2 ns");
+        for (LibraryFiles::File file : files)
+            std::printf(" %9s ns %8s %8s", LibraryFiles::label(file), "vs redft", "vs fft");
+        std::printf("\n");
+        std::map<LibraryFiles::File, std::vector<double>> ratios;
         for (int log2n = 6; log2n <= 22; ++log2n) {
             const std::string suffix = std::string(type) + "/" + std::to_string(1 << log2n);
-            const double ours = results.ns("kvtg/" + suffix), redft = results.ns("redft11/" + suffix),
-                         fft = results.ns("fft/" + suffix);
-            if (log2n <= 20)
-                ratios.push_back(redft / ours);
-            std::printf("%-4s %9d %12.0f %12.0f %12.0f %8.2fx %8.2fx\n", "", 1 << log2n, ours, redft, fft, redft / ours,
-                        ours / fft);
+            const double redft = results.ns("redft11/" + suffix), fft = results.ns("fft/" + suffix);
+            std::printf("%-4s %9d %12.0f %12.0f", "", 1 << log2n, redft, fft);
+            for (LibraryFiles::File file : files) {
+                const double kernel = results.ns(ours(file, suffix));
+                if (log2n <= 20)
+                    ratios[file].push_back(redft / kernel);
+                std::printf(" %12.0f %7.2fx %7.2fx", kernel, redft / kernel, kernel / fft);
+            }
+            std::printf("\n");
         }
-        std::printf("%-4s geometric mean over 2^6..2^20: %.2fx REDFT11's speed\n", type, bench::geometricMean(ratios));
+        for (LibraryFiles::File file : files)
+            std::printf("%-4s %s geometric mean over 2^6..2^20: %.2fx REDFT11's speed\n", type,
+                        LibraryFiles::label(file), bench::geometricMean(ratios[file]));
         for (int log2n = 20; log2n <= 22; ++log2n) {
             const std::string suffix = std::string(type) + "/" + std::to_string(1 << log2n);
             const double bytes = 2.0 * (1 << log2n) * (type[0] == '3' ? 4 : 8);  // read src, write dst
-            std::printf("%-4s %9d  kvtg %6.2f GB/s, copy %6.2f GB/s\n", "", 1 << log2n, bytes / results.ns("kvtg/" + suffix),
-                        bytes / results.ns("copy/" + suffix));
+            std::printf("%-4s %9d  copy %6.2f GB/s", "", 1 << log2n, bytes / results.ns("copy/" + suffix));
+            for (LibraryFiles::File file : files)
+                std::printf(", %s %6.2f GB/s", LibraryFiles::label(file), bytes / results.ns(ours(file, suffix)));
+            std::printf("\n");
         }
     }
     benchmark::Shutdown();
