@@ -21,8 +21,11 @@ Type wideType(Type t)
 bool isLeaf(const Node& n) { return n.op == Op::Input || n.op == Op::Const || n.op == Op::Param; }
 
 struct Options {
-    bool seedOutputs;  // pairs asked for by neighbouring outputs, followed down
+    // pairs asked for by the outputs, followed down: none, neighbouring
+    // outputs, or the outputs whose computations share the most shape
+    enum Seeds { None, Neighbours, Shapes } seeds;
     bool crossMoves;   // pairs whose operands need moves across halves
+    bool lookahead;    // such pairs count one instruction less where their users pair too
 };
 
 // Instructions of a graph's nodes that the roots need: what holds no value
@@ -72,11 +75,12 @@ private:
     // Cost of computing x and y as one 256-bit node minus the cost of two
     // 128-bit nodes; x in the lower half.
     int pairGain(int lo, int hi) const;
+    bool usersPair(int lo, int hi) const;
     int inputPartner(int id, int half) const;
 
     bool combined(int x, int y) const;
     bool dependsOn(int later, int earlier) const;
-    void seedFromOutputs(int lo, int hi);
+    int seedFromOutputs(int lo, int hi, bool commit);
 
     void assignNarrow(int id);
     void assignWide(int lo, int hi);
@@ -174,6 +178,22 @@ int Packer::pairGain(int lo, int hi) const
     return wide - narrow;
 }
 
+// Whether a user of lo and a user of hi can be paired with the same operand
+// slots: a pair paid for with moves then serves the next pair for free.
+bool Packer::usersPair(int lo, int hi) const
+{
+    for (int u : users_[static_cast<std::size_t>(lo)])
+        for (int v : users_[static_cast<std::size_t>(hi)]) {
+            if (!compatible(u, v))
+                continue;
+            const Node& a = node(u);
+            const Node& b = node(v);
+            if ((a.a == lo && b.a == hi) || (a.b == lo && b.b == hi))
+                return true;
+        }
+    return false;
+}
+
 int Packer::inputPartner(int id, int half) const
 {
     // the Input node whose read lies just above (half 0: id is the lower
@@ -220,31 +240,43 @@ bool Packer::dependsOn(int later, int earlier) const
     return false;
 }
 
-// Neighbouring outputs want to be computed side by side; so do the operands of
-// two paired nodes, as far down as the two computations have the same shape.
-void Packer::seedFromOutputs(int lo, int hi)
+// Two outputs want to be computed side by side; so do the operands of two
+// paired nodes, as far down as the two computations have the same shape.
+// Returns the number of pairs; `commit` false only counts them.
+int Packer::seedFromOutputs(int lo, int hi, bool commit)
 {
     std::vector<std::pair<int, int>> stack{{lo, hi}};
+    std::vector<int> claimed;
+    int pairs = 0;
+    auto taken = [&](int id) {
+        return wanted_[static_cast<std::size_t>(id)] >= 0 || std::find(claimed.begin(), claimed.end(), id) != claimed.end();
+    };
     while (!stack.empty()) {
         const auto [x, y] = stack.back();
         stack.pop_back();
         if (x < 0 || y < 0 || x == y || isLeaf(node(x)) || isLeaf(node(y)))
             continue;
-        if (wanted_[static_cast<std::size_t>(x)] >= 0 || wanted_[static_cast<std::size_t>(y)] >= 0)
+        if (taken(x) || taken(y) || !compatible(x, y) || combined(x, y) || combined(y, x))
             continue;
-        if (!compatible(x, y) || combined(x, y) || combined(y, x) ||
-            (x > y ? dependsOn(x, y) : dependsOn(y, x)))
+        if (commit && (x > y ? dependsOn(x, y) : dependsOn(y, x)))
             continue;
-        wanted_[static_cast<std::size_t>(x)] = y;
-        wantedHalf_[static_cast<std::size_t>(x)] = 0;
-        wanted_[static_cast<std::size_t>(y)] = x;
-        wantedHalf_[static_cast<std::size_t>(y)] = 1;
+        ++pairs;
+        if (commit) {
+            wanted_[static_cast<std::size_t>(x)] = y;
+            wantedHalf_[static_cast<std::size_t>(x)] = 0;
+            wanted_[static_cast<std::size_t>(y)] = x;
+            wantedHalf_[static_cast<std::size_t>(y)] = 1;
+        } else {
+            claimed.push_back(x);
+            claimed.push_back(y);
+        }
         const Node& a = node(x);
         const Node& b = node(y);
         stack.push_back({a.a, b.a});
         if (a.b != a.a)
             stack.push_back({a.b, b.b});
     }
+    return pairs;
 }
 
 int Packer::value256(int lo, int hi)
@@ -368,13 +400,39 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
                 leafUsers[operand].push_back(id);
     }
 
-    for (std::size_t i = 0; i + 1 < stores.size(); ++i) {
-        const VectorStore& a = stores[i];
-        const VectorStore& b = stores[i + 1];
-        const int lanes = node(a.node).type == Type::V2D ? 2 : 4;
-        if (options_.seedOutputs && a.full && b.full && b.offset == a.offset + lanes) {
-            seedFromOutputs(a.node, b.node);
-            ++i;
+    if (options_.seeds == Options::Neighbours) {
+        for (std::size_t i = 0; i + 1 < stores.size(); ++i) {
+            const VectorStore& a = stores[i];
+            const VectorStore& b = stores[i + 1];
+            const int lanes = node(a.node).type == Type::V2D ? 2 : 4;
+            if (a.full && b.full && b.offset == a.offset + lanes) {
+                seedFromOutputs(a.node, b.node, true);
+                ++i;
+            }
+        }
+    }
+    if (options_.seeds == Options::Shapes) {
+        // outputs paired by the size of the computation they share in shape,
+        // neighbours first among equals
+        std::vector<std::pair<int, std::pair<int, int>>> candidates;
+        for (std::size_t i = 0; i < stores.size(); ++i)
+            for (std::size_t j = i + 1; j < stores.size(); ++j)
+                if (stores[i].full && stores[j].full) {
+                    const int size = seedFromOutputs(stores[i].node, stores[j].node, false);
+                    if (size > 0)
+                        candidates.push_back({-size, {static_cast<int>(i), static_cast<int>(j)}});
+                }
+        std::stable_sort(candidates.begin(), candidates.end(),
+                         [](const auto& a, const auto& b) { return a.first < b.first; });
+        std::vector<bool> used(stores.size(), false);
+        for (const auto& candidate : candidates) {
+            const auto [i, j] = candidate.second;
+            if (used[static_cast<std::size_t>(i)] || used[static_cast<std::size_t>(j)])
+                continue;
+            if (seedFromOutputs(stores[static_cast<std::size_t>(i)].node, stores[static_cast<std::size_t>(j)].node, true) > 0) {
+                used[static_cast<std::size_t>(i)] = true;
+                used[static_cast<std::size_t>(j)] = true;
+            }
         }
     }
 
@@ -452,7 +510,7 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
                         continue;
                     for (int h = 0; h < 2; ++h) {
                         const int lo = h == 0 ? x : y, hi = h == 0 ? y : x;
-                        const int gain = pairGain(lo, hi);
+                        const int gain = pairGain(lo, hi) - (options_.lookahead && usersPair(lo, hi) ? 1 : 0);
                         if (gain < best) {
                             best = gain;
                             bestLo = lo;
@@ -521,12 +579,14 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
 PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span)
 {
     PackedKernel best;
-    for (Options options : {Options{true, true}, Options{true, false}, Options{false, true}, Options{false, false}}) {
+    for (Options::Seeds seeds : {Options::None, Options::Neighbours, Options::Shapes})
+        for (int moves = 0; moves < 3; ++moves) {
+        const Options options{seeds, moves > 0, moves > 1};
         Packer packer(narrow, span, options);
         PackedKernel packed = packer.run(stores);
         if (best.stores.empty() || packed.cost < best.cost)
             best = std::move(packed);
-    }
+        }
     return best;
 }
 
