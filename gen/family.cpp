@@ -46,6 +46,8 @@ const char* typeName(Type type)
     case Type::F64: return "double";
     case Type::V2D: return "kv::v2d";
     case Type::V4F: return "kv::v4f";
+    case Type::V4D: return "kv::v4d";
+    case Type::V8F: return "kv::v8f";
     }
     return "?";
 }
@@ -55,6 +57,19 @@ std::string valueOf(const Graph& graph, int id)
 {
     const Node& n = graph.node(id);
     if (n.op == Op::Const) {
+        if (n.type == Type::V4D || n.type == Type::V8F) {
+            // a 256-bit constant: the lanes of its two 128-bit halves
+            const Node& lo = graph.node(n.a);
+            const Node& hi = graph.node(n.b);
+            if (n.type == Type::V4D)
+                return "kv::set4d(" + literal(Type::F64, lo.lane0) + ", " + literal(Type::F64, lo.lane1) + ", " +
+                       literal(Type::F64, hi.lane0) + ", " + literal(Type::F64, hi.lane1) + ")";
+            std::string text;
+            for (const Node* half : {&lo, &hi})
+                for (double lane : {half->lane0, half->lane1, half->lane2, half->lane3})
+                    text += (text.empty() ? "" : ", ") + literal(Type::F32, lane);
+            return "kv::set8(" + text + ")";
+        }
         if (n.type == Type::V2D)
             return "kv::set2(" + literal(Type::F64, n.lane0) + ", " + literal(Type::F64, n.lane1) + ")";
         if (n.type == Type::V4F)
@@ -114,7 +129,7 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
         const Node& n = graph.node(id);
         if (n.op == Op::Const)
             continue;
-        const bool vector = n.type == Type::V2D || n.type == Type::V4F;
+        const bool vector = n.type != Type::F32 && n.type != Type::F64;
         std::string expr;
         const std::string a = n.a >= 0 ? valueOf(graph, n.a) : "";
         const std::string b = n.b >= 0 ? valueOf(graph, n.b) : "";
@@ -134,7 +149,11 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
             break;
         case Op::Neg: expr = vector ? "kv::neg(" + a + ")" : "-" + a; break;
         case Op::ZeroSub:
-            expr = vector ? std::string(n.type == Type::V4F ? "kv::sub(kv::zero4(), " : "kv::sub(kv::zero2(), ") + a + ")"
+            expr = vector ? std::string(n.type == Type::V4F   ? "kv::sub(kv::zero4(), "
+                                        : n.type == Type::V4D ? "kv::sub(kv::zero4d(), "
+                                        : n.type == Type::V8F ? "kv::sub(kv::zero8(), "
+                                                              : "kv::sub(kv::zero2(), ") +
+                                a + ")"
                           : (n.type == Type::F32 ? "0.0f - " : "0.0 - ") + a;
             break;
         case Op::Widen: expr = "static_cast<double>(" + a + ")"; break;
@@ -149,6 +168,9 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
             else
                 expr = "kv::shuffle<" + std::to_string(n.index) + ">(" + a + ", " + b + ")";
             break;
+        case Op::Join: expr = "kv::join(" + a + ", " + b + ")"; break;
+        case Op::Extract: expr = std::string(n.index == 0 ? "kv::lowHalf(" : "kv::highHalf(") + a + ")"; break;
+        case Op::Permute2: expr = "kv::permuteHalves<" + std::to_string(n.index) + ">(" + a + ", " + b + ")"; break;
         case Op::Const: break;
         }
         out << indent << "const " << typeName(n.type) << " t" << id << " = " << expr << ";\n";

@@ -57,10 +57,10 @@ std::string keyOf(const Node& n)
 bool isCommutative(Op op) { return op == Op::Add || op == Op::Mul; }
 }  // namespace
 
-int Graph::make(const Node& proto)
+int Graph::make(const Node& proto, bool canonical)
 {
     Node n = proto;
-    if (isCommutative(n.op) && n.a > n.b && n.op == Op::Add)
+    if (canonical && isCommutative(n.op) && n.a > n.b && n.op == Op::Add)
         std::swap(n.a, n.b);
     const std::string key = keyOf(n);
     auto found = memo_.find(key);

@@ -2,7 +2,8 @@
 //
 // Every node is one arithmetic operation on a scalar (Real32/Real64) or on a
 // 128-bit vector: two doubles (V2D) or four floats (V4F, in the complex kernels
-// two complex numbers, real part first).  Nodes are created through smart constructors
+// two complex numbers, real part first).  Graphs of the 256-bit target also hold
+// V4D and V8F values, each two 128-bit values side by side (gen/wide_pairs.h).  Nodes are created through smart constructors
 // that hash-cons equal expressions and apply only rewrites that are exact in
 // IEEE arithmetic: a negation is merged into the addition or subtraction that
 // consumes it, a multiplication by 1 disappears, a negative constant becomes a
@@ -17,7 +18,7 @@
 
 namespace gen {
 
-enum class Type : std::uint8_t { F32, F64, V2D, V4F };
+enum class Type : std::uint8_t { F32, F64, V2D, V4F, V4D, V8F };
 enum class Op : std::uint8_t {
     Input,    // sample slot `index` of src
     Param,    // run-time value named `index` (the scale factor)
@@ -32,6 +33,10 @@ enum class Op : std::uint8_t {
     SwapNeg,  // (re, im) -> (-im, re) per complex number: multiplication by i
     Swap,     // (re, im) -> (im, re) per complex number
     Shuffle,  // V4F: lanes 0,1 from a and lanes 2,3 from b, chosen by the selector in `index`
+    // 256-bit values only (V4D, V8F); a 256-bit Const names its 128-bit halves in a and b
+    Join,      // 128-bit a in the lower half, 128-bit b in the upper half
+    Extract,   // the 128-bit half `index` (0 lower, 1 upper) of a
+    Permute2,  // halves of a and b as the immediate `index` of a vperm2f128 selects them
 };
 
 struct Node {
@@ -90,6 +95,10 @@ public:
     int swapNeg(int a);
     int swapHalves(int a);  // (re, im) -> (im, re) per complex number
 
+    // A node as given, without rewrites or reordering of operands (hash-consed
+    // all the same): the wide packing copies nodes whose rewrites are done.
+    int raw(const Node& node) { return make(node, false); }
+
     const Node& node(int id) const { return nodes_[static_cast<std::size_t>(id)]; }
     int size() const { return static_cast<int>(nodes_.size()); }
 
@@ -98,7 +107,7 @@ public:
     OpCounts count(const std::vector<int>& roots) const;
 
 private:
-    int make(const Node& node);
+    int make(const Node& node, bool canonical = true);
     bool isNeg(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Neg; }
     bool isConst(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Const; }
 

@@ -35,6 +35,10 @@ inline v4d joinLow(v4d a, v4d b) { return _mm256_permute2f128_pd(a, b, 0x20); }
 inline v4d joinHigh(v4d a, v4d b) { return _mm256_permute2f128_pd(a, b, 0x31); }
 inline v4d join(v2d lo, v2d hi) { return _mm256_insertf128_pd(_mm256_castpd128_pd256(lo), hi, 1); }
 inline v2d lowHalf(v4d a) { return _mm256_castpd256_pd128(a); }
+// halves of a and b as a vperm2f128 selects them: bits 0-1 the lower half of
+// the result, bits 4-5 the upper (0, 1: halves of a; 2, 3: halves of b)
+template <int selector>
+inline v4d permuteHalves(v4d a, v4d b) { return _mm256_permute2f128_pd(a, b, selector); }
 inline v2d highHalf(v4d a) { return _mm256_extractf128_pd(a, 1); }
 
 // ---- eight floats: four complex numbers, or eight real parts of independent butterflies
@@ -66,6 +70,8 @@ inline v8f joinLow(v8f a, v8f b) { return _mm256_permute2f128_ps(a, b, 0x20); }
 inline v8f joinHigh(v8f a, v8f b) { return _mm256_permute2f128_ps(a, b, 0x31); }
 inline v8f join(v4f lo, v4f hi) { return _mm256_insertf128_ps(_mm256_castps128_ps256(lo), hi, 1); }
 inline v4f lowHalf(v8f a) { return _mm256_castps256_ps128(a); }
+template <int selector>
+inline v8f permuteHalves(v8f a, v8f b) { return _mm256_permute2f128_ps(a, b, selector); }
 inline v4f highHalf(v8f a) { return _mm256_extractf128_ps(a, 1); }
 
 // lanes in reverse order

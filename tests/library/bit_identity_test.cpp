@@ -191,6 +191,36 @@ TEST(BitIdentity, ComplexKernelsAndDispatchers)
     }
 }
 
+// Inputs where a wrong lane or a wrong sign of a zero shows at once: an
+// impulse at each sample (real and imaginary part), and all zeros of either sign.
+template <class T>
+void compareComplexStructured(const std::string& prefix, const std::string& suffix)
+{
+    using Kernel = Status (*)(const T*, T*, int32_t);
+    for (int n = 2; n <= 64; ++n) {
+        const std::string kernel = prefix + std::to_string(n) + "_" + suffix;
+        std::vector<std::vector<T>> inputs = {std::vector<T>(2 * n, T(0)), std::vector<T>(2 * n, -T(0))};
+        for (int i = 0; i < 2 * n; ++i) {
+            std::vector<T> impulse(2 * n, -T(0));
+            impulse[static_cast<std::size_t>(i)] = T(i % 3 == 0 ? -1.5 : 0.75);
+            inputs.push_back(impulse);
+        }
+        for (const std::vector<T>& input : inputs)
+            for (const Placement& p : {Placement{0, 0, false}, Placement{8, 0, false}})
+                compare<T>(at(kernel.c_str(), ScaleFwdByN, p), input, input.size(), p,
+                           [&](const Library& lib, const T* s, T* d) { return lib.fn<Kernel>(kernel)(s, d, ScaleFwdByN); });
+    }
+}
+
+TEST(BitIdentity, ComplexKernelsOnImpulsesAndZeros)
+{
+    for (const char* dir : {"Fwd", "Inv"}) {
+        const std::string prefix = std::string("kvtgDFT") + dir + "_CToC_";
+        compareComplexStructured<float>(prefix, "32fc");
+        compareComplexStructured<double>(prefix, "64fc");
+    }
+}
+
 // The packed layouts hold N + 2 (CCS, even N), N + 1 (CCS, odd N) or N samples.
 std::size_t packedCount(const std::string& layout, int n)
 {

@@ -1,0 +1,69 @@
+// Packing of a 128-bit operation graph onto 256-bit vectors.
+//
+// The 256-bit target runs the kernels of the 128-bit graph unchanged in their
+// arithmetic: the pass pairs isomorphic 128-bit nodes (same operation, same
+// selector, operands that sit side by side) into one 256-bit node whose lower
+// half is one of them and whose upper half the other.  Every lane then computes
+// exactly the operation the 128-bit graph gives it, with the same operands in
+// the same order, so the results are bit for bit the same.  Constants of the
+// two halves merge into one 256-bit constant and the scale factor is
+// broadcast.  Where the halves of an operand do not line up the pass inserts
+// a move across halves (an insertion, a half permutation or an extraction),
+// and it leaves a node 128-bit where pairing would cost more instructions than
+// it saves.
+#ifndef KVTGEN_WIDE_PAIRS_H
+#define KVTGEN_WIDE_PAIRS_H
+
+#include <functional>
+#include <vector>
+
+#include "graph.h"
+
+namespace gen {
+
+// One store of a kernel's outputs: `node` is written at `offset` real numbers
+// into the destination; `full` stores write the whole 128-bit vector (only
+// full stores at neighbouring places can become one 256-bit store).
+struct VectorStore {
+    int node;
+    int offset;
+    bool full;
+};
+
+// A store of the packed kernel: `node` is a node of the packed graph, 256-bit
+// when `wide` (it then covers the stores `first` and `first + 1` of the
+// list given), else 128-bit for store `first`.
+struct PackedStore {
+    int node;
+    bool wide;
+    int first;
+};
+
+struct PackedKernel {
+    Graph graph{false};
+    std::vector<PackedStore> stores;
+    int wideNodes = 0;     // 256-bit arithmetic nodes
+    int narrowNodes = 0;   // 128-bit arithmetic nodes left
+    int moves = 0;         // joins, half permutations and extractions
+    // instructions of the packed kernel and of the 128-bit one: arithmetic,
+    // moves across halves (an extraction of a lower half is free), loads and stores
+    int cost = 0;
+    int narrowCost = 0;
+};
+
+// Where a 128-bit Input node reads its four floats or two doubles from: the
+// offset in real numbers of a contiguous 16-byte read, or -1 when the node
+// reads something else (a half, or two separate places).
+using InputSpan = std::function<int(const Node&)>;
+
+// Packs the graph whose outputs are `stores`.  A 256-bit Input node of the
+// result reads 32 contiguous bytes from the offset in its `index`.  Of the
+// packings the pass tries (pairs asked for by neighbouring outputs or found
+// from the inputs up, with or without moves across halves) it returns the one
+// of fewest instructions; the caller keeps the 128-bit kernel where that is
+// not cheaper.
+PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span);
+
+}  // namespace gen
+
+#endif
