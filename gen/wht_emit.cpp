@@ -249,7 +249,27 @@ struct Passes {
     int block, radix, strip, stripRadix, finalRadix;
 };
 
-Passes passesOf(const Sample& s, int order)
+// With 256-bit vectors a network holds twice the samples in the same
+// registers, and some splits of the 128-bit form no longer fit in 16 of them:
+// those orders take other splits there.  Any split runs the stages in the same
+// order, lowest first, so every output is the same sum; only the strip length,
+// and with it the buffer size, must stay as in the 128-bit form.
+Passes widePassesOf(const Sample& s, int order, Passes narrow)
+{
+    if (s.type == Type::F32) {
+        switch (order) {
+        case 11: return {128, 16, 0, 0, 0};  // 32 rows of the radix-32 columns would spill
+        default: return narrow;
+        }
+    }
+    switch (order) {
+    case 10: return {64, 16, 0, 0, 0};     // a block of 128 doubles is 32 vectors
+    case 13: return {64, 0, 1024, 16, 8};  // likewise
+    default: return narrow;
+    }
+}
+
+Passes narrowPassesOf(const Sample& s, int order)
 {
     if (s.type == Type::F32) {
         switch (order) {
@@ -269,6 +289,12 @@ Passes passesOf(const Sample& s, int order)
     case 12: return {32, 0, 256, 8, 16};
     default: return {128, 0, 1024, 8, 8};
     }
+}
+
+Passes passesOf(const Sample& s, int order)
+{
+    const Passes narrow = narrowPassesOf(s, order);
+    return s.halves != nullptr ? widePassesOf(s, order, narrow) : narrow;
 }
 
 // Bytes of the work buffer: N samples, plus one strip for a three-pass kernel.
