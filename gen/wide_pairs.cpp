@@ -21,9 +21,10 @@ Type wideType(Type t)
 bool isLeaf(const Node& n) { return n.op == Op::Input || n.op == Op::Const || n.op == Op::Param; }
 
 struct Options {
-    // pairs asked for by the outputs, followed down: none, neighbouring
-    // outputs, or the outputs whose computations share the most shape
-    enum Seeds { None, Neighbours, Shapes } seeds;
+    // pairs asked for from the start: none, pairs asked for by
+    // neighbouring outputs, the outputs whose computations share the most
+    // shape, or the same steps of neighbouring parallel transforms
+    enum Seeds { None, Neighbours, Shapes, Groups } seeds;
     bool crossMoves;   // pairs whose operands need moves across halves
     bool lookahead;    // such pairs count one instruction less where their users pair too
 };
@@ -81,6 +82,8 @@ private:
     bool combined(int x, int y) const;
     bool dependsOn(int later, int earlier) const;
     int seedFromOutputs(int lo, int hi, bool commit);
+    void seedFromGroups(const std::vector<bool>& live);
+    bool seedPair(int lo, int hi);
 
     void assignNarrow(int id);
     void assignWide(int lo, int hi);
@@ -279,6 +282,61 @@ int Packer::seedFromOutputs(int lo, int hi, bool commit)
     return pairs;
 }
 
+bool Packer::seedPair(int lo, int hi)
+{
+    if (lo == hi || isLeaf(node(lo)) || isLeaf(node(hi)))
+        return false;
+    if (wanted_[static_cast<std::size_t>(lo)] >= 0 || wanted_[static_cast<std::size_t>(hi)] >= 0)
+        return false;
+    if (!compatible(lo, hi) || combined(lo, hi) || combined(hi, lo))
+        return false;
+    if (lo > hi ? dependsOn(lo, hi) : dependsOn(hi, lo))
+        return false;
+    wanted_[static_cast<std::size_t>(lo)] = hi;
+    wantedHalf_[static_cast<std::size_t>(lo)] = 0;
+    wanted_[static_cast<std::size_t>(hi)] = lo;
+    wantedHalf_[static_cast<std::size_t>(hi)] = 1;
+    return true;
+}
+
+// The transforms of a stage are the same computation on other data: the
+// k-th node made for transform 2j pairs with the k-th node made for
+// transform 2j + 1 (the lower half takes the even transform, so that
+// neighbouring samples meet in the loads and stores).  Outer stages first;
+// inner transforms pair what the outer ones leave.
+void Packer::seedFromGroups(const std::vector<bool>& live)
+{
+    std::map<std::pair<int, int>, std::vector<int>> members;
+    std::map<int, int> depthOf;
+    for (int id = 0; id < g_.size(); ++id) {
+        if (!live[static_cast<std::size_t>(id)] || isLeaf(node(id)))
+            continue;
+        const auto& groups = g_.groupsOf(id);
+        for (std::size_t d = 0; d < groups.size(); ++d) {
+            members[groups[d]].push_back(id);
+            depthOf.emplace(groups[d].first, static_cast<int>(d));
+        }
+    }
+    std::vector<std::pair<int, int>> scopes;  // (depth, scope)
+    for (const auto& [scope, depth] : depthOf)
+        scopes.push_back({depth, scope});
+    std::sort(scopes.begin(), scopes.end());
+    for (const auto& entry : scopes) {
+        const int scope = entry.second;
+        for (int group = 0;; group += 2) {
+            const auto lower = members.find({scope, group});
+            const auto upper = members.find({scope, group + 1});
+            if (lower == members.end() && upper == members.end() && !members.count({scope, group + 2}))
+                break;
+            if (lower == members.end() || upper == members.end())
+                continue;
+            const std::size_t count = std::min(lower->second.size(), upper->second.size());
+            for (std::size_t k = 0; k < count; ++k)
+                seedPair(lower->second[k], upper->second[k]);
+        }
+    }
+}
+
 int Packer::value256(int lo, int hi)
 {
     auto found = wideOf_.find({lo, hi});
@@ -411,6 +469,8 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
             }
         }
     }
+    if (options_.seeds == Options::Groups)
+        seedFromGroups(live);
     if (options_.seeds == Options::Shapes) {
         // outputs paired by the size of the computation they share in shape,
         // neighbours first among equals
@@ -579,7 +639,7 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
 PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span)
 {
     PackedKernel best;
-    for (Options::Seeds seeds : {Options::None, Options::Neighbours, Options::Shapes})
+    for (Options::Seeds seeds : {Options::None, Options::Neighbours, Options::Shapes, Options::Groups})
         for (int moves = 0; moves < 3; ++moves) {
         const Options options{seeds, moves > 0, moves > 1};
         Packer packer(narrow, span, options);
