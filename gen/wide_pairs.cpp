@@ -24,7 +24,8 @@ struct Options {
     // pairs asked for from the start: none, pairs asked for by
     // neighbouring outputs, the outputs whose computations share the most
     // shape, or the same steps of neighbouring parallel transforms
-    enum Seeds { None, Neighbours, Shapes, Groups } seeds;
+    // (by their order, or lined up by the longest common sequence of steps)
+    enum Seeds { None, Neighbours, Shapes, Groups, AlignedGroups } seeds;
     bool crossMoves;   // pairs whose operands need moves across halves
     bool lookahead;    // such pairs count one instruction less where their users pair too
 };
@@ -82,7 +83,7 @@ private:
     bool combined(int x, int y) const;
     bool dependsOn(int later, int earlier) const;
     int seedFromOutputs(int lo, int hi, bool commit);
-    void seedFromGroups(const std::vector<bool>& live);
+    void seedFromGroups(const std::vector<bool>& live, bool align);
     bool seedPair(int lo, int hi);
 
     void assignNarrow(int id);
@@ -304,7 +305,7 @@ bool Packer::seedPair(int lo, int hi)
 // transform 2j + 1 (the lower half takes the even transform, so that
 // neighbouring samples meet in the loads and stores).  Outer stages first;
 // inner transforms pair what the outer ones leave.
-void Packer::seedFromGroups(const std::vector<bool>& live)
+void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
 {
     std::map<std::pair<int, int>, std::vector<int>> members;
     std::map<int, int> depthOf;
@@ -330,9 +331,35 @@ void Packer::seedFromGroups(const std::vector<bool>& live)
                 break;
             if (lower == members.end() || upper == members.end())
                 continue;
-            const std::size_t count = std::min(lower->second.size(), upper->second.size());
-            for (std::size_t k = 0; k < count; ++k)
-                seedPair(lower->second[k], upper->second[k]);
+            if (!align) {
+                const std::size_t count = std::min(lower->second.size(), upper->second.size());
+                for (std::size_t k = 0; k < count; ++k)
+                    seedPair(lower->second[k], upper->second[k]);
+                continue;
+            }
+            // the steps of the two transforms lined up by the longest common
+            // sequence of operations: a step that one of them has and the
+            // other not (a twiddle of one lane, a part that is zero) does not
+            // shift the pairs after it
+            const std::vector<int>& l = lower->second;
+            const std::vector<int>& u = upper->second;
+            const std::size_t rows = l.size() + 1, cols = u.size() + 1;
+            std::vector<int> common(rows * cols, 0);
+            for (std::size_t i = l.size(); i-- > 0;)
+                for (std::size_t j = u.size(); j-- > 0;)
+                    common[i * cols + j] = compatible(l[i], u[j]) ? common[(i + 1) * cols + j + 1] + 1
+                                                                   : std::max(common[(i + 1) * cols + j], common[i * cols + j + 1]);
+            for (std::size_t i = 0, j = 0; i < l.size() && j < u.size();) {
+                if (compatible(l[i], u[j]) && common[i * cols + j] == common[(i + 1) * cols + j + 1] + 1) {
+                    seedPair(l[i], u[j]);
+                    ++i;
+                    ++j;
+                } else if (common[(i + 1) * cols + j] >= common[i * cols + j + 1]) {
+                    ++i;
+                } else {
+                    ++j;
+                }
+            }
         }
     }
 }
@@ -469,8 +496,8 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
             }
         }
     }
-    if (options_.seeds == Options::Groups)
-        seedFromGroups(live);
+    if (options_.seeds == Options::Groups || options_.seeds == Options::AlignedGroups)
+        seedFromGroups(live, options_.seeds == Options::AlignedGroups);
     if (options_.seeds == Options::Shapes) {
         // outputs paired by the size of the computation they share in shape,
         // neighbours first among equals
@@ -639,7 +666,8 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
 PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span)
 {
     PackedKernel best;
-    for (Options::Seeds seeds : {Options::None, Options::Neighbours, Options::Shapes, Options::Groups})
+    for (Options::Seeds seeds : {Options::None, Options::Neighbours, Options::Shapes, Options::Groups,
+                                  Options::AlignedGroups})
         for (int moves = 0; moves < 3; ++moves) {
         const Options options{seeds, moves > 0, moves > 1};
         Packer packer(narrow, span, options);
