@@ -296,23 +296,32 @@ std::vector<Cx> ComplexBuilder::split(const Tree& tree, const std::vector<Cx>& x
     const bool twiddled = tree.kind == Tree::Kind::Twiddle;
     // first stage: b transforms of length a
     std::vector<std::vector<Cx>> u(static_cast<std::size_t>(b));
+    const int columns = g_.openScope();
     for (int n2 = 0; n2 < b; ++n2) {
         std::vector<Cx> column(static_cast<std::size_t>(a));
         for (int n1 = 0; n1 < a; ++n1) {
             const int index = twiddled ? b * n1 + n2 : (b * n1 + a * n2) % n;
             column[static_cast<std::size_t>(n1)] = x[static_cast<std::size_t>(index)];
         }
+        g_.enterGroup(columns, n2);
         u[static_cast<std::size_t>(n2)] = dft(first, column, sign);
+        g_.leaveGroup();
     }
     // second stage: a transforms of length b, with twiddles in a T split
     std::vector<Cx> out(static_cast<std::size_t>(n));
+    const int twiddles = g_.openScope();
+    const int rows = g_.openScope();
     for (int k1 = 0; k1 < a; ++k1) {
         std::vector<Cx> row(static_cast<std::size_t>(b));
+        g_.enterGroup(twiddles, k1);
         for (int n2 = 0; n2 < b; ++n2) {
             const Cx value = u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
             row[static_cast<std::size_t>(n2)] = twiddled ? rotate(value, static_cast<long long>(n2) * k1, n, sign) : value;
         }
+        g_.leaveGroup();
+        g_.enterGroup(rows, k1);
         const std::vector<Cx> v = dft(second, row, sign);
+        g_.leaveGroup();
         for (int k2 = 0; k2 < b; ++k2) {
             int k = k1 + a * k2;
             if (!twiddled) {

@@ -220,6 +220,8 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
     };
 
     std::vector<std::vector<SplitRef>> u(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a)));
+    // each block of four transforms below is one group of its stage for the 256-bit packing
+    const int columns = g_.openScope();
     if (alone(*tree.first, b)) {
         for (int n2 = 0; n2 < b; ++n2) {
             std::vector<SplitRef> column(static_cast<std::size_t>(a));
@@ -240,7 +242,9 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
                     group.push_back(x[static_cast<std::size_t>(inputIndex(n1, n2 + j))]);
                 column[static_cast<std::size_t>(n1)] = gather(group);
             }
+            g_.enterGroup(columns, n2 / 4);
             const std::vector<Cx> spectrum = uniform_.dft(*tree.first, column, sign);
+            g_.leaveGroup();
             for (int k1 = 0; k1 < a; ++k1) {
                 Cx v = spectrum[static_cast<std::size_t>(k1)];
                 if (twiddled) {
@@ -271,6 +275,7 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
         }
         return out;
     }
+    const int rows = g_.openScope();
     for (int k1 = 0; k1 < a; k1 += 4) {
         const int count = std::min(4, a - k1);
         std::vector<Cx> row(static_cast<std::size_t>(b));
@@ -280,7 +285,9 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
                 group.push_back(u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1 + j)]);
             row[static_cast<std::size_t>(n2)] = gather(group);
         }
+        g_.enterGroup(rows, k1 / 4);
         const std::vector<Cx> v = uniform_.dft(*tree.second, row, sign);
+        g_.leaveGroup();
         for (int k2 = 0; k2 < b; ++k2) {
             const std::vector<SplitRef> lanes = lanesOf(v[static_cast<std::size_t>(k2)], count);
             for (int j = 0; j < count; ++j)

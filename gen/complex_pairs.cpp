@@ -158,12 +158,15 @@ std::vector<HalfRef> PairedBuilder::split(const Tree& tree, const std::vector<Ha
     };
 
     std::vector<std::vector<HalfRef>> u(static_cast<std::size_t>(b), std::vector<HalfRef>(static_cast<std::size_t>(a)));
+    // each pair of transforms below is one group of its stage for the 256-bit packing
+    const int columns = g_.openScope();
     for (int n2 = 0; n2 < b; n2 += 2) {
         const int partner = n2 + 1 < b ? n2 + 1 : n2;
         std::vector<Cx> column(static_cast<std::size_t>(a));
         for (int n1 = 0; n1 < a; ++n1)
             column[static_cast<std::size_t>(n1)] =
                 gather(x[static_cast<std::size_t>(inputIndex(n1, n2))], x[static_cast<std::size_t>(inputIndex(n1, partner))]);
+        g_.enterGroup(columns, n2 / 2);
         const std::vector<Cx> spectrum = uniform_.dft(*tree.first, column, sign);
         for (int k1 = 0; k1 < a; ++k1) {
             Cx v = spectrum[static_cast<std::size_t>(k1)];
@@ -173,15 +176,19 @@ std::vector<HalfRef> PairedBuilder::split(const Tree& tree, const std::vector<Ha
             if (partner != n2)
                 u[static_cast<std::size_t>(partner)][static_cast<std::size_t>(k1)] = half(v, 1);
         }
+        g_.leaveGroup();
     }
     std::vector<HalfRef> out(static_cast<std::size_t>(n));
+    const int rows = g_.openScope();
     for (int k1 = 0; k1 < a; k1 += 2) {
         const int partner = k1 + 1 < a ? k1 + 1 : k1;
         std::vector<Cx> row(static_cast<std::size_t>(b));
         for (int n2 = 0; n2 < b; ++n2)
             row[static_cast<std::size_t>(n2)] = gather(u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)],
                                                        u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(partner)]);
+        g_.enterGroup(rows, k1 / 2);
         const std::vector<Cx> v = uniform_.dft(*tree.second, row, sign);
+        g_.leaveGroup();
         for (int k2 = 0; k2 < b; ++k2) {
             out[static_cast<std::size_t>(outputIndex(k1, k2))] = half(v[static_cast<std::size_t>(k2)], 0);
             if (partner != k1)

@@ -69,6 +69,10 @@ int Graph::make(const Node& proto, bool canonical)
     nodes_.push_back(n);
     const int id = static_cast<int>(nodes_.size()) - 1;
     memo_.emplace(key, id);
+    if (!groupStack_.empty()) {
+        groups_.resize(nodes_.size());
+        groups_.back() = groupStack_;
+    }
     return id;
 }
 

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace gen {
@@ -102,6 +103,21 @@ public:
     const Node& node(int id) const { return nodes_[static_cast<std::size_t>(id)]; }
     int size() const { return static_cast<int>(nodes_.size()); }
 
+    // Groups of parallel computation: a builder opens a scope for the
+    // independent transforms of a stage and marks the nodes made for the
+    // transform `group` of it.  The 256-bit packing pairs the same steps of
+    // neighbouring groups; the marks change nothing in the graph itself.
+    int openScope() { return scopes_++; }
+    void enterGroup(int scope, int group) { groupStack_.push_back({scope, group}); }
+    void leaveGroup() { groupStack_.pop_back(); }
+    // (scope, group) marks of a node, outermost first; empty when it was made
+    // outside every group (or first made in another one)
+    const std::vector<std::pair<int, int>>& groupsOf(int id) const
+    {
+        static const std::vector<std::pair<int, int>> none;
+        return static_cast<std::size_t>(id) < groups_.size() ? groups_[static_cast<std::size_t>(id)] : none;
+    }
+
     // Marks the nodes that the given roots depend on.
     std::vector<bool> liveSet(const std::vector<int>& roots) const;
     OpCounts count(const std::vector<int>& roots) const;
@@ -114,6 +130,9 @@ private:
     std::vector<Node> nodes_;
     std::unordered_map<std::string, int> memo_;
     bool canonicalSub_;
+    int scopes_ = 0;
+    std::vector<std::pair<int, int>> groupStack_;
+    std::vector<std::vector<std::pair<int, int>>> groups_;
 };
 
 // Rounds a long double to the precision of a type, as a double value.

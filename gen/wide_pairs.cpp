@@ -21,9 +21,11 @@ Type wideType(Type t)
 bool isLeaf(const Node& n) { return n.op == Op::Input || n.op == Op::Const || n.op == Op::Param; }
 
 struct Options {
-    // pairs asked for by the outputs, followed down: none, neighbouring
-    // outputs, or the outputs whose computations share the most shape
-    enum Seeds { None, Neighbours, Shapes } seeds;
+    // pairs asked for from the start: none, pairs asked for by
+    // neighbouring outputs, the outputs whose computations share the most
+    // shape, or the same steps of neighbouring parallel transforms
+    // (by their order, or lined up by the longest common sequence of steps)
+    enum Seeds { None, Neighbours, Shapes, Groups, AlignedGroups } seeds;
     bool crossMoves;   // pairs whose operands need moves across halves
     bool lookahead;    // such pairs count one instruction less where their users pair too
 };
@@ -81,6 +83,8 @@ private:
     bool combined(int x, int y) const;
     bool dependsOn(int later, int earlier) const;
     int seedFromOutputs(int lo, int hi, bool commit);
+    void seedFromGroups(const std::vector<bool>& live, bool align);
+    bool seedPair(int lo, int hi);
 
     void assignNarrow(int id);
     void assignWide(int lo, int hi);
@@ -279,6 +283,87 @@ int Packer::seedFromOutputs(int lo, int hi, bool commit)
     return pairs;
 }
 
+bool Packer::seedPair(int lo, int hi)
+{
+    if (lo == hi || isLeaf(node(lo)) || isLeaf(node(hi)))
+        return false;
+    if (wanted_[static_cast<std::size_t>(lo)] >= 0 || wanted_[static_cast<std::size_t>(hi)] >= 0)
+        return false;
+    if (!compatible(lo, hi) || combined(lo, hi) || combined(hi, lo))
+        return false;
+    if (lo > hi ? dependsOn(lo, hi) : dependsOn(hi, lo))
+        return false;
+    wanted_[static_cast<std::size_t>(lo)] = hi;
+    wantedHalf_[static_cast<std::size_t>(lo)] = 0;
+    wanted_[static_cast<std::size_t>(hi)] = lo;
+    wantedHalf_[static_cast<std::size_t>(hi)] = 1;
+    return true;
+}
+
+// The transforms of a stage are the same computation on other data: the
+// k-th node made for transform 2j pairs with the k-th node made for
+// transform 2j + 1 (the lower half takes the even transform, so that
+// neighbouring samples meet in the loads and stores).  Outer stages first;
+// inner transforms pair what the outer ones leave.
+void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
+{
+    std::map<std::pair<int, int>, std::vector<int>> members;
+    std::map<int, int> depthOf;
+    for (int id = 0; id < g_.size(); ++id) {
+        if (!live[static_cast<std::size_t>(id)] || isLeaf(node(id)))
+            continue;
+        const auto& groups = g_.groupsOf(id);
+        for (std::size_t d = 0; d < groups.size(); ++d) {
+            members[groups[d]].push_back(id);
+            depthOf.emplace(groups[d].first, static_cast<int>(d));
+        }
+    }
+    std::vector<std::pair<int, int>> scopes;  // (depth, scope)
+    for (const auto& [scope, depth] : depthOf)
+        scopes.push_back({depth, scope});
+    std::sort(scopes.begin(), scopes.end());
+    for (const auto& entry : scopes) {
+        const int scope = entry.second;
+        for (int group = 0;; group += 2) {
+            const auto lower = members.find({scope, group});
+            const auto upper = members.find({scope, group + 1});
+            if (lower == members.end() && upper == members.end() && !members.count({scope, group + 2}))
+                break;
+            if (lower == members.end() || upper == members.end())
+                continue;
+            if (!align) {
+                const std::size_t count = std::min(lower->second.size(), upper->second.size());
+                for (std::size_t k = 0; k < count; ++k)
+                    seedPair(lower->second[k], upper->second[k]);
+                continue;
+            }
+            // the steps of the two transforms lined up by the longest common
+            // sequence of operations: a step that one of them has and the
+            // other not (a twiddle of one lane, a part that is zero) does not
+            // shift the pairs after it
+            const std::vector<int>& l = lower->second;
+            const std::vector<int>& u = upper->second;
+            const std::size_t rows = l.size() + 1, cols = u.size() + 1;
+            std::vector<int> common(rows * cols, 0);
+            for (std::size_t i = l.size(); i-- > 0;)
+                for (std::size_t j = u.size(); j-- > 0;)
+                    common[i * cols + j] = compatible(l[i], u[j]) ? common[(i + 1) * cols + j + 1] + 1
+                                                                   : std::max(common[(i + 1) * cols + j], common[i * cols + j + 1]);
+            for (std::size_t i = 0, j = 0; i < l.size() && j < u.size();) {
+                if (compatible(l[i], u[j]) && common[i * cols + j] == common[(i + 1) * cols + j + 1] + 1) {
+                    seedPair(l[i], u[j]);
+                    ++i;
+                    ++j;
+                } else if (common[(i + 1) * cols + j] >= common[i * cols + j + 1]) {
+                    ++i;
+                } else {
+                    ++j;
+                }
+            }
+        }
+    }
+}
+
 int Packer::value256(int lo, int hi)
 {
     auto found = wideOf_.find({lo, hi});
@@ -411,6 +496,8 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
             }
         }
     }
+    if (options_.seeds == Options::Groups || options_.seeds == Options::AlignedGroups)
+        seedFromGroups(live, options_.seeds == Options::AlignedGroups);
     if (options_.seeds == Options::Shapes) {
         // outputs paired by the size of the computation they share in shape,
         // neighbours first among equals
@@ -579,7 +666,8 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
 PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span)
 {
     PackedKernel best;
-    for (Options::Seeds seeds : {Options::None, Options::Neighbours, Options::Shapes})
+    for (Options::Seeds seeds : {Options::None, Options::Neighbours, Options::Shapes, Options::Groups,
+                                  Options::AlignedGroups})
         for (int moves = 0; moves < 3; ++moves) {
         const Options options{seeds, moves > 0, moves > 1};
         Packer packer(narrow, span, options);
