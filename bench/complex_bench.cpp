@@ -121,13 +121,6 @@ const Family families[] = {
 
 using bench::LibraryFiles;
 
-std::vector<LibraryFiles::File> filesToTime()
-{
-    if (LibraryFiles::get().hasVariant())
-        return {LibraryFiles::Baseline, LibraryFiles::Variant};
-    return {LibraryFiles::Baseline};
-}
-
 void registerAll()
 {
     const LibraryFiles& files = LibraryFiles::get();
@@ -136,8 +129,8 @@ void registerAll()
                                        (f.single ? "32fc" : "64fc");
         for (int n = 2; n <= 64; ++n) {
             const std::string suffix = std::string(f.name) + "/" + std::to_string(n);
-            for (LibraryFiles::File file : filesToTime()) {
-                const std::string name = std::string("kvtg-") + LibraryFiles::label(file) + "/" + suffix;
+            for (LibraryFiles::File file : files.files()) {
+                const std::string name = LibraryFiles::benchmarkName(file, suffix);
                 if (f.single)
                     benchmark::RegisterBenchmark(name.c_str(), benchKernel<Complex32>,
                                                  files.function<Dispatcher<Complex32>>(file, dispatcher), n);
@@ -170,7 +163,7 @@ void printReport(const bench::Collector& results)
 {
     const double ghz = bench::measureClockGHz();
     std::printf("\nclock (measured) %.2f GHz\n", ghz);
-    const std::vector<LibraryFiles::File> files = filesToTime();
+    const std::vector<LibraryFiles::File> files = LibraryFiles::get().files();
     std::map<LibraryFiles::File, std::vector<double>> allRatios;
     for (const Family& f : families) {
         std::printf("\n%-8s %4s", f.name, "N");
@@ -186,10 +179,10 @@ void printReport(const bench::Collector& results)
             const double theirs = results.ns("fftw/" + suffix);
             std::printf("%-8s %4d", "", n);
             for (LibraryFiles::File file : files)
-                std::printf(" %11.2f", results.ns(std::string("kvtg-") + LibraryFiles::label(file) + "/" + suffix));
+                std::printf(" %11.2f", results.ns(LibraryFiles::benchmarkName(file, suffix)));
             std::printf(" %10.2f", theirs);
             for (LibraryFiles::File file : files) {
-                const double ours = results.ns(std::string("kvtg-") + LibraryFiles::label(file) + "/" + suffix);
+                const double ours = results.ns(LibraryFiles::benchmarkName(file, suffix));
                 const double ratio = theirs / ours;
                 ratios[file].push_back(ratio);
                 allRatios[file].push_back(ratio);

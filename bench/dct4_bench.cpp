@@ -125,12 +125,8 @@ void benchCopy(benchmark::State& state, int n)
 
 int main(int argc, char** argv)
 {
-    std::vector<LibraryFiles::File> files = {LibraryFiles::Baseline};
-    if (LibraryFiles::get().hasVariant())
-        files.push_back(LibraryFiles::Variant);
-    const auto ours = [](LibraryFiles::File file, const std::string& suffix) {
-        return std::string("kvtg-") + LibraryFiles::label(file) + "/" + suffix;
-    };
+    const std::vector<LibraryFiles::File> files = LibraryFiles::get().files();
+    const auto ours = LibraryFiles::benchmarkName;
     for (const char* type : {"32f", "64f"}) {
         const bool single = type[0] == '3';
         for (int log2n = 6; log2n <= 22; ++log2n) {

@@ -13,12 +13,13 @@
 
 namespace bench {
 
+// The path of the loaded library file, empty where it cannot be told.
 inline std::string loadedLibraryFile()
 {
     Dl_info info{};
     // the version record lives in the library's read-only data
     if (dladdr(kvtgenGetLibVersion(), &info) == 0 || info.dli_fname == nullptr)
-        return "(unknown)";
+        return std::string();
     return info.dli_fname;
 }
 
@@ -43,7 +44,7 @@ inline std::string describeMachineAndLibrary()
            (__builtin_cpu_supports("x86-64-v3") ? "yes" : "no") + ")\n" +
            "instruction set level chosen by the loader: " +
            (isVariantFile(path) ? "x86-64-v3 (AVX2, 256-bit vectors)" : "baseline x86-64 (SSE2, 128-bit vectors)") +
-           "\nlibrary file: " + path + "\n";
+           "\nlibrary file: " + (path.empty() ? std::string("(unknown)") : path) + "\n";
 }
 
 }  // namespace bench

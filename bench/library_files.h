@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "library_file.h"
 
@@ -32,6 +33,16 @@ public:
     bool hasVariant() const { return handles[Variant] != nullptr; }
     const std::string& path(File f) const { return paths[f]; }
     static const char* label(File f) { return f == Baseline ? "sse2" : "avx2"; }
+    // The files to time: the baseline, and the variant where it is there.
+    std::vector<File> files() const
+    {
+        return hasVariant() ? std::vector<File>{Baseline, Variant} : std::vector<File>{Baseline};
+    }
+    // A benchmark of one file: "kvtg-sse2/<suffix>" or "kvtg-avx2/<suffix>".
+    static std::string benchmarkName(File f, const std::string& suffix)
+    {
+        return std::string("kvtg-") + label(f) + "/" + suffix;
+    }
 
     template <class F>
     F function(File f, const std::string& name) const

@@ -131,26 +131,15 @@ void benchFftw(benchmark::State& state, Kind kind, int n)
     Fftw<T>::release(out);
 }
 
-std::string name(const char* who, Kind kind, const char* precision, int n)
+// "fwd_32f/12": the part of a benchmark's name after "fftw/" or "kvtg-<file>/"
+std::string caseName(Kind kind, const char* precision, int n)
 {
-    return std::string(who) + "/" + kindName(kind) + "_" + precision + "/" + std::to_string(n);
-}
-
-std::vector<LibraryFiles::File> filesToTime()
-{
-    if (LibraryFiles::get().hasVariant())
-        return {LibraryFiles::Baseline, LibraryFiles::Variant};
-    return {LibraryFiles::Baseline};
-}
-
-std::string ourName(LibraryFiles::File file)
-{
-    return std::string("kvtg-") + LibraryFiles::label(file);
+    return std::string(kindName(kind)) + "_" + precision + "/" + std::to_string(n);
 }
 
 void printReport(const bench::Collector& results)
 {
-    const std::vector<LibraryFiles::File> files = filesToTime();
+    const std::vector<LibraryFiles::File> files = LibraryFiles::get().files();
     for (Kind kind : {Kind::Forward, Kind::Inverse, Kind::Hartley}) {
         std::printf("\n%s: FFTW time / our time per length", kindName(kind));
         for (const char* precision : {"32f", "64f"})
@@ -163,8 +152,8 @@ void printReport(const bench::Collector& results)
             std::printf("%3d", n);
             for (const char* precision : {"32f", "64f"})
                 for (LibraryFiles::File file : files) {
-                    const double ratio = results.ns(name("fftw", kind, precision, n)) /
-                                         results.ns(name(ourName(file).c_str(), kind, precision, n));
+                    const double ratio = results.ns("fftw/" + caseName(kind, precision, n)) /
+                                         results.ns(LibraryFiles::benchmarkName(file, caseName(kind, precision, n)));
                     const std::string column = std::string(precision) + " " + LibraryFiles::label(file);
                     std::printf("  %6.2f", ratio);
                     all[column].push_back(ratio);
@@ -189,14 +178,14 @@ int main(int argc, char** argv)
 {
     for (Kind kind : {Kind::Forward, Kind::Inverse, Kind::Hartley})
         for (int n = 2; n <= 64; ++n) {
-            for (LibraryFiles::File file : filesToTime())
-                benchmark::RegisterBenchmark(name(ourName(file).c_str(), kind, "32f", n).c_str(), benchOurs<float>,
-                                             file, kind, n);
-            benchmark::RegisterBenchmark(name("fftw", kind, "32f", n).c_str(), benchFftw<float>, kind, n);
-            for (LibraryFiles::File file : filesToTime())
-                benchmark::RegisterBenchmark(name(ourName(file).c_str(), kind, "64f", n).c_str(), benchOurs<double>,
-                                             file, kind, n);
-            benchmark::RegisterBenchmark(name("fftw", kind, "64f", n).c_str(), benchFftw<double>, kind, n);
+            for (LibraryFiles::File file : LibraryFiles::get().files())
+                benchmark::RegisterBenchmark(LibraryFiles::benchmarkName(file, caseName(kind, "32f", n)).c_str(),
+                                             benchOurs<float>, file, kind, n);
+            benchmark::RegisterBenchmark(("fftw/" + caseName(kind, "32f", n)).c_str(), benchFftw<float>, kind, n);
+            for (LibraryFiles::File file : LibraryFiles::get().files())
+                benchmark::RegisterBenchmark(LibraryFiles::benchmarkName(file, caseName(kind, "64f", n)).c_str(),
+                                             benchOurs<double>, file, kind, n);
+            benchmark::RegisterBenchmark(("fftw/" + caseName(kind, "64f", n)).c_str(), benchFftw<double>, kind, n);
         }
     benchmark::Initialize(&argc, argv);
     bench::Collector collector;

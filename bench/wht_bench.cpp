@@ -75,12 +75,8 @@ void benchTextbook(benchmark::State& state, int order)
 
 int main(int argc, char** argv)
 {
-    std::vector<LibraryFiles::File> files = {LibraryFiles::Baseline};
-    if (LibraryFiles::get().hasVariant())
-        files.push_back(LibraryFiles::Variant);
-    const auto ours = [](LibraryFiles::File file, const std::string& suffix) {
-        return std::string("kvtg-") + LibraryFiles::label(file) + "/" + suffix;
-    };
+    const std::vector<LibraryFiles::File> files = LibraryFiles::get().files();
+    const auto ours = LibraryFiles::benchmarkName;
     for (int order = 1; order <= 13; ++order) {
         for (LibraryFiles::File file : files)
             benchmark::RegisterBenchmark(ours(file, "32f/" + std::to_string(order)).c_str(), benchKernel<float>, file,

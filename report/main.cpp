@@ -206,9 +206,7 @@ int main(int argc, char** argv)
     // every family once per library file: the baseline and, where this
     // processor runs it, the x86-64-v3 build
     const bench::LibraryFiles& libraries = bench::LibraryFiles::get();
-    std::vector<bench::LibraryFiles::File> files = {bench::LibraryFiles::Baseline};
-    if (libraries.hasVariant())
-        files.push_back(bench::LibraryFiles::Variant);
+    const std::vector<bench::LibraryFiles::File> files = libraries.files();
     std::printf("\ncode size per family, bytes of functions\n%-10s", "family");
     for (auto file : files)
         std::printf(" %12s", bench::LibraryFiles::label(file));

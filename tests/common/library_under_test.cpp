@@ -3,27 +3,24 @@
 // (KVTG_EXPECT_LIBRARY = baseline or x86-64-v3).  On a processor that the
 // x86-64-v3 file cannot run on, a run registered for that file ends as
 // skipped (exit code 77) and says why.
-#include <dlfcn.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-#include "kvtgen.h"
+#include "library_file.h"
 
 namespace {
 
 struct LibraryUnderTest {
     LibraryUnderTest()
     {
-        Dl_info info{};
-        // the version record lives in the library's read-only data
-        if (dladdr(kvtgenGetLibVersion(), &info) == 0 || info.dli_fname == nullptr) {
+        const std::string path = bench::loadedLibraryFile();
+        if (path.empty()) {
             std::fprintf(stderr, "cannot tell which library file was loaded\n");
             std::exit(1);
         }
-        const bool variant = std::strstr(info.dli_fname, "/glibc-hwcaps/x86-64-v3/") != nullptr;
-        std::printf("library under test: %s (%s)\n", info.dli_fname,
+        const bool variant = bench::isVariantFile(path);
+        std::printf("library under test: %s (%s)\n", path.c_str(),
                     variant ? "x86-64-v3 build, AVX2" : "baseline build, SSE2");
         const char* expected = std::getenv("KVTG_EXPECT_LIBRARY");
         if (expected == nullptr)
