@@ -1,5 +1,6 @@
 #include "real_builder.h"
 
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <stdexcept>
@@ -347,36 +348,109 @@ std::vector<Cx> raderReal(Flow& f, const TreePtr& tree, const std::vector<Ref>& 
     // transposed transform, takes that length's row from the other table.
     if ((half == tree->first->first || half == tree->first->second) && half->table != 0)
         half = half->table == forwardTable ? inverseTree(h) : forwardTree(h);
-    // Real parts: a real synthesis of length h over the even bins.
-    std::vector<Ref> evenBins{zeroTerm};
-    for (int k = 2; k < h; k += 2) {
-        evenBins.push_back(D[k].re);
-        evenBins.push_back(D[k].im);
-    }
-    if (h % 2 == 0)
-        evenBins.push_back(D[h].re);
-    const std::vector<Ref> re = applyTransposed(f, h, evenBins, [&](Flow& s, const std::vector<Ref>& v) {
-        return flatten(realDft(s, half, v), h);
-    });
-    // Imaginary parts: an odd-frequency synthesis of length h over the odd bins.
-    std::vector<Ref> oddBins;
-    for (int k = 1; k <= h; k += 2) {
-        if (k == h) {
-            oddBins.push_back(D[h].im);
+
+    // Each of the two syntheses has two forms: the transposed transform of
+    // length h on the tree with one factor 2 removed, and the transposed inner
+    // transform of length L itself fed with that half of its bins, of whose
+    // outputs m and m + h (equal for the even bins, opposite for the odd ones)
+    // either one serves.  Which is cheaper depends on the tree; the flow takes
+    // the form of fewer operations.
+    auto synthesis = [&](const std::vector<Ref>& halfBins, const std::vector<Ref>& fullBins, bool odd) {
+        // the inputs as placeholders of a scratch flow, so that both forms can be counted
+        std::vector<Ref> actual;
+        auto placeholders = [&](Flow& s, const std::vector<Ref>& bins) {
+            std::vector<Ref> out;
+            for (const Ref& b : bins) {
+                if (b.zero()) {
+                    out.push_back({});
+                    continue;
+                }
+                const auto known = std::find(actual.begin(), actual.end(), Ref{b.id, false});
+                const int index = static_cast<int>(known - actual.begin());
+                if (known == actual.end())
+                    actual.push_back(Ref{b.id, false});
+                const Ref in = s.input(index);
+                out.push_back(b.neg ? -in : in);
+            }
+            return out;
+        };
+        Flow halfFlow;
+        const std::vector<Ref> halfIn = placeholders(halfFlow, halfBins);
+        const std::vector<Ref> halfOut = applyTransposed(halfFlow, h, halfIn, [&](Flow& t, const std::vector<Ref>& v) {
+            if (!odd)
+                return flatten(realDft(t, half, v), h);
+            std::vector<Ref> flat;
+            for (const Cx& c : oddDft(t, half, v)) {
+                flat.push_back(c.re);
+                if (flat.size() < static_cast<std::size_t>(h))
+                    flat.push_back(c.im);
+            }
+            return flat;
+        });
+
+        Flow fullFlow;
+        const std::vector<Ref> fullIn = placeholders(fullFlow, fullBins);
+        const std::vector<Ref> all = applyTransposed(fullFlow, L, fullIn, [&](Flow& t, const std::vector<Ref>& v) {
+            return flatten(realDft(t, tree->first, v), L);
+        });
+        std::vector<bool> upper(static_cast<std::size_t>(h), false);
+        auto pick = [&]() {
+            std::vector<Ref> out;
+            for (int m = 0; m < h; ++m)
+                out.push_back(upper[m] ? (odd ? -all[m + h] : all[m + h]) : all[m]);
+            return out;
+        };
+        auto cost = [](const Flow& s, const std::vector<Ref>& outs) {
+            const FlowCounts c = countFlow(s, outs);
+            return c.multiplications * 10000 + c.additions;
+        };
+        // one output at a time moved to the other half while that saves operations
+        int best = cost(fullFlow, pick());
+        for (bool improved = true; improved;) {
+            improved = false;
+            for (int m = 0; m < h; ++m) {
+                upper[m] = !upper[m];
+                const int c = cost(fullFlow, pick());
+                if (c < best) {
+                    best = c;
+                    improved = true;
+                } else {
+                    upper[m] = !upper[m];
+                }
+            }
+        }
+        if (best / 10000 < cost(halfFlow, halfOut) / 10000)
+            return embed(f, fullFlow, pick(), actual);
+        return embed(f, halfFlow, halfOut, actual);
+    };
+
+    // Real parts: the even bins; imaginary parts: the odd bins, each complex
+    // bin D[k] entering as Re(D[k]·e^(iθ)) or as Im(D[k]·e^(iθ)).
+    std::vector<Ref> evenBins{zeroTerm}, oddBins;
+    std::vector<Ref> evenFull(static_cast<std::size_t>(L)), oddFull(static_cast<std::size_t>(L));
+    evenFull[0] = zeroTerm;
+    for (int k = 1; k < h; ++k) {
+        if (k % 2 == 0) {
+            evenBins.push_back(D[k].re);
+            evenBins.push_back(D[k].im);
+            evenFull[2 * k - 1] = D[k].re;
+            evenFull[2 * k] = D[k].im;
         } else {
             oddBins.push_back(D[k].im);
             oddBins.push_back(-D[k].re);
+            oddFull[2 * k - 1] = D[k].im;
+            oddFull[2 * k] = -D[k].re;
         }
     }
-    const std::vector<Ref> im = applyTransposed(f, h, oddBins, [&](Flow& s, const std::vector<Ref>& v) {
-        std::vector<Ref> flat;
-        for (const Cx& c : oddDft(s, half, v)) {
-            flat.push_back(c.re);
-            if (flat.size() < static_cast<std::size_t>(h))
-                flat.push_back(c.im);
-        }
-        return flat;
-    });
+    if (h % 2 == 0) {
+        evenBins.push_back(D[h].re);
+        evenFull[L - 1] = D[h].re;
+    } else {
+        oddBins.push_back(D[h].im);
+        oddFull[L - 1] = D[h].im;
+    }
+    const std::vector<Ref> re = synthesis(evenBins, evenFull, false);
+    const std::vector<Ref> im = synthesis(oddBins, oddFull, true);
 
     const int ginv = inverseModulo(g, p);
     long index = 1;
