@@ -125,6 +125,20 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
     // 32-byte vectors take two column groups or row blocks of the plan at a
     // time; a pass with a single one keeps the 16-byte vectors
     using Wide = Compute<T, 2 * Vec<T>::lanes>;
+    Env2* const table = Compute<T>::template first<Env2>(root->firstList);
+    if constexpr (sizeof(T) == 8) {
+        // Real64 lengths with a composite span stage: its combine and the
+        // table pass run together, with the root's work as their buffer
+        if (spans->rule == 1 && table->rule == 1) {
+            Env5* const columns = Compute<T>::template first<Env5>(spans->firstList);
+            Env4* const rows = Compute<T>::template first<Env4>(table->firstList);
+            if (columns->vectors % Wide::factor == 0 && rows->blocks % Wide::factor == 0 &&
+                Wide::spanAndTable(columns, rows, dst, src, work, root->n)) {
+                _mm_sfence();
+                return StatusOk;
+            }
+        }
+    }
     if (spans->rule == 1) {
         Env5* const columns = Compute<T>::template first<Env5>(spans->firstList);
         if (columns->vectors % Wide::factor == 0)
@@ -132,7 +146,6 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
         else
             Compute<T>::env5_compute(columns, work, src);
     }
-    Env2* const table = Compute<T>::template first<Env2>(root->firstList);
     if (table->rule == 1) {
         Env4* const rows = Compute<T>::template first<Env4>(table->firstList);
         if (rows->blocks % Wide::factor == 0)

@@ -560,6 +560,149 @@ struct Compute {
         }
     }
 
+    // ---- the outermost combine and the table pass in one sweep
+    // The combine of index i writes the row pairs i + m l and their mirrors
+    // n-1-i-m l; `chunk` neighbouring indices from a multiple of the lanes on
+    // thus give whole row blocks of the table pass, s runs of `chunk` row
+    // pairs.  Done chunk by chunk, these runs go to a buffer that stays in
+    // cache, and the table pass takes them from there at once, instead of
+    // the whole array going out to memory and being read back.  Every value
+    // comes from the same operations as in the two stages run one after the
+    // other; only the order of the blocks differs.
+
+    // Row pairs per chunk: a staged run of the table pass where the combine
+    // has that many indices.  0 where the stages do not line up so (other
+    // radices than those of the power-of-two lengths, counts that do not
+    // divide, a buffer too small).
+    static int32_t fusedChunk(const Env8* merge, const Env4* fold, int32_t width, int64_t bufferSamples)
+    {
+        if (merge->rule < 3 || merge->rule > 5 || fold->rule != 6 || fold->radix2 != 2 * width)
+            return 0;
+        const int32_t s = merge->radix, m = merge->span, n = merge->lastIndex + 1;
+        if (s != (1 << merge->rule) || int64_t(m) * s != n || fold->span != n ||
+            int64_t(fold->blocks) * tableLanes * 2 != n || fold->blocks % factor != 0)
+            return 0;
+        const int32_t chunk = m / 2 < stagedBlocks * lanes ? m / 2 : stagedBlocks * lanes;
+        // rows long enough for the staged output take whole staged runs
+        const bool staged = int64_t(fold->span) * int64_t(sizeof(T)) >= 2048;
+        if (chunk <= 0 || chunk % lanes != 0 || (m / 2) % chunk != 0 || (staged && chunk != stagedBlocks * lanes) ||
+            int64_t(s) * chunk * 2 * width > bufferSamples)
+            return 0;
+        return chunk;
+    }
+
+    // The combine of indices i0 .. i0+chunk-1 for all column groups: row
+    // pair p of run l goes to buffer + (l chunk + p) 2 width, runs ascending
+    // in p as the row pairs lie in the full array.
+    template <int S>
+    static void combineChunk(const Env8* env, T* buffer, const T* src, int32_t width, int32_t groups, int32_t i0,
+                             int32_t chunk)
+    {
+        constexpr int32_t pairWidth = 2 * tableLanes;
+        constexpr int parts = S == 16 ? 4 : 8;
+        const int32_t half = env->span / 2;
+        const T* table = static_cast<const T*>(env->table);
+        const bool bFirst = S == 32 && sizeof(T) == 8;
+        const int64_t aSize = int64_t(half) * 3 * parts * pairWidth, bSize = int64_t(half) * (parts - 1) * pairWidth;
+        const T* sectionA = bFirst ? table + bSize : table;
+        const T* sectionB = bFirst ? table : table + aSize;
+        for (int32_t i = i0; i < i0 + chunk; ++i) {
+            const T* block = src + int64_t(i) * 2 * S * width;
+            // the mirrored row pairs n-1-i-m l descend with i
+            const int64_t up = int64_t(i - i0) * 2 * width, down = int64_t(i0 + chunk - 1 - i) * 2 * width;
+            for (int32_t g = 0; g < groups; ++g) {
+                T* const column = buffer + lanes * g;
+                combineGroup<S>(sectionA, sectionB, i, block + lanes * g, width, [&](int l, C x) KVTG_LAMBDA_INLINE {
+                    T* const row = column + int64_t(l) * chunk * 2 * width + (l < S / 2 ? up : down);
+                    VT::storeAligned(row, x.re);
+                    VT::storeAligned(row + width, x.im);
+                });
+            }
+        }
+    }
+
+    // The table pass on `count` row blocks from `first` on, whose rows lie
+    // at `rows` as they would in the full array; with `staged`, count is
+    // stagedBlocks and the output goes out as in foldBlocks.
+    template <int R>
+    static void foldRun(const Env4* env, T* dst, const T* rows, int32_t first, int32_t count, bool staged, bool stream)
+    {
+        const T* table = static_cast<const T*>(env->table);
+        const int64_t span = env->span;
+        constexpr int32_t tableStep = 2 * lanes * R;
+        if (staged) {
+            constexpr int32_t run = stagedBlocks * lanes;
+            alignas(16) T up[R][run], down[R][run];
+            for (int32_t k = 0; k < stagedBlocks; ++k)
+                foldBlock<R>(env, table + int64_t(first + k) * tableStep, rows, k, [&](int y, V v) KVTG_LAMBDA_INLINE {
+                    if (y >= R)
+                        VT::storeAligned(up[y - R] + lanes * k, v);
+                    else
+                        VT::storeAligned(down[R - 1 - y] + run - lanes * (k + 1), VT::reverse(v));
+                });
+            const int64_t p = lanes * int64_t(first);
+            for (int q = 0; q < R; ++q) {
+                if (stream) {
+                    streamRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                    streamRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                } else {
+                    copyRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                    copyRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                }
+            }
+            return;
+        }
+        for (int32_t k = 0; k < count; ++k) {
+            const int64_t p = lanes * int64_t(first + k);
+            foldBlock<R>(env, table + int64_t(first + k) * tableStep, rows, k, [&](int y, V v) KVTG_LAMBDA_INLINE {
+                if (y >= R)
+                    VT::store(dst + span * (y - R) + p, v);
+                else
+                    VT::store(dst + span * (R - y) - 1 - p - (lanes - 1), VT::reverse(v));
+            });
+        }
+    }
+
+    // The span pass of rule 7 and the table pass: the outermost composite
+    // stage's inner transforms as usual, then its combine and the table pass
+    // together, chunk by chunk, through `buffer` (bufferSamples long, free
+    // for the call).  False, with nothing done, where fusedChunk declines;
+    // the caller sees that `factor` divides the column groups.
+    static bool spanAndTable(Env5* columns, Env4* fold, T* dst, const T* src, T* buffer, int64_t bufferSamples)
+    {
+        if (columns->rule != 7)
+            return false;
+        Env7* const outer = first<Env7>(columns->firstList);
+        if (outer->rule != 1)
+            return false;
+        Env8* const merge = first<Env8>(outer->firstList);
+        const int32_t groups = columns->vectors / factor, width = lanes * groups;
+        const int32_t chunk = fusedChunk(merge, fold, width, bufferSamples);
+        if (chunk == 0)
+            return false;
+        T* const work = static_cast<T*>(outer->work);
+        env9_compute(first<Env9>(outer->secondList), work, width, src, 0, columns->lastIndex, groups);
+        constexpr int R = 32;
+        const int64_t span = fold->span;
+        const bool staged = chunk == stagedBlocks * lanes && span * int64_t(sizeof(T)) >= 2048;
+        const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes;
+        const int32_t s = merge->radix, m = merge->span;
+        for (int32_t i0 = 0; i0 < m / 2; i0 += chunk) {
+            switch (merge->rule) {
+            case 3: combineChunk<8>(merge, buffer, work, width, groups, i0, chunk); break;
+            case 4: combineChunk<16>(merge, buffer, work, width, groups, i0, chunk); break;
+            default: combineChunk<32>(merge, buffer, work, width, groups, i0, chunk); break;
+            }
+            for (int32_t l = 0; l < s; ++l) {
+                // the first row pair of run l: i0 + m l, or the mirror of the chunk's last index
+                const int32_t pair = l < s / 2 ? i0 + m * l : merge->lastIndex - (i0 + chunk - 1) - m * l;
+                foldRun<R>(fold, dst, buffer + int64_t(l) * chunk * 2 * width, pair / lanes, chunk / lanes, staged,
+                           stream);
+            }
+        }
+        return true;
+    }
+
     static Status env4_compute(Env4* env, T* dst, const T* src)
     {
         switch (env->rule) {
