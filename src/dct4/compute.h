@@ -513,6 +513,11 @@ struct Compute {
     // output row (one line per run measured 10 to 15 percent slower from
     // 2^15 on, four lines slower again).
     static constexpr int32_t stagedBlocks = 128 / (lanes * static_cast<int32_t>(sizeof(T)));
+    // Output rows from this length on take the staged runs.  A 32-byte vector
+    // fills a quarter of a run per block, and staging paid from rows of 1 KiB
+    // on (N = 4096 in Real64: 10 percent); not below that, nor with runs of
+    // four lines.
+    static constexpr int64_t stagedRowBytes = factor > 1 ? 1024 : 2048;
 
     template <int R>
     static void foldBlocks(Env4* env, T* dst, const T* src)
@@ -522,7 +527,7 @@ struct Compute {
         // a vector's rows take `factor` blocks of the table
         constexpr int32_t tableStep = 2 * lanes * R;
         int32_t b = 0;
-        if (span * int64_t(sizeof(T)) >= 2048) {
+        if (span * int64_t(sizeof(T)) >= stagedRowBytes) {
             // Output rows lie a span apart, at a stride that maps them onto few
             // cache sets; a run of blocks first fills whole 128-byte pieces of
             // every row in a buffer, which then go out in one piece each.
@@ -584,7 +589,7 @@ struct Compute {
             return 0;
         const int32_t chunk = m / 2 < stagedBlocks * lanes ? m / 2 : stagedBlocks * lanes;
         // rows long enough for the staged output take whole staged runs
-        const bool staged = int64_t(fold->span) * int64_t(sizeof(T)) >= 2048;
+        const bool staged = int64_t(fold->span) * int64_t(sizeof(T)) >= stagedRowBytes;
         if (chunk <= 0 || chunk % lanes != 0 || (m / 2) % chunk != 0 || (staged && chunk != stagedBlocks * lanes) ||
             int64_t(s) * chunk * 2 * width > bufferSamples)
             return 0;
@@ -684,7 +689,7 @@ struct Compute {
         env9_compute(first<Env9>(outer->secondList), work, width, src, 0, columns->lastIndex, groups);
         constexpr int R = 32;
         const int64_t span = fold->span;
-        const bool staged = chunk == stagedBlocks * lanes && span * int64_t(sizeof(T)) >= 2048;
+        const bool staged = chunk == stagedBlocks * lanes && span * int64_t(sizeof(T)) >= stagedRowBytes;
         const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes;
         const int32_t s = merge->radix, m = merge->span;
         for (int32_t i0 = 0; i0 < m / 2; i0 += chunk) {
