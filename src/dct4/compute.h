@@ -600,8 +600,8 @@ struct Compute {
     // pair p of run l goes to buffer + (l chunk + p) 2 width, runs ascending
     // in p as the row pairs lie in the full array.
     template <int S>
-    static void combineChunk(const Env8* env, T* buffer, const T* src, int32_t width, int32_t groups, int32_t i0,
-                             int32_t chunk)
+    static void combineChunk(const Env8* env, T* buffer, int64_t runStride, const T* src, int32_t width,
+                             int32_t groups, int32_t i0, int32_t chunk)
     {
         constexpr int32_t pairWidth = 2 * tableLanes;
         constexpr int parts = S == 16 ? 4 : 8;
@@ -618,7 +618,7 @@ struct Compute {
             for (int32_t g = 0; g < groups; ++g) {
                 T* const column = buffer + lanes * g;
                 combineGroup<S>(sectionA, sectionB, i, block + lanes * g, width, [&](int l, C x) KVTG_LAMBDA_INLINE {
-                    T* const row = column + int64_t(l) * chunk * 2 * width + (l < S / 2 ? up : down);
+                    T* const row = column + int64_t(l) * runStride + (l < S / 2 ? up : down);
                     VT::storeAligned(row, x.re);
                     VT::storeAligned(row + width, x.im);
                 });
@@ -692,16 +692,21 @@ struct Compute {
         const bool staged = chunk == stagedBlocks * lanes && span * int64_t(sizeof(T)) >= stagedRowBytes;
         const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes;
         const int32_t s = merge->radix, m = merge->span;
+        // runs a power of two apart would share their cache sets, and the
+        // combine writes all runs at once: two lines between them where the
+        // buffer has room
+        const int64_t packed = int64_t(chunk) * 2 * width, padded = packed + 128 / int64_t(sizeof(T));
+        const int64_t runStride = s * padded <= bufferSamples ? padded : packed;
         for (int32_t i0 = 0; i0 < m / 2; i0 += chunk) {
             switch (merge->rule) {
-            case 3: combineChunk<8>(merge, buffer, work, width, groups, i0, chunk); break;
-            case 4: combineChunk<16>(merge, buffer, work, width, groups, i0, chunk); break;
-            default: combineChunk<32>(merge, buffer, work, width, groups, i0, chunk); break;
+            case 3: combineChunk<8>(merge, buffer, runStride, work, width, groups, i0, chunk); break;
+            case 4: combineChunk<16>(merge, buffer, runStride, work, width, groups, i0, chunk); break;
+            default: combineChunk<32>(merge, buffer, runStride, work, width, groups, i0, chunk); break;
             }
             for (int32_t l = 0; l < s; ++l) {
                 // the first row pair of run l: i0 + m l, or the mirror of the chunk's last index
                 const int32_t pair = l < s / 2 ? i0 + m * l : merge->lastIndex - (i0 + chunk - 1) - m * l;
-                foldRun<R>(fold, dst, buffer + int64_t(l) * chunk * 2 * width, pair / lanes, chunk / lanes, staged,
+                foldRun<R>(fold, dst, buffer + int64_t(l) * runStride, pair / lanes, chunk / lanes, staged,
                            stream);
             }
         }
