@@ -423,6 +423,30 @@ struct Compute {
     }
     template <int R>
     static inline const FoldSteps<R> foldSteps = makeFoldSteps<R>();
+    // FoldSteps::offset, known at compile time
+    template <int R>
+    struct ColumnOffsets {
+        int32_t value[R];
+    };
+    template <int R>
+    static constexpr ColumnOffsets<R> makeColumnOffsets()
+    {
+        ColumnOffsets<R> offsets{};
+        for (int j = 0; j < R; ++j)
+            offsets.value[j] = 2 * tableLanes * ColumnOrder::position(R, j);
+        return offsets;
+    }
+    template <int R>
+    static constexpr ColumnOffsets<R> columnOffsets = makeColumnOffsets<R>();
+    // the wider vectors take the offsets as constants of the unrolled code
+    template <int R>
+    static KVTG_INLINE int32_t columnOffset(const FoldSteps<R>& steps, int32_t j)
+    {
+        if constexpr (factor > 1)
+            return columnOffsets<R>.value[j];
+        else
+            return steps.offset[j];
+    }
 
     // Columns J .. J+lanes-1 and their mirror columns R-1-J .. R-lanes-J of a
     // block: gathered, rotated and paired, one group of lanes after the other,
@@ -463,8 +487,9 @@ struct Compute {
         if constexpr (k < lanes) {
             const FoldSteps<R>& steps = foldSteps<R>;
             const int32_t column = J + k, mirror = R - 1 - J - k;
-            const C a = rotateRows<R>({re[k], im[k]}, table + steps.offset[column]);
-            const C b = rotateRows<R>({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]}, table + steps.offset[mirror]);
+            const C a = rotateRows<R>({re[k], im[k]}, table + columnOffset<R>(steps, column));
+            const C b = rotateRows<R>({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]},
+                                      table + columnOffset<R>(steps, mirror));
             // the butterfly of the pair, its difference rotated by (2 column + 1) pi / 2R
             plus[column] = {kv::add(a.re, b.re), kv::sub(a.im, b.im)};
             minus[column] = rotate({kv::sub(a.re, b.re), kv::add(a.im, b.im)}, steps.rotation[column]);
