@@ -44,6 +44,20 @@ struct Compute {
     static void spanGroup(const T* src, int64_t up, int64_t upStride, int64_t down, int64_t downStride, T* dst,
                           int64_t rowStride)
     {
+        if constexpr (factor > 1 && S >= 2 * K::outlineFrom) {
+            // The kernel's halves out of line read the even and the odd
+            // samples straight from src, instead of from arrays that the
+            // caller fills: sample 2q + 1 lies one stride further up, or one
+            // further down in the descending half.
+            C e[S / 4], o[S / 4];
+            spanHalf<S / 2>(src, up, 2 * upStride, down, 2 * downStride, e);
+            spanHalf<S / 2>(src, up + upStride, 2 * upStride, down - downStride, 2 * downStride, o);
+            K::template spanCombine<S>(e, o, [=](int p, C z) KVTG_LAMBDA_INLINE {
+                VT::store(dst + (2 * p) * rowStride, z.re);
+                VT::store(dst + (2 * p + 1) * rowStride, z.im);
+            });
+            return;
+        }
         // the skew extension: samples read backwards with the opposite sign;
         // the kernel takes the sign into its arithmetic
         K::template span<S, true>(
@@ -56,6 +70,20 @@ struct Compute {
                 VT::store(dst + (2 * p) * rowStride, z.re);
                 VT::store(dst + (2 * p + 1) * rowStride, z.im);
             });
+    }
+
+    // A SpanTransform of size H, read as spanGroup reads, to z.
+    template <int H>
+    static __attribute__((noinline)) void spanHalf(const T* src, int64_t up, int64_t upStride, int64_t down,
+                                                   int64_t downStride, C* z)
+    {
+        K::template span<H, true>(
+            [=](int q) KVTG_LAMBDA_INLINE {
+                if (q < H / 2)
+                    return VT::load(src + up + q * upStride);
+                return VT::reverse(VT::load(src + down - q * downStride - (lanes - 1)));
+            },
+            [z](int p, C v) KVTG_LAMBDA_INLINE { z[p] = v; });
     }
 
     // Runs run(size) with the span of a rule of env5 or env9 as a constant:
