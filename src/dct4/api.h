@@ -120,27 +120,43 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
         return StatusBadArg;
     // the general path: the stage of the second list runs first
     T* const work = static_cast<T*>(root->work);
-    Env3* const spans = Compute<T>::template first<Env3>(root->secondList);
 #if defined(KVTG_TARGET_AVX2)
+    // The stages hang from the head nodes of their lists: read in place
+    // (a list's head holds its first value), the two chains of loads from the
+    // root run side by side, where two calls of EnvList_get each would order
+    // them one after the other; at the shortest lengths that is a good part
+    // of the time.
+    const auto head = [](EnvList* list) { return list->value; };
+    Env3* const spans = static_cast<Env3*>(head(root->secondList));
+    Env2* const table = static_cast<Env2*>(head(root->firstList));
+    Env5* const columns = spans->rule == 1 ? static_cast<Env5*>(head(spans->firstList)) : nullptr;
+    Env4* const rows = table->rule == 1 ? static_cast<Env4*>(head(table->firstList)) : nullptr;
     // 32-byte vectors take two column groups or row blocks of the plan at a
     // time; a pass with a single one keeps the 16-byte vectors
     using Wide = Compute<T, 2 * Vec<T>::lanes>;
-    if (spans->rule == 1) {
-        Env5* const columns = Compute<T>::template first<Env5>(spans->firstList);
+    if constexpr (sizeof(T) == 8) {
+        // Real64 lengths with a composite span stage: its combine and the
+        // table pass run together, with the root's work as their buffer
+        if (columns != nullptr && rows != nullptr && columns->rule == 7 && columns->vectors % Wide::factor == 0 &&
+            rows->blocks % Wide::factor == 0 && Wide::spanAndTable(columns, rows, dst, src, work, root->n)) {
+            _mm_sfence();
+            return StatusOk;
+        }
+    }
+    if (columns != nullptr) {
         if (columns->vectors % Wide::factor == 0)
             Wide::env5_compute(columns, work, src);
         else
             Compute<T>::env5_compute(columns, work, src);
     }
-    Env2* const table = Compute<T>::template first<Env2>(root->firstList);
-    if (table->rule == 1) {
-        Env4* const rows = Compute<T>::template first<Env4>(table->firstList);
+    if (rows != nullptr) {
         if (rows->blocks % Wide::factor == 0)
             Wide::env4_compute(rows, dst, work);
         else
             Compute<T>::env4_compute(rows, dst, work);
     }
 #else
+    Env3* const spans = Compute<T>::template first<Env3>(root->secondList);
     if (spans->rule == 1)
         Compute<T>::env5_compute(Compute<T>::template first<Env5>(spans->firstList), work, src);
     Env2* const table = Compute<T>::template first<Env2>(root->firstList);

@@ -44,6 +44,20 @@ struct Compute {
     static void spanGroup(const T* src, int64_t up, int64_t upStride, int64_t down, int64_t downStride, T* dst,
                           int64_t rowStride)
     {
+        if constexpr (factor > 1 && S >= 2 * K::outlineFrom) {
+            // The kernel's halves out of line read the even and the odd
+            // samples straight from src, instead of from arrays that the
+            // caller fills: sample 2q + 1 lies one stride further up, or one
+            // further down in the descending half.
+            C e[S / 4], o[S / 4];
+            spanHalf<S / 2>(src, up, 2 * upStride, down, 2 * downStride, e);
+            spanHalf<S / 2>(src, up + upStride, 2 * upStride, down - downStride, 2 * downStride, o);
+            K::template spanCombine<S>(e, o, [=](int p, C z) KVTG_LAMBDA_INLINE {
+                VT::store(dst + (2 * p) * rowStride, z.re);
+                VT::store(dst + (2 * p + 1) * rowStride, z.im);
+            });
+            return;
+        }
         // the skew extension: samples read backwards with the opposite sign;
         // the kernel takes the sign into its arithmetic
         K::template span<S, true>(
@@ -56,6 +70,20 @@ struct Compute {
                 VT::store(dst + (2 * p) * rowStride, z.re);
                 VT::store(dst + (2 * p + 1) * rowStride, z.im);
             });
+    }
+
+    // A SpanTransform of size H, read as spanGroup reads, to z.
+    template <int H>
+    static __attribute__((noinline)) void spanHalf(const T* src, int64_t up, int64_t upStride, int64_t down,
+                                                   int64_t downStride, C* z)
+    {
+        K::template span<H, true>(
+            [=](int q) KVTG_LAMBDA_INLINE {
+                if (q < H / 2)
+                    return VT::load(src + up + q * upStride);
+                return VT::reverse(VT::load(src + down - q * downStride - (lanes - 1)));
+            },
+            [z](int p, C v) KVTG_LAMBDA_INLINE { z[p] = v; });
     }
 
     // Runs run(size) with the span of a rule of env5 or env9 as a constant:
@@ -423,6 +451,30 @@ struct Compute {
     }
     template <int R>
     static inline const FoldSteps<R> foldSteps = makeFoldSteps<R>();
+    // FoldSteps::offset, known at compile time
+    template <int R>
+    struct ColumnOffsets {
+        int32_t value[R];
+    };
+    template <int R>
+    static constexpr ColumnOffsets<R> makeColumnOffsets()
+    {
+        ColumnOffsets<R> offsets{};
+        for (int j = 0; j < R; ++j)
+            offsets.value[j] = 2 * tableLanes * ColumnOrder::position(R, j);
+        return offsets;
+    }
+    template <int R>
+    static constexpr ColumnOffsets<R> columnOffsets = makeColumnOffsets<R>();
+    // the wider vectors take the offsets as constants of the unrolled code
+    template <int R>
+    static KVTG_INLINE int32_t columnOffset(const FoldSteps<R>& steps, int32_t j)
+    {
+        if constexpr (factor > 1)
+            return columnOffsets<R>.value[j];
+        else
+            return steps.offset[j];
+    }
 
     // Columns J .. J+lanes-1 and their mirror columns R-1-J .. R-lanes-J of a
     // block: gathered, rotated and paired, one group of lanes after the other,
@@ -463,8 +515,9 @@ struct Compute {
         if constexpr (k < lanes) {
             const FoldSteps<R>& steps = foldSteps<R>;
             const int32_t column = J + k, mirror = R - 1 - J - k;
-            const C a = rotateRows<R>({re[k], im[k]}, table + steps.offset[column]);
-            const C b = rotateRows<R>({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]}, table + steps.offset[mirror]);
+            const C a = rotateRows<R>({re[k], im[k]}, table + columnOffset<R>(steps, column));
+            const C b = rotateRows<R>({reMirror[lanes - 1 - k], imMirror[lanes - 1 - k]},
+                                      table + columnOffset<R>(steps, mirror));
             // the butterfly of the pair, its difference rotated by (2 column + 1) pi / 2R
             plus[column] = {kv::add(a.re, b.re), kv::sub(a.im, b.im)};
             minus[column] = rotate({kv::sub(a.re, b.re), kv::add(a.im, b.im)}, steps.rotation[column]);
@@ -513,6 +566,11 @@ struct Compute {
     // output row (one line per run measured 10 to 15 percent slower from
     // 2^15 on, four lines slower again).
     static constexpr int32_t stagedBlocks = 128 / (lanes * static_cast<int32_t>(sizeof(T)));
+    // Output rows from this length on take the staged runs.  A 32-byte vector
+    // fills a quarter of a run per block, and staging paid from rows of 1 KiB
+    // on (N = 4096 in Real64: 10 percent); not below that, nor with runs of
+    // four lines.
+    static constexpr int64_t stagedRowBytes = factor > 1 ? 1024 : 2048;
 
     template <int R>
     static void foldBlocks(Env4* env, T* dst, const T* src)
@@ -522,7 +580,7 @@ struct Compute {
         // a vector's rows take `factor` blocks of the table
         constexpr int32_t tableStep = 2 * lanes * R;
         int32_t b = 0;
-        if (span * int64_t(sizeof(T)) >= 2048) {
+        if (span * int64_t(sizeof(T)) >= stagedRowBytes) {
             // Output rows lie a span apart, at a stride that maps them onto few
             // cache sets; a run of blocks first fills whole 128-byte pieces of
             // every row in a buffer, which then go out in one piece each.
@@ -558,6 +616,156 @@ struct Compute {
                     VT::store(dst + span * (R - y) - 1 - p - (lanes - 1), VT::reverse(v));
             });
         }
+    }
+
+    // ---- the outermost combine and the table pass in one sweep
+    // The combine of index i writes the row pairs i + m l and their mirrors
+    // n-1-i-m l; `chunk` neighbouring indices from a multiple of the lanes on
+    // thus give whole row blocks of the table pass, s runs of `chunk` row
+    // pairs.  Done chunk by chunk, these runs go to a buffer that stays in
+    // cache, and the table pass takes them from there at once, instead of
+    // the whole array going out to memory and being read back.  Every value
+    // comes from the same operations as in the two stages run one after the
+    // other; only the order of the blocks differs.
+
+    // Samples between the runs of the buffer, two lines: runs a power of two
+    // apart would share their cache sets, and the combine writes all runs at
+    // once.  Where the buffer has no room for them, the stages run one after
+    // the other (packed runs measured 4 percent slower than that).
+    static constexpr int64_t runGap = 128 / int64_t(sizeof(T));
+
+    // Row pairs per chunk: a staged run of the table pass where the combine
+    // has that many indices.  0 where the stages do not line up so (other
+    // radices than those of the power-of-two lengths, counts that do not
+    // divide, a buffer too small for the runs and their gaps).
+    static int32_t fusedChunk(const Env8* merge, const Env4* fold, int32_t width, int64_t bufferSamples)
+    {
+        if (merge->rule < 3 || merge->rule > 5 || fold->rule != 6 || fold->radix2 != 2 * width)
+            return 0;
+        const int32_t s = merge->radix, m = merge->span, n = merge->lastIndex + 1;
+        if (s != (1 << merge->rule) || int64_t(m) * s != n || fold->span != n ||
+            int64_t(fold->blocks) * tableLanes * 2 != n || fold->blocks % factor != 0)
+            return 0;
+        const int32_t chunk = m / 2 < stagedBlocks * lanes ? m / 2 : stagedBlocks * lanes;
+        // rows long enough for the staged output take whole staged runs
+        const bool staged = int64_t(fold->span) * int64_t(sizeof(T)) >= stagedRowBytes;
+        if (chunk <= 0 || chunk % lanes != 0 || (m / 2) % chunk != 0 || (staged && chunk != stagedBlocks * lanes) ||
+            int64_t(s) * (int64_t(chunk) * 2 * width + runGap) > bufferSamples)
+            return 0;
+        return chunk;
+    }
+
+    // The combine of indices i0 .. i0+chunk-1 for all column groups: row
+    // pair p of run l goes to buffer + (l chunk + p) 2 width, runs ascending
+    // in p as the row pairs lie in the full array.
+    template <int S>
+    static void combineChunk(const Env8* env, T* buffer, int64_t runStride, const T* src, int32_t width,
+                             int32_t groups, int32_t i0, int32_t chunk)
+    {
+        constexpr int32_t pairWidth = 2 * tableLanes;
+        constexpr int parts = S == 16 ? 4 : 8;
+        const int32_t half = env->span / 2;
+        const T* table = static_cast<const T*>(env->table);
+        const bool bFirst = S == 32 && sizeof(T) == 8;
+        const int64_t aSize = int64_t(half) * 3 * parts * pairWidth, bSize = int64_t(half) * (parts - 1) * pairWidth;
+        const T* sectionA = bFirst ? table + bSize : table;
+        const T* sectionB = bFirst ? table : table + aSize;
+        for (int32_t i = i0; i < i0 + chunk; ++i) {
+            const T* block = src + int64_t(i) * 2 * S * width;
+            // the mirrored row pairs n-1-i-m l descend with i
+            const int64_t up = int64_t(i - i0) * 2 * width, down = int64_t(i0 + chunk - 1 - i) * 2 * width;
+            for (int32_t g = 0; g < groups; ++g) {
+                T* const column = buffer + lanes * g;
+                combineGroup<S>(sectionA, sectionB, i, block + lanes * g, width, [&](int l, C x) KVTG_LAMBDA_INLINE {
+                    T* const row = column + int64_t(l) * runStride + (l < S / 2 ? up : down);
+                    VT::storeAligned(row, x.re);
+                    VT::storeAligned(row + width, x.im);
+                });
+            }
+        }
+    }
+
+    // The table pass on `count` row blocks from `first` on, whose rows lie
+    // at `rows` as they would in the full array; with `staged`, count is
+    // stagedBlocks and the output goes out as in foldBlocks.
+    template <int R>
+    static void foldRun(const Env4* env, T* dst, const T* rows, int32_t first, int32_t count, bool staged, bool stream)
+    {
+        const T* table = static_cast<const T*>(env->table);
+        const int64_t span = env->span;
+        constexpr int32_t tableStep = 2 * lanes * R;
+        if (staged) {
+            constexpr int32_t run = stagedBlocks * lanes;
+            alignas(16) T up[R][run], down[R][run];
+            for (int32_t k = 0; k < stagedBlocks; ++k)
+                foldBlock<R>(env, table + int64_t(first + k) * tableStep, rows, k, [&](int y, V v) KVTG_LAMBDA_INLINE {
+                    if (y >= R)
+                        VT::storeAligned(up[y - R] + lanes * k, v);
+                    else
+                        VT::storeAligned(down[R - 1 - y] + run - lanes * (k + 1), VT::reverse(v));
+                });
+            const int64_t p = lanes * int64_t(first);
+            for (int q = 0; q < R; ++q) {
+                if (stream) {
+                    streamRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                    streamRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                } else {
+                    copyRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                    copyRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                }
+            }
+            return;
+        }
+        for (int32_t k = 0; k < count; ++k) {
+            const int64_t p = lanes * int64_t(first + k);
+            foldBlock<R>(env, table + int64_t(first + k) * tableStep, rows, k, [&](int y, V v) KVTG_LAMBDA_INLINE {
+                if (y >= R)
+                    VT::store(dst + span * (y - R) + p, v);
+                else
+                    VT::store(dst + span * (R - y) - 1 - p - (lanes - 1), VT::reverse(v));
+            });
+        }
+    }
+
+    // The span pass of rule 7 and the table pass: the outermost composite
+    // stage's inner transforms as usual, then its combine and the table pass
+    // together, chunk by chunk, through `buffer` (bufferSamples long, free
+    // for the call).  False, with nothing done, where fusedChunk declines;
+    // the caller sees that `factor` divides the column groups.
+    static bool spanAndTable(Env5* columns, Env4* fold, T* dst, const T* src, T* buffer, int64_t bufferSamples)
+    {
+        if (columns->rule != 7)
+            return false;
+        Env7* const outer = first<Env7>(columns->firstList);
+        if (outer->rule != 1)
+            return false;
+        Env8* const merge = first<Env8>(outer->firstList);
+        const int32_t groups = columns->vectors / factor, width = lanes * groups;
+        const int32_t chunk = fusedChunk(merge, fold, width, bufferSamples);
+        if (chunk == 0)
+            return false;
+        T* const work = static_cast<T*>(outer->work);
+        env9_compute(first<Env9>(outer->secondList), work, width, src, 0, columns->lastIndex, groups);
+        constexpr int R = 32;
+        const int64_t span = fold->span;
+        const bool staged = chunk == stagedBlocks * lanes && span * int64_t(sizeof(T)) >= stagedRowBytes;
+        const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes;
+        const int32_t s = merge->radix, m = merge->span;
+        const int64_t runStride = int64_t(chunk) * 2 * width + runGap;
+        for (int32_t i0 = 0; i0 < m / 2; i0 += chunk) {
+            switch (merge->rule) {
+            case 3: combineChunk<8>(merge, buffer, runStride, work, width, groups, i0, chunk); break;
+            case 4: combineChunk<16>(merge, buffer, runStride, work, width, groups, i0, chunk); break;
+            default: combineChunk<32>(merge, buffer, runStride, work, width, groups, i0, chunk); break;
+            }
+            for (int32_t l = 0; l < s; ++l) {
+                // the first row pair of run l: i0 + m l, or the mirror of the chunk's last index
+                const int32_t pair = l < s / 2 ? i0 + m * l : merge->lastIndex - (i0 + chunk - 1) - m * l;
+                foldRun<R>(fold, dst, buffer + int64_t(l) * runStride, pair / lanes, chunk / lanes, staged,
+                           stream);
+            }
+        }
+        return true;
     }
 
     static Status env4_compute(Env4* env, T* dst, const T* src)

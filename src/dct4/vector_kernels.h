@@ -149,6 +149,8 @@ struct Kernels {
     using C = Complex<T, W>;
 
     static KVTG_INLINE V constant(long double x) { return Vec<T, W>::set(static_cast<T>(x)); }
+    // 32-byte vectors: the x86-64-v3 build's wider kernels
+    static constexpr bool wide = W * static_cast<int>(sizeof(T)) == 32;
 
     // (re + i im) e^(i pi k / d), four products and two additions
     template <int K, int D>
@@ -264,12 +266,53 @@ struct Kernels {
     template <int R, class Out>
     static KVTG_INLINE void foldHalves(const C* plus, const C* minus, Out&& out)
     {
-        V evenQ[R], oddQ[R];
-        // a fold kernel of size R/2 holds R vectors
-        call<R, fold<R / 2>>(plus, evenQ);
-        call<R, fold<R / 2>>(minus, oddQ);
-        // element t + R/2 of the halves is Y[2t] and Y[2t+1]
-        interleave<R>(evenQ, oddQ, out);
+        if constexpr (wide) {
+            // each half goes out as soon as it is formed, so that its values
+            // need no registers while the other half is formed
+            V evenQ[R];
+            call<R, fold<R / 2>>(plus, evenQ);
+            halfOut<R, 0>(evenQ, out);
+            V oddQ[R];
+            call<R, fold<R / 2>>(minus, oddQ);
+            halfOut<R, 1>(oddQ, out);
+        } else {
+            V evenQ[R], oddQ[R];
+            // a fold kernel of size R/2 holds R vectors
+            call<R, fold<R / 2>>(plus, evenQ);
+            call<R, fold<R / 2>>(minus, oddQ);
+            // element t + R/2 of the halves is Y[2t] and Y[2t+1]
+            interleave<R>(evenQ, oddQ, out);
+        }
+    }
+
+    // element t of a half is Y[2t + P]
+    template <int R, int P, int T2 = 0, class Out>
+    static KVTG_INLINE void halfOut(const V* half, Out&& out)
+    {
+        if constexpr (T2 < R) {
+            out(2 * T2 + P, half[T2]);
+            halfOut<R, P, T2 + 1>(half, out);
+        }
+    }
+
+    // The sums and the rotated differences of the pairs, each on its own.
+    template <int R, int J = 0>
+    static KVTG_INLINE void foldSums(const C* z, C* plus)
+    {
+        if constexpr (J < R / 2) {
+            const C a = z[J], b = z[R - 1 - J];
+            plus[J] = {kv::add(a.re, b.re), kv::sub(a.im, b.im)};
+            foldSums<R, J + 1>(z, plus);
+        }
+    }
+    template <int R, int J = 0>
+    static KVTG_INLINE void foldDifferences(const C* z, C* minus)
+    {
+        if constexpr (J < R / 2) {
+            C plus;
+            foldPair<R, J>(z[J], z[R - 1 - J], plus, minus[J]);
+            foldDifferences<R, J + 1>(z, minus);
+        }
     }
 
     template <int R>
@@ -278,6 +321,21 @@ struct Kernels {
         if constexpr (R == 1) {
             y[1] = z[0].re;  // Y[0]
             y[0] = z[0].im;  // Y[-1]
+        } else if constexpr (wide && 2 * R >= outlineFrom) {
+            // the kernels out of line read z from memory: the sums and their
+            // half first, then the differences from z again, so that the
+            // differences need no registers while the first half runs
+            const auto store = [y](int k, V v) KVTG_LAMBDA_INLINE { y[k] = v; };
+            C plus[R / 2];
+            foldSums<R>(z, plus);
+            V evenQ[R];
+            call<R, fold<R / 2>>(plus, evenQ);
+            halfOut<R, 0>(evenQ, store);
+            C minus[R / 2];
+            foldDifferences<R>(z, minus);
+            V oddQ[R];
+            call<R, fold<R / 2>>(minus, oddQ);
+            halfOut<R, 1>(oddQ, store);
         } else {
             C plus[R / 2], minus[R / 2];
             foldPairs<R>(z, plus, minus);

@@ -312,8 +312,13 @@ void compareDct4(const std::string& suffix, int maxLog)
         ASSERT_EQ(size[0], size[1]) << "kvtgDCT4GetSize_" << suffix << " n " << n;
     }
     namesCalled += 5;
-    for (int log = 1; log <= maxLog; ++log) {
-        const int n = 1 << log;
+    // every power of two, and lengths one more, whose plans split otherwise
+    std::vector<std::pair<int, int>> lengths;
+    for (int log = 1; log <= maxLog; ++log)
+        lengths.push_back({1 << log, log});
+    for (int log : {6, 12, 13, 16, 18})
+        lengths.push_back({(1 << log) + 1, log});
+    for (const auto& [n, log] : lengths) {
         int32_t size[2] = {0, 0};
         for (int f = 0; f < 2; ++f)
             ASSERT_EQ(StatusOk, files[f].fn<GetSize>("kvtgDCT4GetSize_" + suffix)(n, &size[f]));
@@ -344,7 +349,7 @@ void compareDct4(const std::string& suffix, int maxLog)
     }
 }
 
-TEST(BitIdentity, Dct4EveryPowerOfTwoTo2To20)
+TEST(BitIdentity, Dct4EveryPowerOfTwoTo2To20AndOddLengths)
 {
     compareDct4<float>("32f", 20);
     compareDct4<double>("64f", 20);
