@@ -179,6 +179,33 @@ struct WideAccess {
     static void storeVector(double* p, v4d v) { _mm256_storeu_pd(p, v); }
 };
 
+// ---- lanes of the packed real kernels: four Real64 values in a 256-bit
+// vector, four Real32 values in a 128-bit one, so that a widening or a
+// narrowing maps four lanes onto four.
+// lane i of the result is lane (selector >> 2i) & 3 of a
+template <int selector>
+inline v4d permute4(v4d a) { return _mm256_permute4x64_pd(a, selector); }
+template <int selector>
+inline v4f permute4(v4f a) { return _mm_permute_ps(a, selector); }
+// lane i from b where bit i of the mask is set, else from a
+template <int mask>
+inline v4d blend(v4d a, v4d b) { return _mm256_blend_pd(a, b, mask); }
+template <int mask>
+inline v4f blend(v4f a, v4f b) { return _mm_blend_ps(a, b, mask); }
+template <int i>
+inline double lane(v4d a)
+{
+    const v2d half = i < 2 ? _mm256_castpd256_pd128(a) : _mm256_extractf128_pd(a, 1);
+    return _mm_cvtsd_f64(i % 2 == 0 ? half : _mm_unpackhi_pd(half, half));
+}
+template <int i>
+inline float lane(v4f a) { return _mm_cvtss_f32(i == 0 ? a : _mm_permute_ps(a, i)); }
+// exact widening of four Real32 values, and their rounding back
+inline v4d widen4(v4f a) { return _mm256_cvtps_pd(a); }
+inline v4f narrow4(v4d a) { return _mm256_cvtpd_ps(a); }
+inline v4f load4f(const float* p) { return _mm_loadu_ps(p); }
+inline void store4f(float* p, v4f v) { _mm_storeu_ps(p, v); }
+
 }  // namespace kv
 
 #endif

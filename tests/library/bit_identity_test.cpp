@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <limits>
 #include <random>
 #include <set>
 #include <string>
@@ -78,6 +79,20 @@ std::vector<T> samples(std::size_t count, unsigned seed)
         const int kind = static_cast<int>(rng() % 8);
         v[i] = kind == 0 ? T(0) : kind < 5 ? T(unit(rng)) : T(std::ldexp(unit(rng), exponent(rng)));
     }
+    return v;
+}
+
+// Samples near the top of the type's range with full random mantissas: a
+// Real32 kernel's products of such values exist only in Real64, and any lane
+// that rounded a product or a sum in another type or order would show.
+template <class T>
+std::vector<T> largeSamples(std::size_t count, unsigned seed)
+{
+    std::mt19937 rng(seed);
+    std::uniform_real_distribution<double> unit(0.5, 1.0);
+    std::vector<T> v(count);
+    for (std::size_t i = 0; i < count; ++i)
+        v[i] = static_cast<T>((rng() % 2 ? -1 : 1) * unit(rng) * (std::numeric_limits<T>::max() / 8));
     return v;
 }
 
@@ -152,16 +167,18 @@ void compareSizeFamily(const std::string& prefix, const std::string& suffix, int
     const std::string dispatcher = prefix + suffix;
     for (int n = first; n <= last; ++n) {
         const std::string kernel = prefix + std::to_string(n) + "_" + suffix;
-        const std::vector<T> input = samples<T>(inCount(n), static_cast<unsigned>(n));
-        for (int flag : kFlags)
-            for (const Placement& p : placements<T>()) {
-                compare<T>(at(kernel.c_str(), flag, p), input, outCount(n), p,
-                           [&](const Library& lib, const T* s, T* d) { return lib.fn<Kernel>(kernel)(s, d, flag); });
-                compare<T>(at(dispatcher.c_str(), flag, p) + " len " + std::to_string(n), input, outCount(n), p,
-                           [&](const Library& lib, const T* s, T* d) {
-                               return lib.fn<Dispatcher>(dispatcher)(s, d, n, flag);
-                           });
-            }
+        const std::vector<T> inputs[] = {samples<T>(inCount(n), static_cast<unsigned>(n)),
+                                         largeSamples<T>(inCount(n), static_cast<unsigned>(n))};
+        for (const std::vector<T>& input : inputs)
+            for (int flag : kFlags)
+                for (const Placement& p : placements<T>()) {
+                    compare<T>(at(kernel.c_str(), flag, p), input, outCount(n), p,
+                               [&](const Library& lib, const T* s, T* d) { return lib.fn<Kernel>(kernel)(s, d, flag); });
+                    compare<T>(at(dispatcher.c_str(), flag, p) + " len " + std::to_string(n), input, outCount(n), p,
+                               [&](const Library& lib, const T* s, T* d) {
+                                   return lib.fn<Dispatcher>(dispatcher)(s, d, n, flag);
+                               });
+                }
     }
     // lengths the dispatcher refuses
     for (int n : {-1, 0, 1, 65})
