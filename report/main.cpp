@@ -101,8 +101,7 @@ std::map<std::string, long> codeSizeByFamily(const std::string& path)
             name.find("3wht") != std::string::npos)
             return "wht";
         if (name.find("DCT4") != std::string::npos || name.find("EnvList") != std::string::npos ||
-            name.find("4dct4") != std::string::npos ||
-            name.rfind("pgendct4", 0) == 0 || name.rfind("owngenautolib", 0) == 0)
+            name.find("4dct4") != std::string::npos || name.rfind("owngenautolib", 0) == 0)
             return "dct4";
         return "";
     };
