@@ -6,6 +6,8 @@
 
 #include <type_traits>
 
+#include <unistd.h>
+
 #include "dct4/env.h"
 #include "dct4/tables.h"
 #include "dct4/vector_kernels.h"
@@ -160,9 +162,20 @@ struct Compute {
     }
 
     // Destinations from this size on are written past the caches: a stage
-    // that writes that much leaves little of it in cache for the next one,
-    // and fetching lines only to overwrite them costs more than the misses.
-    static constexpr int64_t streamBytes = int64_t(8) << 20;
+    // that writes more than the last-level cache holds leaves little of it
+    // there for the next one, and fetching lines only to overwrite them costs
+    // more than the misses.  Below that size the output of a stage is read
+    // again from cache (on a machine with a 260 MiB last level, streaming the
+    // stages of the Real32 transform of 2^20 points made it 2.8x slower).
+    // The size is the processor's, read once; where it cannot be read, 8 MiB.
+    static int64_t streamBytes()
+    {
+        static const int64_t bytes = [] {
+            const long lastLevel = sysconf(_SC_LEVEL3_CACHE_SIZE);
+            return lastLevel > 0 ? int64_t(lastLevel) : int64_t(8) << 20;
+        }();
+        return bytes;
+    }
 
     // copyRows into memory that the caches would not keep anyway: the stores
     // bypass them (where the destination is aligned), so that no line is
@@ -360,7 +373,7 @@ struct Compute {
         const T* sectionB = bFirst ? table : table + aSize;
         alignas(16) T in[scratchSamples], out[scratchSamples];
         const int64_t extent = int64_t(2) * env->half * dstStride * int64_t(sizeof(T));
-        const bool stream = extent >= streamBytes, direct = extent <= combineDirectBytes;
+        const bool stream = extent >= streamBytes(), direct = extent <= combineDirectBytes;
         const int32_t chunk = groupsPerChunk(2 * S, groups);
         for (int32_t g0 = 0; g0 < groups; g0 += chunk) {
             const int32_t count = groups - g0 < chunk ? groups - g0 : chunk;
@@ -586,7 +599,7 @@ struct Compute {
             // every row in a buffer, which then go out in one piece each.
             constexpr int32_t run = stagedBlocks * lanes;
             alignas(16) T up[R][run], down[R][run];
-            const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes;
+            const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes();
             for (; b + stagedBlocks <= env->blocks / factor; b += stagedBlocks) {
                 for (int32_t k = 0; k < stagedBlocks; ++k)
                     foldBlock<R>(env, table + int64_t(b + k) * tableStep, src, b + k, [&](int y, V v) KVTG_LAMBDA_INLINE {
@@ -749,7 +762,7 @@ struct Compute {
         constexpr int R = 32;
         const int64_t span = fold->span;
         const bool staged = chunk == stagedBlocks * lanes && span * int64_t(sizeof(T)) >= stagedRowBytes;
-        const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes;
+        const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes();
         const int32_t s = merge->radix, m = merge->span;
         const int64_t runStride = int64_t(chunk) * 2 * width + runGap;
         for (int32_t i0 = 0; i0 < m / 2; i0 += chunk) {
