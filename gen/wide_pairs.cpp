@@ -30,8 +30,13 @@ struct Options {
     bool lookahead;    // such pairs count one instruction less where their users pair too
 };
 
-// Instructions of a graph's nodes that the roots need: what holds no value
-// of its own (constants, the free lower-half extraction) costs nothing.
+// Cost of the nodes that the roots need: one per instruction, and one more for
+// each that runs on the shuffle unit (exchanges, selections, moves across
+// halves, loads into an upper half).  Some cores have one such unit beside
+// two or three for the arithmetic, and there a kernel whose moves across
+// halves outnumber the instructions that the 256-bit operations save runs
+// slower than its 128-bit form (Complex32 of 19 points: 1.5x).  What holds no
+// value of its own (constants, the free lower-half extraction) costs nothing.
 int instructions(const Graph& g, const std::vector<int>& roots)
 {
     const std::vector<bool> live = g.liveSet(roots);
@@ -43,6 +48,9 @@ int instructions(const Graph& g, const std::vector<int>& roots)
         if (n.op == Op::Const || n.op == Op::Param || (n.op == Op::Extract && n.index == 0))
             continue;
         count += n.op == Op::SwapNeg ? 2 : 1;
+        const bool shuffles = n.op == Op::Swap || n.op == Op::SwapNeg || n.op == Op::Shuffle || n.op == Op::Join ||
+                              n.op == Op::Extract || n.op == Op::Permute2 || (n.op == Op::Input && n.index2 >= 0 && n.index2 != n.index + 1);
+        count += shuffles ? 1 : 0;
     }
     return count;
 }
