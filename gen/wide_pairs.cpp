@@ -27,7 +27,7 @@ struct Options {
     // (by their order, or lined up by the longest common sequence of steps)
     enum Seeds { None, Neighbours, Shapes, Groups, AlignedGroups } seeds;
     bool crossMoves;   // pairs whose operands need moves across halves
-    bool lookahead;    // such pairs count one instruction less where their users pair too
+    bool lookahead;    // such pairs count one move less where their users pair too
 };
 
 // Cost of the nodes that the roots need: one per instruction, and one more for
@@ -54,6 +54,10 @@ int instructions(const Graph& g, const std::vector<int>& roots)
     }
     return count;
 }
+
+// A move across halves as `instructions` counts it: an instruction on the
+// shuffle unit.
+constexpr int moveCost = 2;
 
 class Packer {
 public:
@@ -152,14 +156,14 @@ int Packer::joinCost(int lo, int hi) const
         if (sa >= 0 && sb == sa + lanes)
             return 0;
     }
-    return 1;
+    return moveCost;
 }
 
 int Packer::extractCost(int id) const
 {
     if (id < 0 || narrowId_[static_cast<std::size_t>(id)] >= 0)
         return 0;
-    return inWide(id) && half_[static_cast<std::size_t>(id)] == 1 ? 1 : 0;
+    return inWide(id) && half_[static_cast<std::size_t>(id)] == 1 ? moveCost : 0;
 }
 
 bool Packer::compatible(int x, int y) const
@@ -180,7 +184,9 @@ int Packer::pairGain(int lo, int hi) const
 {
     const Node& x = node(lo);
     const Node& y = node(hi);
-    int wide = 1, narrow = 2;
+    // a pair of exchanges or selections saves one instruction of the shuffle unit
+    const int own = x.op == Op::Swap || x.op == Op::SwapNeg || x.op == Op::Shuffle ? moveCost : 1;
+    int wide = own, narrow = 2 * own;
     for (auto [ox, oy] : {std::pair<int, int>{x.a, y.a}, std::pair<int, int>{x.b == x.a ? -1 : x.b, y.b}}) {
         if (ox < 0)
             continue;
@@ -605,7 +611,7 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
                         continue;
                     for (int h = 0; h < 2; ++h) {
                         const int lo = h == 0 ? x : y, hi = h == 0 ? y : x;
-                        const int gain = pairGain(lo, hi) - (options_.lookahead && usersPair(lo, hi) ? 1 : 0);
+                        const int gain = pairGain(lo, hi) - (options_.lookahead && usersPair(lo, hi) ? moveCost : 0);
                         if (gain < best) {
                             best = gain;
                             bestLo = lo;
