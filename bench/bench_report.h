@@ -1,7 +1,7 @@
 // Shared pieces of the benchmark programs: a reporter that keeps each
 // benchmark's time per iteration for a summary table, the geometric mean, a
-// measurement of the core clock, and the choice of the fastest of several
-// FFTW plans.
+// measurement of the core clock (and, through fastest_plan.h, the choice of
+// the fastest of several FFTW plans).
 #ifndef KVTG_BENCH_REPORT_H
 #define KVTG_BENCH_REPORT_H
 
@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "call_timer.h"
+#include "fastest_plan.h"
 
 namespace bench {
 
@@ -82,33 +83,6 @@ inline double measureClockGHz()
     }
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return 3.0 * static_cast<double>(steps) / seconds / 1e9;
-}
-
-// FFTW_MEASURE times its candidate algorithms once while planning, so the plan
-// it settles on for a small length changes from one planning to the next (the
-// Real32 DHT of length 13 ran at 19 ns with one plan and at 33 ns with
-// another).  The peer is planned `tries` times with its wisdom forgotten in
-// between, and the plan that runs fastest here is the one benchmarked.
-// `make` plans and refills the input (planning overwrites it); `run` executes.
-template <class Plan, class Make, class Run, class Destroy, class Forget>
-Plan fastestPlan(Make make, Run run, Destroy destroy, Forget forget, int tries = 3)
-{
-    Plan best = nullptr;
-    double bestNs = INFINITY;
-    for (int t = 0; t < tries; ++t) {
-        forget();
-        Plan plan = make();
-        const double ns = nanosecondsPerCall([&] { run(plan); }, std::chrono::microseconds(20), 5);
-        if (ns < bestNs) {
-            if (best != nullptr)
-                destroy(best);
-            best = plan;
-            bestNs = ns;
-        } else {
-            destroy(plan);
-        }
-    }
-    return best;
 }
 
 }  // namespace bench
