@@ -100,6 +100,7 @@ private:
 
     void assignNarrow(int id);
     void assignWide(int lo, int hi);
+    int signFlip(int wide);
     void placed(int id);
 
     const Graph& g_;
@@ -172,7 +173,9 @@ bool Packer::compatible(int x, int y) const
         return false;
     const Node& a = node(x);
     const Node& b = node(y);
-    if (a.op != b.op || a.type != b.type || a.index != b.index)
+    // an addition pairs with a subtraction: see signFlip
+    const bool sum = (a.op == Op::Add || a.op == Op::Sub) && (b.op == Op::Add || b.op == Op::Sub);
+    if ((a.op != b.op && !sum) || a.type != b.type || a.index != b.index)
         return false;
     if ((a.a < 0) != (b.a < 0) || (a.b < 0) != (b.b < 0))
         return false;
@@ -186,7 +189,7 @@ int Packer::pairGain(int lo, int hi) const
     const Node& y = node(hi);
     // a pair of exchanges or selections saves one instruction of the shuffle unit
     const int own = x.op == Op::Swap || x.op == Op::SwapNeg || x.op == Op::Shuffle ? moveCost : 1;
-    int wide = own, narrow = 2 * own;
+    int wide = own + (x.op != y.op ? 1 : 0), narrow = 2 * own;
     for (auto [ox, oy] : {std::pair<int, int>{x.a, y.a}, std::pair<int, int>{x.b == x.a ? -1 : x.b, y.b}}) {
         if (ox < 0)
             continue;
@@ -440,6 +443,31 @@ void Packer::assignNarrow(int id)
     placed(id);
 }
 
+// An addition in one half and a subtraction in the other run as the lower
+// half's operation with the second operand's upper half negated: c + (-d) is
+// c - d and c - (-d) is c + d exactly in IEEE arithmetic, zeros' signs
+// included.  The negation is a product by (+1 | -1), exact as well, on an
+// arithmetic unit rather than the shuffle unit.  Such pairs arise where the
+// graph wrote b - a as -(a - b) in one transform and not in its neighbour,
+// since that depends on which operand the graph made first.
+int Packer::signFlip(int wide)
+{
+    const Type type = out_.graph.node(wide).type;
+    const Type half = type == Type::V4D ? Type::V2D : Type::V4F;
+    Node plus{Op::Const, half}, minus{Op::Const, half};
+    plus.lane0 = plus.lane1 = plus.lane2 = plus.lane3 = 1.0;
+    minus.lane0 = minus.lane1 = minus.lane2 = minus.lane3 = -1.0;
+    if (half == Type::V2D)
+        plus.lane2 = plus.lane3 = minus.lane2 = minus.lane3 = 0.0;
+    Node signs{Op::Const, type};
+    signs.a = out_.graph.raw(plus);
+    signs.b = out_.graph.raw(minus);
+    Node product{Op::Mul, type};
+    product.a = wide;
+    product.b = out_.graph.raw(signs);
+    return out_.graph.raw(product);
+}
+
 void Packer::assignWide(int lo, int hi)
 {
     const Node& x = node(lo);
@@ -450,6 +478,8 @@ void Packer::assignWide(int lo, int hi)
         n.a = value256(x.a, y.a);
     if (x.b >= 0)
         n.b = x.b == x.a ? n.a : value256(x.b, y.b);
+    if (x.op != y.op)
+        n.b = signFlip(n.b);
     const int id = out_.graph.raw(n);
     wideId_[static_cast<std::size_t>(lo)] = id;
     half_[static_cast<std::size_t>(lo)] = 0;
