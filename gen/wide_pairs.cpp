@@ -30,13 +30,25 @@ struct Options {
     bool lookahead;    // such pairs count one move less where their users pair too
 };
 
-// Cost of the nodes that the roots need: one per instruction, and one more for
-// each that runs on the shuffle unit (exchanges, selections, moves across
-// halves, loads into an upper half).  Some cores have one such unit beside
-// two or three for the arithmetic, and there a kernel whose moves across
-// halves outnumber the instructions that the 256-bit operations save runs
-// slower than its 128-bit form (Complex32 of 19 points: 1.5x).  What holds no
-// value of its own (constants, the free lower-half extraction) costs nothing.
+// Whether a node's instruction runs on the shuffle unit: exchanges,
+// selections, moves across halves, loads into an upper half.
+bool onShuffleUnit(const Node& n)
+{
+    return n.op == Op::Swap || n.op == Op::SwapNeg || n.op == Op::Shuffle || n.op == Op::Join ||
+           n.op == Op::Extract || n.op == Op::Permute2 ||
+           (n.op == Op::Input && n.index2 >= 0 && n.index2 != n.index + 1);
+}
+
+// What an instruction on the shuffle unit counts.  Some cores have one such
+// unit beside two or three for the arithmetic, and there a kernel whose moves
+// across halves outnumber the instructions that the 256-bit operations save
+// runs slower than its 128-bit form (Complex32 of 19 points: 1.5x).
+constexpr int moveCost = 2;
+
+// Cost of the nodes that the roots need: one per instruction, `moveCost` for
+// one on the shuffle unit (a multiplication by i is an exchange and a sign
+// change).  What holds no value of its own (constants, the free lower-half
+// extraction) costs nothing.
 int instructions(const Graph& g, const std::vector<int>& roots)
 {
     const std::vector<bool> live = g.liveSet(roots);
@@ -47,17 +59,10 @@ int instructions(const Graph& g, const std::vector<int>& roots)
         const Node& n = g.node(id);
         if (n.op == Op::Const || n.op == Op::Param || (n.op == Op::Extract && n.index == 0))
             continue;
-        count += n.op == Op::SwapNeg ? 2 : 1;
-        const bool shuffles = n.op == Op::Swap || n.op == Op::SwapNeg || n.op == Op::Shuffle || n.op == Op::Join ||
-                              n.op == Op::Extract || n.op == Op::Permute2 || (n.op == Op::Input && n.index2 >= 0 && n.index2 != n.index + 1);
-        count += shuffles ? 1 : 0;
+        count += (onShuffleUnit(n) ? moveCost : 1) + (n.op == Op::SwapNeg ? 1 : 0);
     }
     return count;
 }
-
-// A move across halves as `instructions` counts it: an instruction on the
-// shuffle unit.
-constexpr int moveCost = 2;
 
 class Packer {
 public:
@@ -188,7 +193,7 @@ int Packer::pairGain(int lo, int hi) const
     const Node& x = node(lo);
     const Node& y = node(hi);
     // a pair of exchanges or selections saves one instruction of the shuffle unit
-    const int own = x.op == Op::Swap || x.op == Op::SwapNeg || x.op == Op::Shuffle ? moveCost : 1;
+    const int own = onShuffleUnit(x) ? moveCost : 1;
     int wide = own + (x.op != y.op ? 1 : 0), narrow = 2 * own;
     for (auto [ox, oy] : {std::pair<int, int>{x.a, y.a}, std::pair<int, int>{x.b == x.a ? -1 : x.b, y.b}}) {
         if (ox < 0)
@@ -455,10 +460,12 @@ int Packer::signFlip(int wide)
     const Type type = out_.graph.node(wide).type;
     const Type half = type == Type::V4D ? Type::V2D : Type::V4F;
     Node plus{Op::Const, half}, minus{Op::Const, half};
-    plus.lane0 = plus.lane1 = plus.lane2 = plus.lane3 = 1.0;
-    minus.lane0 = minus.lane1 = minus.lane2 = minus.lane3 = -1.0;
-    if (half == Type::V2D)
-        plus.lane2 = plus.lane3 = minus.lane2 = minus.lane3 = 0.0;
+    plus.lane0 = plus.lane1 = 1.0;
+    minus.lane0 = minus.lane1 = -1.0;
+    if (half == Type::V4F) {
+        plus.lane2 = plus.lane3 = 1.0;
+        minus.lane2 = minus.lane3 = -1.0;
+    }
     Node signs{Op::Const, type};
     signs.a = out_.graph.raw(plus);
     signs.b = out_.graph.raw(minus);
