@@ -39,10 +39,14 @@ bool onShuffleUnit(const Node& n)
            (n.op == Op::Input && n.index2 >= 0 && n.index2 != n.index + 1);
 }
 
-// What an instruction on the shuffle unit counts.  Some cores have one such
-// unit beside two or three for the arithmetic, and there a kernel whose moves
-// across halves outnumber the instructions that the 256-bit operations save
-// runs slower than its 128-bit form (Complex32 of 19 points: 1.5x).
+// What an instruction on the shuffle unit counts.  On the cores measured
+// (bench/ports_bench) the exchanges as the compiler writes them (vpermilps,
+// vpermilpd), the interleavings and the moves across halves issue on one port
+// only, one that the additions use as well, so they come at half the rate of
+// an addition (selections, vshufps, at the full rate, are counted the same);
+// a kernel whose moves across halves outnumber the instructions that the
+// 256-bit operations save runs slower than its 128-bit form (Complex32 of 19
+// points: 1.5x).
 constexpr int moveCost = 2;
 
 // Cost of the nodes that the roots need: one per instruction, `moveCost` for
