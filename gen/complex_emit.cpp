@@ -5,6 +5,8 @@
 // Complex64 kernels keep one complex sample per vector and carry every value as
 // two parts p + i*q, so that a multiplication by i is bookkeeping and the one
 // exchange of lanes happens per output pair, at the end.
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <stdexcept>
 #include <sstream>
@@ -15,6 +17,7 @@
 #include "complex_lanes.h"
 #include "complex_pairs.h"
 #include "complex_rules.h"
+#include "graph_eval.h"
 #include "family.h"
 #include "wide_pairs.h"
 
@@ -151,7 +154,7 @@ void buildVectorLayout(int n, const Tree& tree, int sign, Graph& graph, std::vec
 // two nodes to a 256-bit node where that pays, neighbouring samples loaded and
 // stored 32 bytes at a time.
 std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Store>& stores, NodePrinter printer,
-                     Kernel& kernel)
+                     Kernel& kernel, int* cost = nullptr)
 {
     const bool single = v.precision == Precision::Single;
     std::vector<VectorStore> outputs;
@@ -165,6 +168,8 @@ std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Sto
         return n.index2 == n.index + 1 ? 2 * n.index : -1;
     };
     const PackedKernel packed = packWide(graph, outputs, span);
+    if (cost)
+        *cost = std::min(packed.cost, packed.narrowCost);
     if (packed.cost >= packed.narrowCost) {
         kernel.packing = "; kept at 128 bits (" + std::to_string(packed.narrowCost) + " instructions against " +
                          std::to_string(packed.cost) + " packed)";
@@ -201,6 +206,185 @@ std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Sto
                      std::to_string(packed.narrowNodes) + " of 128 bits, " + std::to_string(packed.moves) +
                      " moves across halves; " + std::to_string(packed.cost) + " instructions against " +
                      std::to_string(packed.narrowCost);
+    return body.str();
+}
+
+// The body of a split-layout Complex32 kernel for the 256-bit target: the
+// layout built eight lanes wide (each vector the two vectors of the 128-bit
+// kernel side by side, so that the bits stay).  Outputs go out as four complex
+// numbers per vector where their lanes can be gathered inside the halves: two
+// neighbouring pairs in one 32-byte store, or two pairs from apart in two
+// 16-byte stores; a pair that fits no other goes out alone.
+// The samples a kernel's graph writes for given input samples and factor.
+std::vector<float> narrowOutputs(const Graph& graph, const std::vector<Store>& stores, const std::vector<float>& x,
+                                 float factor)
+{
+    const LaneEvaluator run(graph, x, factor);
+    std::vector<float> y(x.size(), 0.0f);
+    for (const Store& store : stores) {
+        const std::array<float, 8>& v = run.lanes(store.node);
+        const int lanes = store.kind == Store::Pair ? 4 : 2;
+        const int first = store.kind == Store::High ? 2 : 0;
+        for (int i = 0; i < lanes; ++i)
+            y[static_cast<std::size_t>(2 * store.index + i)] = v[static_cast<std::size_t>(first + i)];
+    }
+    return y;
+}
+
+// Inputs on which the 256-bit graph of a kernel must give the 128-bit graph's
+// bits: zeros of both signs and impulses, where a zero of the other sign shows
+// at once, and random samples, where a rounding shows.
+std::vector<std::vector<float>> checkInputs(int n)
+{
+    std::vector<std::vector<float>> inputs = {std::vector<float>(2 * n, 0.0f), std::vector<float>(2 * n, -0.0f)};
+    for (int i = 0; i < 2 * n; ++i) {
+        std::vector<float> impulse(2 * n, -0.0f);
+        impulse[static_cast<std::size_t>(i)] = i % 3 == 0 ? -1.5f : 0.75f;
+        inputs.push_back(impulse);
+    }
+    unsigned state = 12345u + static_cast<unsigned>(n);
+    for (int r = 0; r < 4; ++r) {
+        std::vector<float> random(2 * n);
+        for (float& value : random) {
+            state = state * 1664525u + 1013904223u;
+            value = static_cast<float>(static_cast<int>(state >> 8) - (1 << 23)) / static_cast<float>(1 << (state % 13));
+        }
+        inputs.push_back(random);
+    }
+    return inputs;
+}
+
+std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer, Kernel& kernel,
+                          const Graph& narrow, const std::vector<Store>& narrowStores, int& cost)
+{
+    Graph graph;
+    SplitBuilder builder(graph, n, 8);
+    const std::vector<SplitRef> out = builder.dft(tree, builder.inputs(), sign);
+    const int factor = graph.param(Type::V8F, 0);
+
+    struct Unit {
+        int first;  // sample index of its first complex number
+        std::array<Lane, 4> lanes;
+        std::array<bool, 4> care;
+    };
+    std::vector<Unit> units;
+    for (int k = 0; k < n; k += 2) {
+        const SplitRef& a = out[static_cast<std::size_t>(k)];
+        const bool pair = k + 1 < n;
+        const SplitRef& b = out[static_cast<std::size_t>(pair ? k + 1 : k)];
+        units.push_back({k, {a.re, a.im, b.re, b.im}, {true, true, pair, pair}});
+    }
+    auto lanesOf = [](const Unit& lo, const Unit* hi) {
+        std::array<Lane, 8> lanes{};
+        std::array<bool, 8> care{};
+        for (std::size_t i = 0; i < 4; ++i) {
+            lanes[i] = lo.lanes[i];
+            care[i] = lo.care[i];
+            if (hi) {
+                lanes[i + 4] = hi->lanes[i];
+                care[i + 4] = hi->care[i];
+            }
+        }
+        return std::make_pair(lanes, care);
+    };
+    auto full = [](const Unit& u) { return u.care[2]; };
+
+    struct WideStore {
+        int node;
+        int lo, hi;  // first samples of the two halves; hi -1: the lower half alone
+        bool pair;   // the lower half holds two samples (else one)
+    };
+    std::vector<WideStore> stores;
+    std::vector<bool> stored(units.size(), false);
+    for (std::size_t u = 0; u < units.size(); ++u) {
+        if (stored[u])
+            continue;
+        stored[u] = true;
+        int partner = -1;
+        if (full(units[u])) {
+            // the next pair first: one 32-byte store
+            for (std::size_t v = u + 1; v < units.size() && partner < 0; ++v) {
+                if (stored[v] || !full(units[v]))
+                    continue;
+                const auto lanes = lanesOf(units[u], &units[v]);
+                if (builder.inHalfPlaces(lanes.first, lanes.second))
+                    partner = static_cast<int>(v);
+            }
+        }
+        if (partner >= 0) {
+            stored[static_cast<std::size_t>(partner)] = true;
+            const auto lanes = lanesOf(units[u], &units[static_cast<std::size_t>(partner)]);
+            const int node = graph.mul(builder.gatherLanes8(lanes.first, lanes.second), factor);
+            stores.push_back({node, units[u].first, units[static_cast<std::size_t>(partner)].first, true});
+        } else {
+            const auto lanes = lanesOf(units[u], nullptr);
+            const int node = graph.mul(builder.gatherLanes8(lanes.first, lanes.second), factor);
+            stores.push_back({node, units[u].first, -1, full(units[u])});
+        }
+    }
+
+    // The 128-bit kernel fixes the bits.  Where the 256-bit graph orders a
+    // subtraction otherwise (the 128-bit graph normalises signs per vector, so
+    // its two halves can differ), a zero result may take the other sign: such a
+    // kernel keeps the packed form of the 128-bit graph.
+    for (const std::vector<float>& x : checkInputs(n)) {
+        const float factor = 1.0f / static_cast<float>(n);
+        const std::vector<float> expected = narrowOutputs(narrow, narrowStores, x, factor);
+        const LaneEvaluator run(graph, x, factor);
+        std::vector<float> y(x.size(), 0.0f);
+        for (const WideStore& store : stores) {
+            const std::array<float, 8>& v = run.lanes(store.node);
+            const int lower = store.pair ? 4 : 2;
+            for (int i = 0; i < lower; ++i)
+                y[static_cast<std::size_t>(2 * store.lo + i)] = v[static_cast<std::size_t>(i)];
+            for (int i = 0; store.hi >= 0 && i < 4; ++i)
+                y[static_cast<std::size_t>(2 * store.hi + i)] = v[static_cast<std::size_t>(4 + i)];
+        }
+        for (std::size_t i = 0; i < y.size(); ++i)
+            if (!sameBits(y[i], expected[i]))
+                return std::string();
+    }
+
+    printer.param = [](const Node&) { return std::string("kv::join(c, c)"); };
+    std::vector<int> roots;
+    for (const WideStore& store : stores)
+        roots.push_back(store.node);
+    std::ostringstream body;
+    body << printNodes(graph, roots, printer, "    ");
+    int wide = 0, halves = 0, alone = 0;
+    for (const WideStore& store : stores) {
+        const std::string value = valueOf(graph, store.node);
+        const std::string lo = "y + " + std::to_string(2 * store.lo);
+        if (store.hi == store.lo + 2) {
+            body << "    kv::store8(" << lo << ", " << value << ");\n";
+            ++wide;
+        } else if (store.hi >= 0) {
+            body << "    kv::storeHalves(" << lo << ", y + " << 2 * store.hi << ", " << value << ");\n";
+            ++halves;
+        } else {
+            body << "    " << (store.pair ? "kv::storePairUnaligned(" : "kv::storeLow(") << lo << ", kv::lowHalf(" << value
+                 << "));\n";
+            ++alone;
+        }
+    }
+    // instructions, as the packing counts them: a move across halves between
+    // registers weighs two, an insertion from memory and a store one each
+    const std::vector<bool> live = graph.liveSet(roots);
+    cost = wide + 2 * halves + alone;
+    for (int id = 0; id < graph.size(); ++id) {
+        const Node& node = graph.node(id);
+        if (!live[static_cast<std::size_t>(id)] || node.op == Op::Const || node.op == Op::Param)
+            continue;
+        if (node.op == Op::Permute2 || (node.op == Op::Join && node.b >= 0 && graph.node(node.b).op != Op::Input))
+            cost += 2;
+        else if (!(node.op == Op::Join && node.b < 0))
+            cost += 1;
+    }
+    const OpCounts counts = graph.count(roots);
+    kernel.packing = "; eight lanes for 256-bit vectors: " + std::to_string(counts.additions) + " additions, " +
+                     std::to_string(counts.multiplications) + " multiplications, " + std::to_string(counts.exchanges) +
+                     " selections; outputs in " + std::to_string(wide) + " 32-byte stores, " + std::to_string(halves) +
+                     " split and " + std::to_string(alone) + " single";
     return body.str();
 }
 
@@ -297,6 +481,17 @@ Kernel buildKernel(const Variant& v, int n, Form form)
         if (live[static_cast<std::size_t>(id)] && graph.node(id).op == Op::Input)
             ++kernel.memoryAccesses;
     kernel.memoryAccesses += static_cast<int>(stores.size());
+    if (kernel.vector && target().wide() && split) {
+        // the eight-lane layout where it takes fewer instructions than the packed 128-bit graph
+        Kernel eight = kernel;
+        int eightCost = 0, packedCost = 0;
+        eight.body = splitWideBody(n, *tree, sign, printer, eight, graph, stores, eightCost);
+        kernel.body = wideBody(v, graph, stores, printer, kernel, &packedCost);
+        if (!eight.body.empty() && eightCost < packedCost)
+            return eight;
+        if (!kernel.body.empty())
+            return kernel;
+    }
     if (kernel.vector && target().wide()) {
         kernel.body = wideBody(v, graph, stores, printer, kernel);
         if (!kernel.body.empty())

@@ -1,5 +1,6 @@
 #include "complex_lanes.h"
 
+#include <cmath>
 #include <map>
 #include <stdexcept>
 #include <utility>
@@ -13,8 +14,11 @@ constexpr int unpackHighSelector = 257;  // (a2, b2, a3, b3)
 int selector(int a, int b, int c, int d) { return a | (b << 2) | (c << 4) | (d << 6); }
 }  // namespace
 
-SplitBuilder::SplitBuilder(Graph& graph, int length) : g_(graph), uniform_(graph)
+SplitBuilder::SplitBuilder(Graph& graph, int length, int width)
+    : g_(graph), uniform_(graph), width_(width), type_(width == 8 ? Type::V8F : Type::V4F)
 {
+    if (width != 4 && width != 8)
+        throw std::logic_error("split layout of 4 or 8 lanes only");
     for (int i = 0; i < length; ++i) {
         // neighbouring samples 2j and 2j+1 come in one load: re, im, re, im
         const int first = i - i % 2;
@@ -24,6 +28,11 @@ SplitBuilder::SplitBuilder(Graph& graph, int length) : g_(graph), uniform_(graph
 }
 
 int SplitBuilder::gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> care)
+{
+    return gatherFour(source, care, Type::V4F);
+}
+
+int SplitBuilder::gatherFour(std::array<Lane, 4> source, std::array<bool, 4> care, Type type)
 {
     int firstNode = Graph::none;
     bool anyCare = false;
@@ -38,7 +47,7 @@ int SplitBuilder::gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> ca
         throw std::logic_error("gather of nothing");
     if (firstNode == Graph::none)
         return Graph::none;  // every lane that matters is zero
-    const int zero = g_.constant(Type::V4F, 0);
+    const int zero = g_.constant(type, 0);
     for (int i = 0; i < 4; ++i) {
         Lane& s = source[static_cast<std::size_t>(i)];
         if (!care[static_cast<std::size_t>(i)])
@@ -88,16 +97,146 @@ int SplitBuilder::gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> ca
     return g_.shuffle(low.node, high.node, selector(low.first, low.second, high.first, high.second));
 }
 
+namespace {
+constexpr int freeHalf = -2;  // a half whose lanes do not matter
+}  // namespace
+
+bool SplitBuilder::inHalfPlaces(const std::array<Lane, 8>& source, const std::array<bool, 8>& care) const
+{
+    for (std::size_t i = 0; i < 4; ++i) {
+        if (!care[i] || !care[i + 4])
+            continue;
+        const Lane& lo = source[i];
+        const Lane& hi = source[i + 4];
+        if ((lo.node == Graph::none) != (hi.node == Graph::none))
+            return false;
+        if (lo.node != Graph::none && lo.lane % 4 != hi.lane % 4)
+            return false;
+    }
+    return true;
+}
+
+int SplitBuilder::halves(int lo, int loHalf, int hi, int hiHalf)
+{
+    auto wide = [&](int id) { return g_.node(id).type == Type::V8F; };
+    if (lo == freeHalf && hi == freeHalf)
+        throw std::logic_error("a vector of nothing");
+    if (lo == freeHalf) {
+        if (!wide(hi))
+            return g_.join(hi, hi);
+        return hiHalf == 1 ? hi : g_.permute2(hi, hi, 0x01);
+    }
+    if (hi == freeHalf) {
+        if (!wide(lo))
+            return g_.join(lo, Graph::none);
+        return loHalf == 0 ? lo : g_.permute2(lo, lo, 0x01);
+    }
+    if (wide(lo) && wide(hi))
+        return g_.permute2(lo, hi, loHalf | ((2 + hiHalf) << 4));
+    if (!wide(lo) && !wide(hi))
+        return g_.join(lo, hi);
+    if (!wide(lo))
+        return g_.permute2(g_.join(lo, Graph::none), hi, (2 + hiHalf) << 4);
+    return g_.permute2(lo, g_.join(hi, Graph::none), loHalf | (2 << 4));
+}
+
+int SplitBuilder::gatherLanes8(std::array<Lane, 8> source, std::array<bool, 8> care)
+{
+    bool anyCare = false, allZero = true, identity = true;
+    int firstNode = Graph::none;
+    for (std::size_t i = 0; i < 8; ++i) {
+        if (!care[i])
+            continue;
+        anyCare = true;
+        const Lane& s = source[i];
+        allZero = allZero && s.node == Graph::none;
+        if (firstNode == Graph::none)
+            firstNode = s.node;
+        identity = identity && s.node != Graph::none && s.node == firstNode && s.lane == static_cast<int>(i) &&
+                   g_.node(s.node).type == Type::V8F;
+    }
+    if (!anyCare)
+        throw std::logic_error("gather of nothing");
+    if (allZero)
+        return Graph::none;
+    if (identity)
+        return firstNode;
+    if (!inHalfPlaces(source, care)) {
+        // each half by itself, then the halves joined
+        std::array<bool, 8> lowCare = care, highCare = care;
+        for (std::size_t i = 0; i < 4; ++i) {
+            lowCare[i + 4] = false;
+            highCare[i] = false;
+        }
+        const int zero = g_.constant(Type::V8F, 0);
+        bool anyLow = false, anyHigh = false;
+        for (std::size_t i = 0; i < 4; ++i) {
+            anyLow = anyLow || care[i];
+            anyHigh = anyHigh || care[i + 4];
+        }
+        int lower = anyLow ? gatherLanes8(source, lowCare) : zero;
+        int upper = anyHigh ? gatherLanes8(source, highCare) : zero;
+        if (lower == Graph::none)
+            lower = zero;
+        if (upper == Graph::none)
+            upper = zero;
+        return g_.permute2(lower, upper, 0x30);
+    }
+    // Lanes i and i + 4 come from the same place of a half: a vector with the
+    // two source halves side by side serves both, and the selections of the
+    // 4-lane gather then work on both halves at once.
+    std::array<Lane, 4> virtualSource{};
+    std::array<bool, 4> virtualCare{};
+    for (std::size_t i = 0; i < 4; ++i) {
+        const bool lowCares = care[i], highCares = care[i + 4];
+        if (!lowCares && !highCares)
+            continue;
+        virtualCare[i] = true;
+        const Lane& lo = source[i];
+        const Lane& hi = source[i + 4];
+        const Lane& given = lowCares ? lo : hi;
+        if (given.node == Graph::none) {
+            virtualSource[i] = {Graph::none, static_cast<int>(i)};
+            continue;
+        }
+        auto halfOf = [&](const Lane& l) { return g_.node(l.node).type == Type::V8F ? l.lane / 4 : -1; };
+        const int node = halves(lowCares ? lo.node : freeHalf, lowCares ? halfOf(lo) : 0, highCares ? hi.node : freeHalf,
+                                highCares ? halfOf(hi) : 0);
+        virtualSource[i] = {node, given.lane % 4};
+    }
+    return gatherFour(virtualSource, virtualCare, Type::V8F);
+}
+
+namespace {
+// the first N entries of a vector as an array
+template <std::size_t N, class T>
+std::array<T, N> firstOf(const std::vector<T>& values)
+{
+    std::array<T, N> out{};
+    for (std::size_t i = 0; i < N; ++i)
+        out[i] = values[i];
+    return out;
+}
+}  // namespace
+
+int SplitBuilder::gatherWidth(const std::vector<Lane>& source, const std::vector<bool>& care)
+{
+    if (width_ == 4)
+        return gatherLanes(firstOf<4>(source), firstOf<4>(care));
+    return gatherLanes8(firstOf<8>(source), firstOf<8>(care));
+}
+
 Cx SplitBuilder::gather(const std::vector<SplitRef>& values)
 {
-    std::array<Lane, 4> re{}, im{};
-    std::array<bool, 4> care{};
-    for (std::size_t i = 0; i < values.size() && i < 4; ++i) {
+    const std::size_t w = static_cast<std::size_t>(width_);
+    std::vector<Lane> re(w), im(w);
+    std::vector<bool> care(w, false);
+    for (std::size_t i = 0; i < values.size() && i < w; ++i) {
         re[i] = values[i].re;
         im[i] = values[i].im;
         care[i] = true;
     }
-    return {gatherLanes(re, care), gatherLanes(im, care)};
+    return {gatherWidth(re, care), gatherWidth(im, care)};
 }
 
 std::vector<SplitRef> SplitBuilder::lanesOf(const Cx& v, int count)
@@ -108,8 +247,63 @@ std::vector<SplitRef> SplitBuilder::lanesOf(const Cx& v, int count)
     return out;
 }
 
+namespace {
+// multiply() of the uniform builder takes a shortcut for such a constant
+bool hasZeroPart(const std::complex<long double>& c)
+{
+    const long double magnitude = std::abs(c);
+    return std::fabs(c.imag()) <= 1e-15L * magnitude || std::fabs(c.real()) <= 1e-15L * magnitude;
+}
+}  // namespace
+
+Cx SplitBuilder::joinForms(Cx lower, Cx upper)
+{
+    auto part = [&](int lo, int hi) {
+        if (lo == Graph::none && hi == Graph::none)
+            return Graph::none;
+        const int zero = g_.constant(Type::V8F, 0);
+        return g_.permute2(lo == Graph::none ? zero : lo, hi == Graph::none ? zero : hi, 0x30);
+    };
+    return {part(lower.p, upper.p), part(lower.q, upper.q)};
+}
+
 Cx SplitBuilder::multiplyLanes(Cx v, const std::vector<Constant>& constants)
 {
+    if (width_ == 8) {
+        // each half as the 128-bit kernel multiplies its vector: one constant
+        // of all four lanes by the uniform code, otherwise by lane constants
+        std::vector<Constant> lanes(8);
+        // a lane without a constant takes the first of its group of four; a
+        // group without any repeats the other
+        for (std::size_t j = 0; j < 8; ++j) {
+            if (j < constants.size())
+                lanes[j] = constants[j];
+            else if (j < 4)
+                lanes[j] = constants[0];
+            else
+                lanes[j] = constants.size() > 4 ? constants[4] : lanes[j - 4];
+        }
+        std::array<bool, 2> uniform{true, true};
+        for (std::size_t j = 0; j < 8; ++j)
+            uniform[j / 4] = uniform[j / 4] && lanes[j] == lanes[j / 4 * 4];
+        const bool special0 = uniform[0] && hasZeroPart(lanes[0]), special1 = uniform[1] && hasZeroPart(lanes[4]);
+        if (uniform[0] && uniform[1] && lanes[0] == lanes[4])
+            return uniform_.multiply(v, lanes[0].real(), lanes[0].imag());
+        if (!special0 && !special1) {
+            long double re[8], im[8];
+            for (std::size_t j = 0; j < 8; ++j) {
+                re[j] = lanes[j].real();
+                im[j] = lanes[j].imag();
+            }
+            const int cosines = g_.constantLanes8(re), sines = g_.constantLanes8(im);
+            return {g_.sub(g_.mul(v.p, cosines), g_.mul(v.q, sines)), g_.add(g_.mul(v.p, sines), g_.mul(v.q, cosines))};
+        }
+        const std::vector<Constant> lower(lanes.begin(), lanes.begin() + 4), upper(lanes.begin() + 4, lanes.end());
+        std::vector<Constant> lowerTwice = lower, upperTwice = upper;
+        lowerTwice.insert(lowerTwice.end(), lower.begin(), lower.end());
+        upperTwice.insert(upperTwice.end(), upper.begin(), upper.end());
+        return joinForms(multiplyLanes(v, lowerTwice), multiplyLanes(v, upperTwice));
+    }
     bool uniform = true;
     for (const Constant& c : constants)
         uniform = uniform && c == constants[0];
@@ -127,45 +321,92 @@ Cx SplitBuilder::multiplyLanes(Cx v, const std::vector<Constant>& constants)
     return {g_.sub(g_.mul(v.p, cosines), g_.mul(v.q, sines)), g_.add(g_.mul(v.p, sines), g_.mul(v.q, cosines))};
 }
 
+Cx SplitBuilder::twiddleHalves(Cx v, const std::vector<Constant>& twiddles, const std::array<bool, 2>& uniform,
+                               const std::array<long long, 2>& k, long long n, int sign)
+{
+    // the form of a half: the exact shortcuts of rotate() (angle 0 or a multiple
+    // of 45 degrees), or products by lane constants, which rotate() also makes
+    // for any other angle
+    auto exactForm = [&](int h) {
+        const long long r = ((k[static_cast<std::size_t>(h)] % n) + n) % n;
+        return uniform[static_cast<std::size_t>(h)] && (r == 0 || (8 * r) % n == 0);
+    };
+    const bool exact0 = exactForm(0), exact1 = exactForm(1);
+    if (!exact0 && !exact1)
+        return multiplyLanes(v, twiddles);
+    if (exact0 && exact1 && ((k[0] - k[1]) % n) == 0)
+        return uniform_.rotate(v, k[0], n, sign);
+    // the half that is not kept repeats the kept one, so that it adds no form of its own
+    std::vector<Constant> lowerLanes(twiddles.begin(), twiddles.begin() + 4);
+    lowerLanes.insert(lowerLanes.end(), twiddles.begin(), twiddles.begin() + 4);
+    std::vector<Constant> upperLanes(twiddles.begin() + 4, twiddles.end());
+    upperLanes.resize(4, twiddles[4]);
+    upperLanes.insert(upperLanes.end(), upperLanes.begin(), upperLanes.end());
+    const Cx lower = exact0 ? uniform_.rotate(v, k[0], n, sign) : multiplyLanes(v, lowerLanes);
+    const Cx upper = exact1 ? uniform_.rotate(v, k[1], n, sign) : multiplyLanes(v, upperLanes);
+    return joinForms(lower, upper);
+}
+
 std::vector<SplitRef> SplitBuilder::multiplyEach(const std::vector<SplitRef>& values, int count,
                                                  const std::function<Constant(int)>& constant)
 {
+    const std::size_t w = static_cast<std::size_t>(width_);
     std::vector<SplitRef> out = values;
-    // values still in the loaded layout are first gathered four at a time
+    // values still in the loaded layout are first gathered `width` at a time
     std::vector<int> loaded;
     for (int i = 0; i < count; ++i) {
         const SplitRef& r = out[static_cast<std::size_t>(i)];
         if (r.re.node != Graph::none && (r.re.node == r.im.node || r.re.lane != r.im.lane))
             loaded.push_back(i);
     }
-    for (std::size_t start = 0; start < loaded.size(); start += 4) {
+    for (std::size_t start = 0; start < loaded.size(); start += w) {
         std::vector<SplitRef> group;
-        for (std::size_t j = start; j < loaded.size() && j < start + 4; ++j)
+        for (std::size_t j = start; j < loaded.size() && j < start + w; ++j)
             group.push_back(out[static_cast<std::size_t>(loaded[j])]);
         const std::vector<SplitRef> lanes = lanesOf(gather(group), static_cast<int>(group.size()));
         for (std::size_t j = 0; j < group.size(); ++j)
             out[static_cast<std::size_t>(loaded[start + j])] = lanes[j];
     }
-    std::map<std::pair<int, int>, std::array<int, 4>> owners;
+    std::map<std::pair<int, int>, std::array<int, 8>> owners;
     for (int i = 0; i < count; ++i) {
         const SplitRef& r = out[static_cast<std::size_t>(i)];
         if (r.re.node == Graph::none && r.im.node == Graph::none)
             continue;  // zero stays zero
         auto found = owners.find({r.re.node, r.im.node});
         if (found == owners.end())
-            found = owners.emplace(std::make_pair(r.re.node, r.im.node), std::array<int, 4>{-1, -1, -1, -1}).first;
+            found = owners.emplace(std::make_pair(r.re.node, r.im.node), std::array<int, 8>{-1, -1, -1, -1, -1, -1, -1, -1})
+                        .first;
         found->second[static_cast<std::size_t>(r.re.lane)] = i;
     }
     for (const auto& entry : owners) {
-        int any = -1;
-        for (int index : entry.second)
-            if (index >= 0)
-                any = index;
+        // a lane without a value takes the constant of the last value of its
+        // group of four (of the other group where its own has none)
         std::vector<Constant> constants;
-        for (int index : entry.second)
-            constants.push_back(constant(index >= 0 ? index : any));
+        for (std::size_t first = 0; first < w; first += 4) {
+            int any = -1;
+            for (std::size_t j = first; j < first + 4; ++j)
+                if (entry.second[j] >= 0)
+                    any = entry.second[j];
+            for (std::size_t j = first; j < first + 4; ++j) {
+                const int index = entry.second[j];
+                constants.push_back(index >= 0 ? constant(index) : any >= 0 ? constant(any) : Constant());
+            }
+        }
+        if (w == 8) {
+            bool lowerEmpty = true, upperEmpty = true;
+            for (std::size_t j = 0; j < 4; ++j) {
+                lowerEmpty = lowerEmpty && entry.second[j] < 0;
+                upperEmpty = upperEmpty && entry.second[j + 4] < 0;
+            }
+            for (std::size_t j = 0; j < 4; ++j) {
+                if (upperEmpty)
+                    constants[j + 4] = constants[j];
+                if (lowerEmpty)
+                    constants[j] = constants[j + 4];
+            }
+        }
         const Cx product = multiplyLanes({entry.first.first, entry.first.second}, constants);
-        for (int lane = 0; lane < 4; ++lane) {
+        for (int lane = 0; lane < width_; ++lane) {
             const int index = entry.second[static_cast<std::size_t>(lane)];
             if (index >= 0)
                 out[static_cast<std::size_t>(index)] = {{product.p, lane}, {product.q, lane}};
@@ -198,7 +439,7 @@ std::vector<SplitRef> SplitBuilder::leaf(const Tree& tree, const std::vector<Spl
     return out;
 }
 
-// Four transforms of a stage at a time, one per lane.
+// `width` transforms of a stage at a time, one per lane.
 std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<SplitRef>& x, int sign)
 {
     const int a = tree.first->size, b = tree.second->size, n = a * b;
@@ -220,7 +461,7 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
     };
 
     std::vector<std::vector<SplitRef>> u(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a)));
-    // each block of four transforms below is one group of its stage for the 256-bit packing
+    // each block of transforms below is one group of its stage for the 256-bit packing
     const int columns = g_.openScope();
     if (alone(*tree.first, b)) {
         for (int n2 = 0; n2 < b; ++n2) {
@@ -233,8 +474,8 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
             u[static_cast<std::size_t>(n2)] = spectrum;
         }
     } else {
-        for (int n2 = 0; n2 < b; n2 += 4) {
-            const int count = std::min(4, b - n2);
+        for (int n2 = 0; n2 < b; n2 += width_) {
+            const int count = std::min(width_, b - n2);
             std::vector<Cx> column(static_cast<std::size_t>(a));
             for (int n1 = 0; n1 < a; ++n1) {
                 std::vector<SplitRef> group;
@@ -242,7 +483,7 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
                     group.push_back(x[static_cast<std::size_t>(inputIndex(n1, n2 + j))]);
                 column[static_cast<std::size_t>(n1)] = gather(group);
             }
-            g_.enterGroup(columns, n2 / 4);
+            g_.enterGroup(columns, n2 / width_);
             const std::vector<Cx> spectrum = uniform_.dft(*tree.first, column, sign);
             g_.leaveGroup();
             for (int k1 = 0; k1 < a; ++k1) {
@@ -251,11 +492,16 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
                     std::vector<Constant> twiddles;
                     for (int j = 0; j < count; ++j)
                         twiddles.push_back(exactRoot(1LL * (n2 + j) * k1, n, sign));
-                    bool uniform = true;
-                    for (const Constant& t : twiddles)
-                        uniform = uniform && t == twiddles[0];
-                    // a twiddle shared by all lanes takes the exact shortcuts
-                    v = uniform ? uniform_.rotate(v, 1LL * n2 * k1, n, sign) : multiplyLanes(v, twiddles);
+                    // a twiddle shared by all lanes of a group of four takes the exact shortcuts
+                    std::array<bool, 2> uniform{true, true};
+                    for (int j = 0; j < count; ++j)
+                        uniform[static_cast<std::size_t>(j / 4)] = uniform[static_cast<std::size_t>(j / 4)] &&
+                                                                   twiddles[static_cast<std::size_t>(j)] ==
+                                                                       twiddles[static_cast<std::size_t>(j / 4 * 4)];
+                    if (count <= 4)
+                        v = uniform[0] ? uniform_.rotate(v, 1LL * n2 * k1, n, sign) : multiplyLanes(v, twiddles);
+                    else
+                        v = twiddleHalves(v, twiddles, uniform, {1LL * n2 * k1, 1LL * (n2 + 4) * k1}, n, sign);
                 }
                 const std::vector<SplitRef> lanes = lanesOf(v, count);
                 for (int j = 0; j < count; ++j)
@@ -276,8 +522,8 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
         return out;
     }
     const int rows = g_.openScope();
-    for (int k1 = 0; k1 < a; k1 += 4) {
-        const int count = std::min(4, a - k1);
+    for (int k1 = 0; k1 < a; k1 += width_) {
+        const int count = std::min(width_, a - k1);
         std::vector<Cx> row(static_cast<std::size_t>(b));
         for (int n2 = 0; n2 < b; ++n2) {
             std::vector<SplitRef> group;
@@ -285,7 +531,7 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
                 group.push_back(u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1 + j)]);
             row[static_cast<std::size_t>(n2)] = gather(group);
         }
-        g_.enterGroup(rows, k1 / 4);
+        g_.enterGroup(rows, k1 / width_);
         const std::vector<Cx> v = uniform_.dft(*tree.second, row, sign);
         g_.leaveGroup();
         for (int k2 = 0; k2 < b; ++k2) {

@@ -5,6 +5,13 @@
 // products and two additions for four complex numbers.  Between the stages
 // the lanes are regrouped by at most three selections per vector (two per
 // vector for a full 4x4 transpose, whose halves are shared).
+//
+// The 256-bit target runs the same layout eight lanes wide: each 8-float
+// vector holds the two 4-lane vectors of the 128-bit kernel side by side, so
+// that every lane computes the same expression as there.  Where the 128-bit
+// kernel treats its two vectors differently (a twiddle taken by an exact
+// shortcut in one and by products in the other), both forms are computed and
+// the halves joined.
 #ifndef KVTGEN_COMPLEX_LANES_H
 #define KVTGEN_COMPLEX_LANES_H
 
@@ -17,7 +24,7 @@
 
 namespace gen {
 
-// One real number: lane `lane` of a four-float vector; node `none` is zero.
+// One real number: lane `lane` of a four- or eight-float vector; node `none` is zero.
 struct Lane {
     int node = Graph::none;
     int lane = 0;
@@ -30,7 +37,9 @@ struct SplitRef {
 
 class SplitBuilder {
 public:
-    SplitBuilder(Graph& graph, int length);
+    // width: lanes per vector, 4 (V4F) or 8 (V8F); the inputs are 4-lane
+    // loads of two samples in both.
+    SplitBuilder(Graph& graph, int length, int width = 4);
 
     // The n input samples, loaded as pairs of neighbouring samples.
     const std::vector<SplitRef>& inputs() const { return inputs_; }
@@ -38,12 +47,29 @@ public:
 
     // A vector whose lane i holds source i; lanes with care[i] false may hold anything.
     int gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> care);
+    // The same for eight lanes: a V8F value.
+    int gatherLanes8(std::array<Lane, 8> source, std::array<bool, 8> care);
+    // Whether gatherLanes8 makes the eight lanes by selections within the
+    // halves only: lane i and lane i + 4 lie at the same place of a half.
+    bool inHalfPlaces(const std::array<Lane, 8>& source, const std::array<bool, 8>& care) const;
 
 private:
     using Constant = std::complex<long double>;
 
-    // Four complex numbers (or fewer: `count`) as a split pair of vectors.
+    // `width` complex numbers (or fewer) as a split pair of vectors.
     Cx gather(const std::vector<SplitRef>& values);
+    int gatherWidth(const std::vector<Lane>& source, const std::vector<bool>& care);
+    // 4-lane selections on nodes of `type`; on V8F each half selects alike
+    int gatherFour(std::array<Lane, 4> source, std::array<bool, 4> care, Type type);
+    // a V8F whose lower half is half `loHalf` of `lo` and upper half `hiHalf`
+    // of `hi` (half -1: a 4-lane value; node none: a half that does not matter)
+    int halves(int lo, int loHalf, int hi, int hiHalf);
+    // v times exp(sign 2 pi i k / n), k per half of an 8-lane vector as the
+    // 128-bit kernel does it: `twiddles` hold the lanes' constants, `uniform`
+    // says which halves take the exact form of one constant (k) instead
+    Cx twiddleHalves(Cx v, const std::vector<Constant>& twiddles, const std::array<bool, 2>& uniform,
+                     const std::array<long long, 2>& k, long long n, int sign);
+    Cx joinForms(Cx lower, Cx upper);
     std::vector<SplitRef> split(const Tree& tree, const std::vector<SplitRef>& x, int sign);
     std::vector<SplitRef> rader(const Tree& tree, const std::vector<SplitRef>& x, int sign);
     std::vector<SplitRef> bluestein(const Tree& tree, const std::vector<SplitRef>& x, int sign);
@@ -56,6 +82,8 @@ private:
     Graph& g_;
     ComplexBuilder uniform_;
     std::vector<SplitRef> inputs_;
+    int width_;
+    Type type_;
 };
 
 }  // namespace gen

@@ -168,7 +168,7 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
             else
                 expr = "kv::shuffle<" + std::to_string(n.index) + ">(" + a + ", " + b + ")";
             break;
-        case Op::Join: expr = "kv::join(" + a + ", " + b + ")"; break;
+        case Op::Join: expr = n.b < 0 ? "kv::widen(" + a + ")" : "kv::join(" + a + ", " + b + ")"; break;
         case Op::Extract: expr = std::string(n.index == 0 ? "kv::lowHalf(" : "kv::highHalf(") + a + ")"; break;
         case Op::Permute2: expr = "kv::permuteHalves<" + std::to_string(n.index) + ">(" + a + ", " + b + ")"; break;
         case Op::Const: break;

@@ -94,6 +94,10 @@ int Graph::constant(Type type, long double value)
 {
     if (type == Type::V4F)
         return constantLanes(value, value, value, value);
+    if (type == Type::V8F) {
+        const long double lanes[8] = {value, value, value, value, value, value, value, value};
+        return constantLanes8(lanes);
+    }
     Node n{Op::Const, type};
     n.lane0 = roundTo(type == Type::V2D ? Type::F64 : type, value);
     n.lane1 = type == Type::V2D ? n.lane0 : 0.0;
@@ -107,6 +111,59 @@ int Graph::constantLanes(long double l0, long double l1, long double l2, long do
     n.lane1 = roundTo(Type::F32, l1);
     n.lane2 = roundTo(Type::F32, l2);
     n.lane3 = roundTo(Type::F32, l3);
+    return make(n);
+}
+
+int Graph::constantLanes8(const long double (&lanes)[8])
+{
+    Node n{Op::Const, Type::V8F};
+    n.a = constantLanes(lanes[0], lanes[1], lanes[2], lanes[3]);
+    n.b = constantLanes(lanes[4], lanes[5], lanes[6], lanes[7]);
+    return make(n);
+}
+
+std::vector<double> Graph::constantValues(int id) const
+{
+    const Node& c = node(id);
+    if (c.type == Type::V4D || c.type == Type::V8F) {
+        std::vector<double> values = constantValues(c.a);
+        const std::vector<double> upper = constantValues(c.b);
+        values.insert(values.end(), upper.begin(), upper.end());
+        return values;
+    }
+    const int lanes = c.type == Type::V4F ? 4 : c.type == Type::V2D ? 2 : 1;
+    const double all[4] = {c.lane0, c.lane1, c.lane2, c.lane3};
+    return std::vector<double>(all, all + lanes);
+}
+
+int Graph::join(int lo, int hi)
+{
+    // like a selection, joining commutes with a sign change of both halves
+    if (isNeg(lo) && (hi == none || isNeg(hi)))
+        return neg(join(node(lo).a, hi == none ? none : node(hi).a));
+    Node n{Op::Join, node(lo).type == Type::V2D ? Type::V4D : Type::V8F};
+    n.a = lo;
+    n.b = hi;
+    return make(n);
+}
+
+int Graph::permute2(int a, int b, int select)
+{
+    int lo = select & 3, hi = (select >> 4) & 3;
+    if (a == b) {
+        lo &= 1;
+        hi &= 1;
+    }
+    if (lo == 0 && hi == 1)
+        return a;  // the halves of a in place
+    if (lo == 2 && hi == 3)
+        return b;
+    if (isNeg(a) && isNeg(b))
+        return neg(permute2(node(a).a, node(b).a, lo | (hi << 4)));
+    Node n{Op::Permute2, node(a).type};
+    n.a = a;
+    n.b = b;
+    n.index = lo | (hi << 4);
     return make(n);
 }
 
@@ -124,7 +181,7 @@ int Graph::shuffle(int a, int b, int selector)
         return a;
     if (isNeg(a) && isNeg(b))  // a selection commutes with a sign change of both sources
         return neg(shuffle(node(a).a, node(b).a, selector));
-    Node n{Op::Shuffle, Type::V4F};
+    Node n{Op::Shuffle, node(a).type};
     n.a = a;
     n.b = b;
     n.index = selector;
@@ -193,6 +250,11 @@ int Graph::neg(int a)
         // negate only the lanes the type has, so that unused lanes stay +0.0
         // and equal constants keep one key
         Node c = node(a);
+        if (c.type == Type::V4D || c.type == Type::V8F) {
+            c.a = neg(c.a);
+            c.b = neg(c.b);
+            return make(c);
+        }
         c.lane0 = -c.lane0;
         if (c.type == Type::V2D || c.type == Type::V4F)
             c.lane1 = -c.lane1;
@@ -222,13 +284,10 @@ int Graph::mul(int a, int b)
         std::swap(a, b);
     requireSameType(node(a), node(b));
     if (isConst(b)) {
-        const Node& c = node(b);
-        const int lanes = c.type == Type::V4F ? 4 : c.type == Type::V2D ? 2 : 1;
-        const double values[4] = {c.lane0, c.lane1, c.lane2, c.lane3};
         bool allOne = true, allNegative = true;
-        for (int i = 0; i < lanes; ++i) {
-            allOne = allOne && values[i] == 1.0;
-            allNegative = allNegative && values[i] < 0;
+        for (double value : constantValues(b)) {
+            allOne = allOne && value == 1.0;
+            allNegative = allNegative && value < 0;
         }
         if (allOne)
             return a;

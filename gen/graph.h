@@ -79,11 +79,21 @@ public:
     int constant(Type type, long double value);
     int constantPair(long double lo, long double hi);  // V2D only
     int constantLanes(long double l0, long double l1, long double l2, long double l3);  // V4F only
+    // V8F constant: two V4F constants side by side
+    int constantLanes8(const long double (&lanes)[8]);
+    // The lanes of a constant, as many as its type has.
+    std::vector<double> constantValues(int id) const;
     // V4F input: sample `first` in the lower half, `second` (or nothing) in the upper half
     int inputPair(int first, int second);
     // V4F selection: lanes (a[s0], a[s1], b[s2], b[s3]) with the selector s0|s1<<2|s2<<4|s3<<6;
-    // selector 256 interleaves the lower halves (a0, b0, a1, b1), 257 the upper ones.
+    // selector 256 interleaves the lower halves (a0, b0, a1, b1), 257 the upper ones.  On V8F
+    // values the same selection is made in each 128-bit half.
     int shuffle(int a, int b, int selector);
+    // 256-bit values from 128-bit halves: lo and hi side by side (hi none: the
+    // upper half is left undefined), and the halves of a and b as a vperm2f128
+    // with immediate `select` chooses them.
+    int join(int lo, int hi);
+    int permute2(int a, int b, int select);
 
     int add(int a, int b);
     int sub(int a, int b);

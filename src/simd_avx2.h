@@ -69,6 +69,8 @@ inline v8f unpackHigh(v8f a, v8f b) { return _mm256_unpackhi_ps(a, b); }
 inline v8f joinLow(v8f a, v8f b) { return _mm256_permute2f128_ps(a, b, 0x20); }
 inline v8f joinHigh(v8f a, v8f b) { return _mm256_permute2f128_ps(a, b, 0x31); }
 inline v8f join(v4f lo, v4f hi) { return _mm256_insertf128_ps(_mm256_castps128_ps256(lo), hi, 1); }
+// lo in the lower half; the upper half is not looked at
+inline v8f widen(v4f lo) { return _mm256_castps128_ps256(lo); }
 inline v4f lowHalf(v8f a) { return _mm256_castps256_ps128(a); }
 template <int selector>
 inline v8f permuteHalves(v8f a, v8f b) { return _mm256_permute2f128_ps(a, b, selector); }
@@ -136,6 +138,12 @@ inline v4d load4d(const double* p) { return _mm256_loadu_pd(p); }
 inline void store4d(double* p, v4d v) { _mm256_storeu_pd(p, v); }
 inline v8f load8(const float* p) { return _mm256_loadu_ps(p); }
 inline void store8(float* p, v8f v) { _mm256_storeu_ps(p, v); }
+// the two halves of v to two places, 16 bytes each
+inline void storeHalves(float* lo, float* hi, v8f v)
+{
+    _mm_storeu_ps(lo, lowHalf(v));
+    _mm_storeu_ps(hi, highHalf(v));
+}
 
 // ---- pairs of vectors in the Walsh-Hadamard networks: a holds the samples
 // whose index bit of the pair is 0, b those where it is 1.  Both moves only

@@ -1,0 +1,121 @@
+#include "graph_eval.h"
+
+#include <cmath>
+#include <cstring>
+#include <stdexcept>
+
+namespace gen {
+
+namespace {
+float flipSign(float v)
+{
+    std::uint32_t bits;
+    std::memcpy(&bits, &v, sizeof bits);
+    bits ^= 0x80000000u;
+    std::memcpy(&v, &bits, sizeof bits);
+    return v;
+}
+
+int lanesOf(Type type) { return type == Type::V8F ? 8 : type == Type::V4F ? 4 : 1; }
+}  // namespace
+
+bool sameBits(float a, float b)
+{
+    if (std::isnan(a) && std::isnan(b))
+        return true;
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+LaneEvaluator::LaneEvaluator(const Graph& graph, const std::vector<float>& x, float factor)
+    : values_(static_cast<std::size_t>(graph.size()))
+{
+    auto sample = [&](int index) { return index >= 0 && static_cast<std::size_t>(index) < x.size() ? x[static_cast<std::size_t>(index)] : 0.0f; };
+    for (int id = 0; id < graph.size(); ++id) {
+        const Node& n = graph.node(id);
+        std::array<float, 8>& out = values_[static_cast<std::size_t>(id)];
+        out.fill(0.0f);
+        const int count = lanesOf(n.type);
+        const std::array<float, 8> none{};
+        const std::array<float, 8>& a = n.a >= 0 ? values_[static_cast<std::size_t>(n.a)] : none;
+        const std::array<float, 8>& b = n.b >= 0 ? values_[static_cast<std::size_t>(n.b)] : none;
+        switch (n.op) {
+        case Op::Input:
+            if (n.type == Type::V4F) {
+                out = {sample(2 * n.index), sample(2 * n.index + 1), n.index2 >= 0 ? sample(2 * n.index2) : 0.0f,
+                       n.index2 >= 0 ? sample(2 * n.index2 + 1) : 0.0f};
+            } else if (n.type == Type::F32) {
+                out[0] = sample(n.index);
+            } else {
+                throw std::logic_error("an input the evaluator does not know");
+            }
+            break;
+        case Op::Param:
+            out.fill(factor);
+            break;
+        case Op::Const:
+            if (n.type == Type::V8F) {
+                for (int i = 0; i < 4; ++i) {
+                    out[static_cast<std::size_t>(i)] = a[static_cast<std::size_t>(i)];
+                    out[static_cast<std::size_t>(i + 4)] = b[static_cast<std::size_t>(i)];
+                }
+            } else {
+                const double lanes[4] = {n.lane0, n.lane1, n.lane2, n.lane3};
+                for (int i = 0; i < count; ++i)
+                    out[static_cast<std::size_t>(i)] = static_cast<float>(n.type == Type::V4F ? lanes[i] : n.lane0);
+            }
+            break;
+        case Op::Add:
+        case Op::Sub:
+        case Op::Mul:
+            for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+                // volatile: one rounding per operation, as the kernel's instructions make it
+                volatile float r = n.op == Op::Add ? a[i] + b[i] : n.op == Op::Sub ? a[i] - b[i] : a[i] * b[i];
+                out[i] = r;
+            }
+            break;
+        case Op::Neg:
+            for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i)
+                out[i] = flipSign(a[i]);
+            break;
+        case Op::ZeroSub:
+            for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+                volatile float r = 0.0f - a[i];
+                out[i] = r;
+            }
+            break;
+        case Op::Shuffle:
+            for (std::size_t h = 0; h < static_cast<std::size_t>(count); h += 4) {
+                const float* p = a.data() + h;
+                const float* q = b.data() + h;
+                float* o = out.data() + h;
+                if (n.index == 256) {
+                    o[0] = p[0], o[1] = q[0], o[2] = p[1], o[3] = q[1];
+                } else if (n.index == 257) {
+                    o[0] = p[2], o[1] = q[2], o[2] = p[3], o[3] = q[3];
+                } else {
+                    o[0] = p[n.index & 3], o[1] = p[(n.index >> 2) & 3], o[2] = q[(n.index >> 4) & 3],
+                    o[3] = q[(n.index >> 6) & 3];
+                }
+            }
+            break;
+        case Op::Join:
+            for (std::size_t i = 0; i < 4; ++i) {
+                out[i] = a[i];
+                out[i + 4] = n.b >= 0 ? b[i] : 0.0f;
+            }
+            break;
+        case Op::Permute2:
+            for (std::size_t h = 0; h < 2; ++h) {
+                const int select = (n.index >> (4 * h)) & 3;
+                const float* from = (select < 2 ? a.data() : b.data()) + 4 * (select & 1);
+                for (std::size_t i = 0; i < 4; ++i)
+                    out[4 * h + i] = from[i];
+            }
+            break;
+        default:
+            throw std::logic_error("an operation the evaluator does not know");
+        }
+    }
+}
+
+}  // namespace gen
