@@ -209,12 +209,6 @@ std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Sto
     return body.str();
 }
 
-// The body of a split-layout Complex32 kernel for the 256-bit target: the
-// layout built eight lanes wide (each vector the two vectors of the 128-bit
-// kernel side by side, so that the bits stay).  Outputs go out as four complex
-// numbers per vector where their lanes can be gathered inside the halves: two
-// neighbouring pairs in one 32-byte store, or two pairs from apart in two
-// 16-byte stores; a pair that fits no other goes out alone.
 // The samples a kernel's graph writes for given input samples and factor.
 std::vector<float> narrowOutputs(const Graph& graph, const std::vector<Store>& stores, const std::vector<float>& x,
                                  float factor)
@@ -254,6 +248,12 @@ std::vector<std::vector<float>> checkInputs(int n)
     return inputs;
 }
 
+// The body of a split-layout Complex32 kernel for the 256-bit target: the
+// layout built eight lanes wide (each vector the two vectors of the 128-bit
+// kernel side by side, so that the bits stay).  Outputs go out as four complex
+// numbers per vector where their lanes can be gathered inside the halves: two
+// neighbouring pairs in one 32-byte store, or two pairs from apart in two
+// 16-byte stores; a pair that fits no other goes out alone.
 std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer, Kernel& kernel,
                           const Graph& narrow, const std::vector<Store>& narrowStores, int& cost)
 {
@@ -401,7 +401,9 @@ struct Form {
     bool materialize = false;
 };
 
-Kernel buildKernel(const Variant& v, int n, Form form);
+// packForWide false: the 128-bit body only, for the choice of form (whose
+// counts are the 128-bit graph's on every target)
+Kernel buildKernel(const Variant& v, int n, Form form, bool packForWide = true);
 
 // Of the forms a kernel can take, the one with the fewest instructions.
 Kernel buildKernel(const Variant& v, int n)
@@ -412,20 +414,20 @@ Kernel buildKernel(const Variant& v, int n)
     if (v.precision == Precision::Double)
         return buildKernel(v, n, Form{});
     const std::vector<Form> forms = {{false, false}, {false, true}, {true, false}};
-    Kernel best;
+    Form best = forms[0];
     int bestCost = 0;
     for (const Form& form : forms) {
-        Kernel k = buildKernel(v, n, form);
+        const Kernel k = buildKernel(v, n, form, false);
         const int c = cost(k.counts, k.memoryAccesses);
-        if (best.body.empty() || c < bestCost) {
-            best = std::move(k);
+        if (&form == &forms[0] || c < bestCost) {
+            best = form;
             bestCost = c;
         }
     }
-    return best;
+    return buildKernel(v, n, best);
 }
 
-Kernel buildKernel(const Variant& v, int n, Form form)
+Kernel buildKernel(const Variant& v, int n, Form form, bool packForWide)
 {
     const bool split = form.split;
     const TreePtr tree = complexRule(n, v.precision);
@@ -481,19 +483,17 @@ Kernel buildKernel(const Variant& v, int n, Form form)
         if (live[static_cast<std::size_t>(id)] && graph.node(id).op == Op::Input)
             ++kernel.memoryAccesses;
     kernel.memoryAccesses += static_cast<int>(stores.size());
-    if (kernel.vector && target().wide() && split) {
-        // the eight-lane layout where it takes fewer instructions than the packed 128-bit graph
-        Kernel eight = kernel;
-        int eightCost = 0, packedCost = 0;
-        eight.body = splitWideBody(n, *tree, sign, printer, eight, graph, stores, eightCost);
+    if (kernel.vector && target().wide() && packForWide) {
+        int packedCost = 0;
         kernel.body = wideBody(v, graph, stores, printer, kernel, &packedCost);
-        if (!eight.body.empty() && eightCost < packedCost)
-            return eight;
-        if (!kernel.body.empty())
-            return kernel;
-    }
-    if (kernel.vector && target().wide()) {
-        kernel.body = wideBody(v, graph, stores, printer, kernel);
+        if (split) {
+            // the eight-lane layout where it takes fewer instructions than the packed 128-bit graph
+            Kernel eight = kernel;
+            int eightCost = 0;
+            eight.body = splitWideBody(n, *tree, sign, printer, eight, graph, stores, eightCost);
+            if (!eight.body.empty() && eightCost < packedCost)
+                return eight;
+        }
         if (!kernel.body.empty())
             return kernel;
     }

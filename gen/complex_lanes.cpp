@@ -15,7 +15,7 @@ int selector(int a, int b, int c, int d) { return a | (b << 2) | (c << 4) | (d <
 }  // namespace
 
 SplitBuilder::SplitBuilder(Graph& graph, int length, int width)
-    : g_(graph), uniform_(graph), width_(width), type_(width == 8 ? Type::V8F : Type::V4F)
+    : g_(graph), uniform_(graph), width_(width)
 {
     if (width != 4 && width != 8)
         throw std::logic_error("split layout of 4 or 8 lanes only");

@@ -83,7 +83,6 @@ private:
     ComplexBuilder uniform_;
     std::vector<SplitRef> inputs_;
     int width_;
-    Type type_;
 };
 
 }  // namespace gen
