@@ -18,6 +18,7 @@
 #include "complex_pairs.h"
 #include "complex_rules.h"
 #include "graph_eval.h"
+#include "lane_forms.h"
 #include "family.h"
 #include "wide_pairs.h"
 
@@ -209,25 +210,25 @@ std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Sto
     return body.str();
 }
 
-// The samples a kernel's graph writes for given input samples and factor.
-std::vector<float> narrowOutputs(const Graph& graph, const std::vector<Store>& stores, const std::vector<float>& x,
-                                 float factor)
+// Where each real number of a kernel's output comes from: a node and its lane.
+using OutputLanes = std::vector<std::pair<int, int>>;
+
+OutputLanes outputLanes(const std::vector<Store>& stores, int n)
 {
-    const LaneEvaluator run(graph, x, factor);
-    std::vector<float> y(x.size(), 0.0f);
+    OutputLanes y(static_cast<std::size_t>(2 * n), {Graph::none, 0});
     for (const Store& store : stores) {
-        const std::array<float, 8>& v = run.lanes(store.node);
         const int lanes = store.kind == Store::Pair ? 4 : 2;
         const int first = store.kind == Store::High ? 2 : 0;
         for (int i = 0; i < lanes; ++i)
-            y[static_cast<std::size_t>(2 * store.index + i)] = v[static_cast<std::size_t>(first + i)];
+            y[static_cast<std::size_t>(2 * store.index + i)] = {store.node, first + i};
     }
     return y;
 }
 
 // Inputs on which the 256-bit graph of a kernel must give the 128-bit graph's
-// bits: zeros of both signs and impulses, where a zero of the other sign shows
-// at once, and random samples, where a rounding shows.
+// bits: zeros of both signs, impulses and inputs with exact zeros in their
+// spectra, where a zero of the other sign shows, and random samples, where a
+// rounding shows.
 std::vector<std::vector<float>> checkInputs(int n)
 {
     std::vector<std::vector<float>> inputs = {std::vector<float>(2 * n, 0.0f), std::vector<float>(2 * n, -0.0f)};
@@ -236,13 +237,39 @@ std::vector<std::vector<float>> checkInputs(int n)
         impulse[static_cast<std::size_t>(i)] = i % 3 == 0 ? -1.5f : 0.75f;
         inputs.push_back(impulse);
     }
+    // constant, alternating, real, imaginary and even inputs
+    const float pattern[][2] = {{1.0f, 0.0f}, {0.75f, -1.5f}, {-0.0f, 2.0f}};
+    for (const auto& p : pattern) {
+        std::vector<float> constant(2 * n), alternating(2 * n);
+        for (int i = 0; i < n; ++i) {
+            const float sign = i % 2 == 0 ? 1.0f : -1.0f;
+            constant[static_cast<std::size_t>(2 * i)] = p[0];
+            constant[static_cast<std::size_t>(2 * i + 1)] = p[1];
+            alternating[static_cast<std::size_t>(2 * i)] = sign * p[0];
+            alternating[static_cast<std::size_t>(2 * i + 1)] = sign * p[1];
+        }
+        inputs.push_back(constant);
+        inputs.push_back(alternating);
+    }
     unsigned state = 12345u + static_cast<unsigned>(n);
+    auto next = [&] {
+        state = state * 1664525u + 1013904223u;
+        return static_cast<float>(static_cast<int>(state >> 8) - (1 << 23)) / static_cast<float>(1 << (state % 13));
+    };
+    for (int part = 0; part < 3; ++part) {
+        // real, imaginary, and real with x[i] = x[n - i]
+        std::vector<float> x(2 * n, part == 1 ? 0.0f : -0.0f);
+        for (int i = 0; i < n; ++i)
+            x[static_cast<std::size_t>(2 * i + (part == 1 ? 1 : 0))] = next();
+        if (part == 2)
+            for (int i = 1; i < n; ++i)
+                x[static_cast<std::size_t>(2 * (n - i))] = x[static_cast<std::size_t>(2 * i)];
+        inputs.push_back(x);
+    }
     for (int r = 0; r < 4; ++r) {
         std::vector<float> random(2 * n);
-        for (float& value : random) {
-            state = state * 1664525u + 1013904223u;
-            value = static_cast<float>(static_cast<int>(state >> 8) - (1 << 23)) / static_cast<float>(1 << (state % 13));
-        }
+        for (float& value : random)
+            value = next();
         inputs.push_back(random);
     }
     return inputs;
@@ -254,14 +281,19 @@ std::vector<std::vector<float>> checkInputs(int n)
 // numbers per vector where their lanes can be gathered inside the halves: two
 // neighbouring pairs in one 32-byte store, or two pairs from apart in two
 // 16-byte stores; a pair that fits no other goes out alone.
-std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer, Kernel& kernel,
-                          const Graph& narrow, const std::vector<Store>& narrowStores, int& cost)
+// The 256-bit stores of a split-layout kernel: the node and where its halves go.
+struct WideStore {
+    int node;
+    int lo, hi;  // first samples of the two halves; hi -1: the lower half alone
+    bool pair;   // the lower half holds two samples (else one)
+};
+
+// Builds the eight-lane graph of a kernel into `graph`; returns its stores.
+std::vector<WideStore> buildEightLanes(Graph& graph, int n, const Tree& tree, int sign)
 {
-    Graph graph;
     SplitBuilder builder(graph, n, 8);
     const std::vector<SplitRef> out = builder.dft(tree, builder.inputs(), sign);
     const int factor = graph.param(Type::V8F, 0);
-
     struct Unit {
         int first;  // sample index of its first complex number
         std::array<Lane, 4> lanes;
@@ -289,11 +321,6 @@ std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer
     };
     auto full = [](const Unit& u) { return u.care[2]; };
 
-    struct WideStore {
-        int node;
-        int lo, hi;  // first samples of the two halves; hi -1: the lower half alone
-        bool pair;   // the lower half holds two samples (else one)
-    };
     std::vector<WideStore> stores;
     std::vector<bool> stored(units.size(), false);
     for (std::size_t u = 0; u < units.size(); ++u) {
@@ -323,27 +350,100 @@ std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer
         }
     }
 
-    // The 128-bit kernel fixes the bits.  Where the 256-bit graph orders a
-    // subtraction otherwise (the 128-bit graph normalises signs per vector, so
-    // its two halves can differ), a zero result may take the other sign: such a
-    // kernel keeps the packed form of the 128-bit graph.
+    return stores;
+}
+
+// The lanes of each node that the stores need, as masks.
+std::vector<int> liveLanes(const Graph& graph, const std::vector<WideStore>& stores)
+{
+    std::vector<int> live(static_cast<std::size_t>(graph.size()), 0);
+    for (const WideStore& store : stores)
+        live[static_cast<std::size_t>(store.node)] |= (store.pair ? 0xF : 0x3) | (store.hi >= 0 ? 0xF0 : 0);
+    for (int id = graph.size() - 1; id >= 0; --id) {
+        const int mask = live[static_cast<std::size_t>(id)];
+        const Node& n = graph.node(id);
+        if (mask == 0 || n.op == Op::Const || n.op == Op::Input || n.op == Op::Param)
+            continue;
+        for (int lane = 0; lane < 8; ++lane) {
+            if (!((mask >> lane) & 1))
+                continue;
+            if (selectsLanes(n.op)) {
+                const LaneSource from = laneSource(n, lane);
+                if (from.operand >= 0)
+                    live[static_cast<std::size_t>(from.operand == 0 ? n.a : n.b)] |= 1 << from.lane;
+            } else {
+                for (int operand : {n.a, n.b})
+                    if (operand >= 0)
+                        live[static_cast<std::size_t>(operand)] |= 1 << lane;
+            }
+        }
+    }
+    return live;
+}
+
+OutputLanes outputLanes(const std::vector<WideStore>& stores, int n)
+{
+    OutputLanes y(static_cast<std::size_t>(2 * n), {Graph::none, 0});
+    for (const WideStore& store : stores) {
+        for (int i = 0; i < (store.pair ? 4 : 2); ++i)
+            y[static_cast<std::size_t>(2 * store.lo + i)] = {store.node, i};
+        for (int i = 0; store.hi >= 0 && i < 4; ++i)
+            y[static_cast<std::size_t>(2 * store.hi + i)] = {store.node, 4 + i};
+    }
+    return y;
+}
+
+// Whether two graphs of a kernel give the same bits: every output lane has
+// the same form (the same operations up to exact rewrites), and on the check
+// inputs the same value.
+bool sameOutputs(const Graph& fixed, const OutputLanes& fixedLanes, const Graph& other, const OutputLanes& otherLanes)
+{
+    LaneForms fixedForms(fixed), otherForms(other);
+    for (std::size_t i = 0; i < fixedLanes.size(); ++i) {
+        const LaneForm& f = fixedForms.form(fixedLanes[i].first, fixedLanes[i].second);
+        const LaneForm& g = otherForms.form(otherLanes[i].first, otherLanes[i].second);
+        if (f.key != g.key || f.negative != g.negative)
+            return false;
+    }
+    const int n = static_cast<int>(fixedLanes.size() / 2);
     for (const std::vector<float>& x : checkInputs(n)) {
         const float factor = 1.0f / static_cast<float>(n);
-        const std::vector<float> expected = narrowOutputs(narrow, narrowStores, x, factor);
-        const LaneEvaluator run(graph, x, factor);
-        std::vector<float> y(x.size(), 0.0f);
-        for (const WideStore& store : stores) {
-            const std::array<float, 8>& v = run.lanes(store.node);
-            const int lower = store.pair ? 4 : 2;
-            for (int i = 0; i < lower; ++i)
-                y[static_cast<std::size_t>(2 * store.lo + i)] = v[static_cast<std::size_t>(i)];
-            for (int i = 0; store.hi >= 0 && i < 4; ++i)
-                y[static_cast<std::size_t>(2 * store.hi + i)] = v[static_cast<std::size_t>(4 + i)];
+        const LaneEvaluator runFixed(fixed, x, factor), runOther(other, x, factor);
+        for (std::size_t i = 0; i < fixedLanes.size(); ++i) {
+            const float expected = runFixed.lanes(fixedLanes[i].first)[static_cast<std::size_t>(fixedLanes[i].second)];
+            const float got = runOther.lanes(otherLanes[i].first)[static_cast<std::size_t>(otherLanes[i].second)];
+            if (!sameBits(expected, got))
+                return false;
         }
-        for (std::size_t i = 0; i < y.size(); ++i)
-            if (!sameBits(y[i], expected[i]))
-                return std::string();
     }
+    return true;
+}
+
+std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer, Kernel& kernel,
+                          const Graph& narrow, const std::vector<Store>& narrowStores, int& cost)
+{
+    // Every sum in the orientation the 128-bit graph gave it, lane by lane.
+    // A first build holds every lane to it; from the lanes of that graph that
+    // reach the outputs, a second build holds only those.  The second is
+    // taken where it gives the 128-bit graph's bits, else the first; where
+    // neither does, the kernel keeps the packed form.
+    std::vector<int> narrowRoots;
+    for (const Store& store : narrowStores)
+        narrowRoots.push_back(store.node);
+    const OutputLanes fixedLanes = outputLanes(narrowStores, n);
+    SumOrientations orientations(narrow, narrowRoots);
+    Graph first;
+    first.steerSums(&orientations);
+    const std::vector<WideStore> firstStores = buildEightLanes(first, n, tree, sign);
+    orientations.keepLanes(liveLanes(first, firstStores));
+    Graph second;
+    second.steerSums(&orientations);
+    const std::vector<WideStore> secondStores = buildEightLanes(second, n, tree, sign);
+    const bool secondExact = sameOutputs(narrow, fixedLanes, second, outputLanes(secondStores, n));
+    if (!secondExact && !sameOutputs(narrow, fixedLanes, first, outputLanes(firstStores, n)))
+        return std::string();
+    const Graph& graph = secondExact ? second : first;
+    const std::vector<WideStore>& stores = secondExact ? secondStores : firstStores;
 
     printer.param = [](const Node&) { return std::string("kv::join(c, c)"); };
     std::vector<int> roots;

@@ -171,6 +171,8 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
         case Op::Join: expr = n.b < 0 ? "kv::widen(" + a + ")" : "kv::join(" + a + ", " + b + ")"; break;
         case Op::Extract: expr = std::string(n.index == 0 ? "kv::lowHalf(" : "kv::highHalf(") + a + ")"; break;
         case Op::Permute2: expr = "kv::permuteHalves<" + std::to_string(n.index) + ">(" + a + ", " + b + ")"; break;
+        case Op::SignLanes: expr = "kv::negLanes<" + std::to_string(n.index) + ">(" + a + ")"; break;
+        case Op::Blend: expr = "kv::blend<" + std::to_string(n.index) + ">(" + a + ", " + b + ")"; break;
         case Op::Const: break;
         }
         out << indent << "const " << typeName(n.type) << " t" << id << " = " << expr << ";\n";

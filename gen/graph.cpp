@@ -57,6 +57,50 @@ std::string keyOf(const Node& n)
 bool isCommutative(Op op) { return op == Op::Add || op == Op::Mul; }
 }  // namespace
 
+bool selectsLanes(Op op)
+{
+    switch (op) {
+    case Op::Shuffle:
+    case Op::Join:
+    case Op::Extract:
+    case Op::Permute2:
+    case Op::Blend:
+    case Op::Neg:
+    case Op::SignLanes:
+    case Op::Swap:
+    case Op::SwapNeg: return true;
+    default: return false;
+    }
+}
+
+LaneSource laneSource(const Node& n, int lane)
+{
+    const int half = lane / 4 * 4, j = lane % 4;
+    switch (n.op) {
+    case Op::Shuffle:
+        if (n.index == 256)
+            return {j % 2, half + j / 2, false};
+        if (n.index == 257)
+            return {j % 2, half + 2 + j / 2, false};
+        return {j < 2 ? 0 : 1, half + ((n.index >> (2 * j)) & 3), false};
+    case Op::Join:
+        if (lane < 4)
+            return {0, lane, false};
+        return {n.b >= 0 ? 1 : -1, lane - 4, false};
+    case Op::Extract: return {0, 4 * n.index + lane, false};
+    case Op::Permute2: {
+        const int select = (n.index >> (lane / 4 * 4)) & 3;
+        return {select < 2 ? 0 : 1, 4 * (select & 1) + j, false};
+    }
+    case Op::Blend: return {(n.index >> lane) & 1, lane, false};
+    case Op::Neg: return {0, lane, true};
+    case Op::SignLanes: return {0, lane, ((n.index >> lane) & 1) != 0};
+    case Op::Swap: return {0, lane ^ 1, false};
+    case Op::SwapNeg: return {0, lane ^ 1, lane % 2 == 0};
+    default: throw std::logic_error("not a selection of lanes");
+    }
+}
+
 int Graph::make(const Node& proto, bool canonical)
 {
     Node n = proto;
@@ -147,6 +191,79 @@ int Graph::join(int lo, int hi)
     return make(n);
 }
 
+int Graph::strip(int id, int& mask) const
+{
+    mask = 0;
+    if (id < 0)
+        return id;
+    const Node& n = node(id);
+    if (n.op == Op::Neg) {
+        mask = n.type == Type::V8F ? 0xFF : n.type == Type::V4F || n.type == Type::V4D ? 0xF : n.type == Type::V2D ? 3 : 1;
+        return n.a;
+    }
+    if (n.op == Op::SignLanes) {
+        mask = n.index;
+        return n.a;
+    }
+    return id;
+}
+
+int Graph::signLanes(int a, int mask)
+{
+    mask &= 0xFF;
+    if (a == none || mask == 0)
+        return a;
+    if (node(a).type != Type::V8F)
+        throw std::logic_error("a sign change of single lanes outside V8F");
+    int current = 0;
+    const int base = strip(a, current);
+    mask ^= current;
+    if (mask == 0)
+        return base;
+    if (mask == 0xFF)
+        return neg(base);
+    if (isConst(base)) {
+        std::vector<double> values = constantValues(base);
+        long double lanes[8];
+        for (std::size_t i = 0; i < 8; ++i)
+            lanes[i] = ((mask >> i) & 1) ? -values[i] : values[i];
+        return constantLanes8(lanes);
+    }
+    Node n{Op::SignLanes, Type::V8F};
+    n.a = base;
+    n.index = mask;
+    return make(n);
+}
+
+int Graph::findSignLanes(int a, int mask) const
+{
+    mask &= 0xFF;
+    int current = 0;
+    const int base = strip(a, current);
+    mask ^= current;
+    if (mask == 0)
+        return base;
+    Node n{mask == 0xFF ? Op::Neg : Op::SignLanes, node(base).type};
+    n.a = base;
+    n.index = mask == 0xFF ? -1 : mask;
+    const auto found = memo_.find(keyOf(n));
+    return found == memo_.end() ? -1 : found->second;
+}
+
+int Graph::blend(int a, int b, int mask)
+{
+    mask &= 0xFF;
+    if (mask == 0 || a == b)
+        return a;
+    if (mask == 0xFF)
+        return b;
+    Node n{Op::Blend, Type::V8F};
+    n.a = a;
+    n.b = b;
+    n.index = mask;
+    return make(n);
+}
+
 int Graph::permute2(int a, int b, int select)
 {
     int lo = select & 3, hi = (select >> 4) & 3;
@@ -209,6 +326,8 @@ int Graph::add(int a, int b)
     if (b == none)
         return a;
     requireSameType(node(a), node(b));
+    if (steering_ && node(a).type == Type::V8F)
+        return steering_->sum(*this, a, b, false);
     if (isNeg(a) && isNeg(b))
         return neg(add(node(a).a, node(b).a));
     if (isNeg(b))
@@ -228,6 +347,8 @@ int Graph::sub(int a, int b)
     if (a == none)
         return neg(b);
     requireSameType(node(a), node(b));
+    if (steering_ && node(a).type == Type::V8F)
+        return steering_->sum(*this, a, b, true);
     if (isNeg(b))
         return add(a, node(b).a);
     if (isNeg(a))
@@ -246,6 +367,8 @@ int Graph::neg(int a)
         return none;
     if (isNeg(a))
         return node(a).a;
+    if (node(a).op == Op::SignLanes)
+        return signLanes(node(a).a, ~node(a).index);
     if (isConst(a)) {
         // negate only the lanes the type has, so that unused lanes stay +0.0
         // and equal constants keep one key
@@ -296,6 +419,11 @@ int Graph::mul(int a, int b)
     }
     if (isNeg(a))
         return neg(mul(node(a).a, b));
+    // a product's sign is the product of its operands' signs, lane by lane
+    if (node(a).op == Op::SignLanes)
+        return signLanes(mul(node(a).a, b), node(a).index);
+    if (node(b).op == Op::SignLanes)
+        return signLanes(mul(a, node(b).a), node(b).index);
     Node n{Op::Mul, node(a).type};
     n.a = a;
     n.b = b;
@@ -419,7 +547,9 @@ OpCounts Graph::count(const std::vector<int>& roots) const
             else
                 ++c.multiplications;
             break;
-        case Op::Neg: ++c.signFlips; break;
+        case Op::Neg:
+        case Op::SignLanes: ++c.signFlips; break;
+        case Op::Blend: ++c.exchanges; break;
         case Op::ZeroSub: ++c.negations; break;
         case Op::Widen: ++c.widenings; break;
         case Op::Narrow: ++c.narrowings; break;

@@ -38,6 +38,9 @@ enum class Op : std::uint8_t {
     Join,      // 128-bit a in the lower half, 128-bit b in the upper half
     Extract,   // the 128-bit half `index` (0 lower, 1 upper) of a
     Permute2,  // halves of a and b as the immediate `index` of a vperm2f128 selects them
+    // V8F values of a graph whose sums are steered (SumSteering) only
+    SignLanes,  // sign change of the lanes whose bits are set in the mask `index`
+    Blend,      // lane i from b where bit i of `index` is set, else from a
 };
 
 struct Node {
@@ -51,6 +54,30 @@ struct Node {
     double lane1 = 0.0;
     double lane2 = 0.0;
     double lane3 = 0.0;
+};
+
+// Where lane `lane` of a selecting node comes from: lane `lane` of operand
+// `operand` (0: a, 1: b; -1: an undefined lane, read as +0), its sign changed
+// when `flip` is set.  For Shuffle, Join, Extract, Permute2, Blend, Neg,
+// SignLanes, Swap and SwapNeg.
+struct LaneSource {
+    int operand;
+    int lane;
+    bool flip;
+};
+LaneSource laneSource(const Node& n, int lane);
+// Whether laneSource applies to the node.
+bool selectsLanes(Op op);
+
+class Graph;
+
+// Makes the sums of a graph's V8F values in forms of its own choosing: a
+// graph with a steering hands it every addition and subtraction of two V8F
+// values (after the zero operands are taken out).
+class SumSteering {
+public:
+    virtual ~SumSteering() = default;
+    virtual int sum(Graph& graph, int a, int b, bool subtract) = 0;
 };
 
 // Operation counts of a graph restricted to what its outputs need.
@@ -110,6 +137,19 @@ public:
     // all the same): the wide packing copies nodes whose rewrites are done.
     int raw(const Node& node) { return make(node, false); }
 
+    // Sums of V8F values through `steering` (kept by the caller, outliving
+    // the graph's construction).  Sign changes of single lanes then ride on
+    // SignLanes nodes, which products pass on and sums take in.
+    void steerSums(SumSteering* steering) { steering_ = steering; }
+    // a with the sign of the lanes in `mask` changed (V8F)
+    int signLanes(int a, int mask);
+    // lanes from b where the mask has a bit, else from a (V8F)
+    int blend(int a, int b, int mask);
+    // The node signLanes(a, mask) would give, or -1 where it would make a new one.
+    int findSignLanes(int a, int mask) const;
+    // The node under a sign change of some lanes, and the mask of those lanes.
+    int strip(int id, int& mask) const;
+
     const Node& node(int id) const { return nodes_[static_cast<std::size_t>(id)]; }
     int size() const { return static_cast<int>(nodes_.size()); }
 
@@ -140,6 +180,7 @@ private:
     std::vector<Node> nodes_;
     std::unordered_map<std::string, int> memo_;
     bool canonicalSub_;
+    SumSteering* steering_ = nullptr;
     int scopes_ = 0;
     std::vector<std::pair<int, int>> groupStack_;
     std::vector<std::vector<std::pair<int, int>>> groups_;

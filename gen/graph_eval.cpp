@@ -38,6 +38,14 @@ LaneEvaluator::LaneEvaluator(const Graph& graph, const std::vector<float>& x, fl
         const std::array<float, 8> none{};
         const std::array<float, 8>& a = n.a >= 0 ? values_[static_cast<std::size_t>(n.a)] : none;
         const std::array<float, 8>& b = n.b >= 0 ? values_[static_cast<std::size_t>(n.b)] : none;
+        if (selectsLanes(n.op)) {
+            for (int i = 0; i < count; ++i) {
+                const LaneSource from = laneSource(n, i);
+                const float v = from.operand < 0 ? 0.0f : (from.operand == 0 ? a : b)[static_cast<std::size_t>(from.lane)];
+                out[static_cast<std::size_t>(i)] = from.flip ? flipSign(v) : v;
+            }
+            continue;
+        }
         switch (n.op) {
         case Op::Input:
             if (n.type == Type::V4F) {
@@ -73,43 +81,10 @@ LaneEvaluator::LaneEvaluator(const Graph& graph, const std::vector<float>& x, fl
                 out[i] = r;
             }
             break;
-        case Op::Neg:
-            for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i)
-                out[i] = flipSign(a[i]);
-            break;
         case Op::ZeroSub:
             for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
                 volatile float r = 0.0f - a[i];
                 out[i] = r;
-            }
-            break;
-        case Op::Shuffle:
-            for (std::size_t h = 0; h < static_cast<std::size_t>(count); h += 4) {
-                const float* p = a.data() + h;
-                const float* q = b.data() + h;
-                float* o = out.data() + h;
-                if (n.index == 256) {
-                    o[0] = p[0], o[1] = q[0], o[2] = p[1], o[3] = q[1];
-                } else if (n.index == 257) {
-                    o[0] = p[2], o[1] = q[2], o[2] = p[3], o[3] = q[3];
-                } else {
-                    o[0] = p[n.index & 3], o[1] = p[(n.index >> 2) & 3], o[2] = q[(n.index >> 4) & 3],
-                    o[3] = q[(n.index >> 6) & 3];
-                }
-            }
-            break;
-        case Op::Join:
-            for (std::size_t i = 0; i < 4; ++i) {
-                out[i] = a[i];
-                out[i + 4] = n.b >= 0 ? b[i] : 0.0f;
-            }
-            break;
-        case Op::Permute2:
-            for (std::size_t h = 0; h < 2; ++h) {
-                const int select = (n.index >> (4 * h)) & 3;
-                const float* from = (select < 2 ? a.data() : b.data()) + 4 * (select & 1);
-                for (std::size_t i = 0; i < 4; ++i)
-                    out[4 * h + i] = from[i];
             }
             break;
         default:

@@ -200,6 +200,15 @@ template <int mask>
 inline v4d blend(v4d a, v4d b) { return _mm256_blend_pd(a, b, mask); }
 template <int mask>
 inline v4f blend(v4f a, v4f b) { return _mm_blend_ps(a, b, mask); }
+template <int mask>
+inline v8f blend(v8f a, v8f b) { return _mm256_blend_ps(a, b, mask); }
+// the sign of lane i changed where bit i of the mask is set
+template <int mask>
+inline v8f negLanes(v8f a)
+{
+    auto sign = [](int i) { return (mask >> i) & 1 ? -0.0f : 0.0f; };
+    return _mm256_xor_ps(a, _mm256_set_ps(sign(7), sign(6), sign(5), sign(4), sign(3), sign(2), sign(1), sign(0)));
+}
 template <int i>
 inline double lane(v4d a)
 {

@@ -209,18 +209,46 @@ TEST(BitIdentity, ComplexKernelsAndDispatchers)
 }
 
 // Inputs where a wrong lane or a wrong sign of a zero shows at once: an
-// impulse at each sample (real and imaginary part), and all zeros of either sign.
+// impulse at each sample (real and imaginary part), all zeros of either sign,
+// and inputs whose spectra have exact zeros (constant, alternating, real,
+// imaginary, real and even), whose signs depend on the order of every
+// subtraction on the way.
 template <class T>
 void compareComplexStructured(const std::string& prefix, const std::string& suffix)
 {
     using Kernel = Status (*)(const T*, T*, int32_t);
     for (int n = 2; n <= 64; ++n) {
         const std::string kernel = prefix + std::to_string(n) + "_" + suffix;
-        std::vector<std::vector<T>> inputs = {std::vector<T>(2 * n, T(0)), std::vector<T>(2 * n, -T(0))};
-        for (int i = 0; i < 2 * n; ++i) {
-            std::vector<T> impulse(2 * n, -T(0));
-            impulse[static_cast<std::size_t>(i)] = T(i % 3 == 0 ? -1.5 : 0.75);
+        const std::size_t size = static_cast<std::size_t>(2 * n);
+        std::vector<std::vector<T>> inputs = {std::vector<T>(size, T(0)), std::vector<T>(size, -T(0))};
+        for (std::size_t i = 0; i < size; ++i) {
+            std::vector<T> impulse(size, -T(0));
+            impulse[i] = T(i % 3 == 0 ? -1.5 : 0.75);
             inputs.push_back(impulse);
+        }
+        for (const T part : {T(0), T(-1.5)}) {
+            std::vector<T> constant(size), alternating(size);
+            for (std::size_t i = 0; i < size; i += 2) {
+                constant[i] = alternating[i] = T(0.75);
+                constant[i + 1] = alternating[i + 1] = part;
+                if (i % 4 == 2) {
+                    alternating[i] = -alternating[i];
+                    alternating[i + 1] = -alternating[i + 1];
+                }
+            }
+            inputs.push_back(constant);
+            inputs.push_back(alternating);
+        }
+        const std::vector<T> random = samples<T>(size, static_cast<unsigned>(n) + 1000u);
+        for (int kind = 0; kind < 3; ++kind) {
+            // real, imaginary, and real with x[i] = x[n - i]
+            std::vector<T> x(size, kind == 1 ? T(0) : -T(0));
+            for (std::size_t i = 0; i < size; i += 2)
+                x[i + (kind == 1 ? 1 : 0)] = random[i];
+            if (kind == 2)
+                for (std::size_t i = 2; i < size; i += 2)
+                    x[size - i] = x[i];
+            inputs.push_back(x);
         }
         for (const std::vector<T>& input : inputs)
             for (const Placement& p : {Placement{0, 0, false}, Placement{8, 0, false}})
@@ -229,7 +257,7 @@ void compareComplexStructured(const std::string& prefix, const std::string& suff
     }
 }
 
-TEST(BitIdentity, ComplexKernelsOnImpulsesAndZeros)
+TEST(BitIdentity, ComplexKernelsOnStructuredInputs)
 {
     for (const char* dir : {"Fwd", "Inv"}) {
         const std::string prefix = std::string("kvtgDFT") + dir + "_CToC_";

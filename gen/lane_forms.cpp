@@ -1,0 +1,271 @@
+#include "lane_forms.h"
+
+#include <cmath>
+#include <cstring>
+#include <stdexcept>
+
+namespace gen {
+
+namespace {
+std::uint64_t mix(std::uint64_t h, std::uint64_t v)
+{
+    // splitmix64 over the running hash and the next word
+    std::uint64_t z = h ^ (v + 0x9e3779b97f4a7c15ULL + (h << 6) + (h >> 2));
+    z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9ULL;
+    z = (z ^ (z >> 27)) * 0x94d049bb133111ebULL;
+    return z ^ (z >> 31);
+}
+
+enum Tag : std::uint64_t { InputTag = 1, ParamTag, ConstTag, SumTag, SumValueTag, ProductTag, ZeroSubTag, WidenTag, NarrowTag };
+
+LaneForm constantForm(double value)
+{
+    const double magnitude = std::fabs(value);
+    std::uint64_t bits;
+    std::memcpy(&bits, &magnitude, sizeof bits);
+    return {mix(ConstTag, bits), std::signbit(value)};
+}
+
+int lanesOf(Type type) { return type == Type::V8F ? 8 : type == Type::V4F || type == Type::V4D ? 4 : type == Type::V2D ? 2 : 1; }
+}  // namespace
+
+std::uint64_t SumTerms::valueKey() const
+{
+    return mix(mix(mix(SumValueTag, first), second), firstNegative == secondNegative ? 1 : 0);
+}
+
+SumTerms sumTerms(const LaneForm& x, bool xNegative, const LaneForm& y, bool yNegative)
+{
+    // by key, and of two terms of one key the positive one first
+    const bool swap = y.key < x.key || (y.key == x.key && xNegative && !yNegative);
+    if (swap)
+        return {y.key, x.key, yNegative, xNegative};
+    return {x.key, y.key, xNegative, yNegative};
+}
+
+const LaneForm& LaneForms::form(int id, int lane)
+{
+    if (static_cast<std::size_t>(id) >= forms_.size())
+        extend();
+    return forms_[static_cast<std::size_t>(id)][static_cast<std::size_t>(lane)];
+}
+
+void LaneForms::extend()
+{
+    for (int id = static_cast<int>(forms_.size()); id < graph_.size(); ++id) {
+        const Node& n = graph_.node(id);
+        std::array<LaneForm, 8> lanes{};
+        const int count = lanesOf(n.type);
+        auto operand = [&](int which, int lane) -> LaneForm {
+            const int source = which == 0 ? n.a : n.b;
+            return source < 0 ? constantForm(0.0) : forms_[static_cast<std::size_t>(source)][static_cast<std::size_t>(lane)];
+        };
+        if (selectsLanes(n.op)) {
+            for (int i = 0; i < count; ++i) {
+                const LaneSource from = laneSource(n, i);
+                LaneForm f = operand(from.operand, from.lane);
+                f.negative = f.negative != from.flip;
+                lanes[static_cast<std::size_t>(i)] = f;
+            }
+            forms_.push_back(lanes);
+            continue;
+        }
+        std::vector<double> constants;
+        if (n.op == Op::Const)
+            constants = graph_.constantValues(id);
+        for (int i = 0; i < count; ++i) {
+            LaneForm& f = lanes[static_cast<std::size_t>(i)];
+            switch (n.op) {
+            case Op::Input: {
+                // a V4F load holds (re, im) of sample index, then of index2 (-1: zero)
+                const int sample = n.type == Type::V4F && i >= 2 ? n.index2 : n.index;
+                const int part = n.type == Type::V4F ? i % 2 : i;
+                f = sample < 0 ? constantForm(0.0) : LaneForm{mix(mix(InputTag, static_cast<std::uint64_t>(sample)), static_cast<std::uint64_t>(part)), false};
+                break;
+            }
+            case Op::Param: f = {mix(ParamTag, static_cast<std::uint64_t>(n.index)), false}; break;
+            case Op::Const: f = constantForm(constants[static_cast<std::size_t>(i)]); break;
+            case Op::Add:
+            case Op::Sub: {
+                const LaneForm x = operand(0, i), y = operand(1, i);
+                const SumTerms t = sumTerms(x, x.negative, y, y.negative != (n.op == Op::Sub));
+                f = {mix(mix(mix(mix(SumTag, t.first), t.second), t.firstNegative ? 1 : 0), t.secondNegative ? 1 : 0), false};
+                break;
+            }
+            case Op::Mul: {
+                const LaneForm x = operand(0, i), y = operand(1, i);
+                f = {mix(mix(ProductTag, std::min(x.key, y.key)), std::max(x.key, y.key)), x.negative != y.negative};
+                break;
+            }
+            case Op::ZeroSub: {
+                const LaneForm x = operand(0, i);
+                f = {mix(mix(ZeroSubTag, x.key), x.negative ? 1 : 0), false};
+                break;
+            }
+            case Op::Widen:
+            case Op::Narrow: {
+                // exact, or one rounding to nearest: symmetric in the sign
+                const LaneForm x = operand(0, i);
+                f = {mix(n.op == Op::Widen ? WidenTag : NarrowTag, x.key), x.negative};
+                break;
+            }
+            default: throw std::logic_error("an operation without lane forms");
+            }
+        }
+        forms_.push_back(lanes);
+    }
+}
+
+SumOrientations::SumOrientations(const Graph& fixed, const std::vector<int>& roots)
+{
+    LaneForms forms(fixed);
+    const std::vector<bool> live = fixed.liveSet(roots);
+    for (int id = 0; id < fixed.size(); ++id) {
+        const Node& n = fixed.node(id);
+        if (!live[static_cast<std::size_t>(id)] || (n.op != Op::Add && n.op != Op::Sub))
+            continue;
+        for (int i = 0; i < lanesOf(n.type); ++i) {
+            const LaneForm x = forms.form(n.a, i), y = forms.form(n.b, i);
+            const SumTerms t = sumTerms(x, x.negative, y, y.negative != (n.op == Op::Sub));
+            seen_[t.valueKey()] |= t.firstNegative ? 2 : 1;
+        }
+    }
+}
+
+void SumOrientations::keepLanes(const std::vector<int>& live)
+{
+    liveByCall_.clear();
+    for (const auto& call : calls_)
+        liveByCall_.push_back(live[static_cast<std::size_t>(call.first)] | live[static_cast<std::size_t>(call.second)]);
+    steered_.reset();
+}
+
+int SumOrientations::sum(Graph& graph, int a, int b, bool subtract)
+{
+    if (!steered_ || &steered_->graph() != &graph) {
+        steered_ = std::make_unique<LaneForms>(graph);
+        materialised_.clear();
+        calls_.clear();
+    }
+    const std::size_t call = calls_.size();
+    // lanes held to the fixed orientation: all, or those the same sum of the last graph needed
+    const int held = call < liveByCall_.size() ? liveByCall_[call] : 0xFF;
+    int maskA = 0, maskB = 0;
+    const int a0 = graph.strip(a, maskA), b0 = graph.strip(b, maskB);
+    const int givenA = maskA, givenB = maskB;
+    if (subtract)
+        maskB ^= 0xFF;
+    // Per lane: whether the sum is made in the other orientation (its sign
+    // then outside), or -1 where the fixed graph has no such sum and either
+    // will do.  The signs of a0 and b0 inside the sum follow: those asked
+    // for, each changed once more when the orientation turns.
+    std::array<int, 8> turn{};
+    for (int i = 0; i < 8; ++i) {
+        const LaneForm& x = steered_->form(a0, i);
+        const LaneForm& y = steered_->form(b0, i);
+        const SumTerms t = sumTerms(x, x.negative != (((maskA >> i) & 1) != 0), y, y.negative != (((maskB >> i) & 1) != 0));
+        const auto found = seen_.find(t.valueKey());
+        if (found == seen_.end() || !((held >> i) & 1))
+            turn[static_cast<std::size_t>(i)] = -1;
+        else
+            turn[static_cast<std::size_t>(i)] = (found->second & (t.firstNegative ? 2 : 1)) ? 0 : 1;
+    }
+
+    // One instruction makes the sum where every lane wants the same signs
+    // inside; otherwise either the operands' lanes change sign first (a
+    // mask each) or the sums of each kind are blended.  The cheaper wins.
+    struct Plan {
+        int cost;
+        int op;  // 0 a0 + b0, 1 a0 - b0, 2 b0 - a0; -1 a blend of kinds
+        int flipA, flipB, outside;
+        std::array<int, 4> kinds;  // lanes per kind: bit 1 a0 negative inside, bit 0 b0
+    };
+    auto bit = [](int mask, int i) { return (mask >> i) & 1; };
+    // a product by constants changes the sign of lanes in its constants, at no cost
+    auto freeFlip = [&](int id) {
+        const Node& n = graph.node(id);
+        return n.op == Op::Mul && graph.node(n.b).op == Op::Const;
+    };
+    auto flipCost = [&](int id, int mask) {
+        if (mask == 0 || freeFlip(id))
+            return 0;
+        const int made = graph.findSignLanes(id, mask);
+        return made >= 0 && materialised_.count(made) ? 0 : 1;
+    };
+    auto flipped = [&](int id, int mask) {
+        if (mask == 0 || !freeFlip(id))
+            return graph.signLanes(id, mask);
+        Node n = graph.node(id);
+        n.b = graph.signLanes(n.b, mask);
+        return graph.raw(n);
+    };
+    Plan best{1 << 20, -1, 0, 0, 0, {}};
+    const int opSigns[3][2] = {{0, 0}, {0, 1}, {1, 0}};
+    for (int op = 0; op < 3; ++op) {
+        Plan p{1, op, 0, 0, 0, {}};
+        for (int i = 0; i < 8; ++i) {
+            int t = turn[static_cast<std::size_t>(i)];
+            if (t < 0)  // the orientation that needs fewer sign changes here
+                t = ((bit(maskA, i) ^ opSigns[op][0]) + (bit(maskB, i) ^ opSigns[op][1]) <= 1) ? 0 : 1;
+            p.flipA |= (bit(maskA, i) ^ t ^ opSigns[op][0]) << i;
+            p.flipB |= (bit(maskB, i) ^ t ^ opSigns[op][1]) << i;
+            p.outside |= t << i;
+        }
+        p.cost += flipCost(a0, p.flipA) + flipCost(b0, p.flipB);
+        // of equal costs, the operands' own signs: the other sum of a
+        // butterfly takes the same ones
+        const bool own = p.flipA == givenA && p.flipB == givenB;
+        if (p.cost < best.cost || (p.cost == best.cost && own))
+            best = p;
+    }
+    {
+        Plan p{0, -1, 0, 0, 0, {}};
+        int turned = 0, kept = 0;
+        for (int t : turn) {
+            turned += t == 1;
+            kept += t == 0;
+        }
+        for (int i = 0; i < 8; ++i) {
+            const int t = turn[static_cast<std::size_t>(i)] < 0 ? (turned > kept ? 1 : 0) : turn[static_cast<std::size_t>(i)];
+            p.kinds[static_cast<std::size_t>(((bit(maskA, i) ^ t) << 1) | (bit(maskB, i) ^ t))] |= 1 << i;
+            p.outside |= t << i;
+        }
+        for (int kind = 0; kind < 4; ++kind)
+            if (p.kinds[static_cast<std::size_t>(kind)] != 0)
+                p.cost += p.cost == 0 ? 1 : 2;  // a sum, and a blend after the first
+        p.cost += p.kinds[3] != 0;              // -a0 - b0 needs -a0
+        if (p.cost < best.cost)
+            best = p;
+    }
+
+    auto sumOf = [&](Op op, int x, int y) {
+        Node n{op, Type::V8F};
+        n.a = op == Op::Add ? std::min(x, y) : x;
+        n.b = op == Op::Add ? std::max(x, y) : y;
+        return graph.raw(n);
+    };
+    int core = Graph::none;
+    if (best.op >= 0) {
+        // signs changed by instructions of their own, kept inside the sum
+        const int x = flipped(a0, best.flipA), y = flipped(b0, best.flipB);
+        materialised_.insert(x);
+        materialised_.insert(y);
+        core = best.op == 0 ? sumOf(Op::Add, x, y) : best.op == 1 ? sumOf(Op::Sub, x, y) : sumOf(Op::Sub, y, x);
+    } else {
+        for (int kind = 0; kind < 4; ++kind) {
+            const int lanes = best.kinds[static_cast<std::size_t>(kind)];
+            if (lanes == 0)
+                continue;
+            const int made = kind == 0   ? sumOf(Op::Add, a0, b0)
+                             : kind == 1 ? sumOf(Op::Sub, a0, b0)
+                             : kind == 2 ? sumOf(Op::Sub, b0, a0)
+                                         : sumOf(Op::Sub, graph.neg(a0), b0);  // (-a0) - b0
+            core = core == Graph::none ? made : graph.blend(core, made, lanes);
+        }
+    }
+    const int result = graph.signLanes(core, best.outside);
+    calls_.emplace_back(result, core);
+    return result;
+}
+
+}  // namespace gen
