@@ -467,19 +467,8 @@ std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer
             ++alone;
         }
     }
-    // instructions, as the packing counts them: a move across halves between
-    // registers weighs two, an insertion from memory and a store one each
-    const std::vector<bool> live = graph.liveSet(roots);
-    cost = wide + 2 * halves + alone;
-    for (int id = 0; id < graph.size(); ++id) {
-        const Node& node = graph.node(id);
-        if (!live[static_cast<std::size_t>(id)] || node.op == Op::Const || node.op == Op::Param)
-            continue;
-        if (node.op == Op::Permute2 || (node.op == Op::Join && node.b >= 0 && graph.node(node.b).op != Op::Input))
-            cost += 2;
-        else if (!(node.op == Op::Join && node.b < 0))
-            cost += 1;
-    }
+    // instructions, as the packing counts them, a store of two halves as two
+    cost = instructionCost(graph, roots) + wide + 2 * halves + alone;
     const OpCounts counts = graph.count(roots);
     kernel.packing = "; eight lanes for 256-bit vectors: " + std::to_string(counts.additions) + " additions, " +
                      std::to_string(counts.multiplications) + " multiplications, " + std::to_string(counts.exchanges) +

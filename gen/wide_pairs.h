@@ -56,6 +56,11 @@ struct PackedKernel {
 // reads something else (a half, or two separate places).
 using InputSpan = std::function<int(const Node&)>;
 
+// What the instructions of the nodes that the roots need count: one each, and
+// one on the shuffle unit (exchanges, selections, moves across halves, loads
+// into an upper half) as much as two elsewhere.
+int instructionCost(const Graph& graph, const std::vector<int>& roots);
+
 // Packs the graph whose outputs are `stores`.  A 256-bit Input node of the
 // result reads 32 contiguous bytes from the offset in its `index`.  Of the
 // packings the pass tries (pairs asked for by neighbouring outputs or found
