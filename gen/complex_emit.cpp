@@ -153,9 +153,10 @@ void buildVectorLayout(int n, const Tree& tree, int sign, Graph& graph, std::vec
 
 // The body of a vector kernel for the 256-bit target: the 128-bit graph packed
 // two nodes to a 256-bit node where that pays, neighbouring samples loaded and
-// stored 32 bytes at a time.
+// stored 32 bytes at a time.  Given `time`, the packed body whatever it costs,
+// and its timeCost there.
 std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Store>& stores, NodePrinter printer,
-                     Kernel& kernel, int* cost = nullptr)
+                     Kernel& kernel, int* time = nullptr)
 {
     const bool single = v.precision == Precision::Single;
     std::vector<VectorStore> outputs;
@@ -169,9 +170,7 @@ std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Sto
         return n.index2 == n.index + 1 ? 2 * n.index : -1;
     };
     const PackedKernel packed = packWide(graph, outputs, span);
-    if (cost)
-        *cost = std::min(packed.cost, packed.narrowCost);
-    if (packed.cost >= packed.narrowCost) {
+    if (!time && packed.cost >= packed.narrowCost) {
         kernel.packing = "; kept at 128 bits (" + std::to_string(packed.narrowCost) + " instructions against " +
                          std::to_string(packed.cost) + " packed)";
         return std::string();
@@ -190,6 +189,8 @@ std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Sto
     std::vector<int> roots;
     for (const PackedStore& store : packed.stores)
         roots.push_back(store.node);
+    if (time)
+        *time = timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
     std::ostringstream body;
     body << printNodes(packed.graph, roots, printer, "    ");
     for (const PackedStore& store : packed.stores) {
@@ -467,8 +468,8 @@ std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer
             ++alone;
         }
     }
-    // instructions, as the packing counts them, a store of two halves as two
-    cost = instructionCost(graph, roots) + wide + 2 * halves + alone;
+    // a store of two halves as two stores (and the move of the upper half)
+    cost = timeCost(graph, roots, wide + 2 * halves + alone);
     const OpCounts counts = graph.count(roots);
     kernel.packing = "; eight lanes for 256-bit vectors: " + std::to_string(counts.additions) + " additions, " +
                      std::to_string(counts.multiplications) + " multiplications, " + std::to_string(counts.exchanges) +
@@ -572,17 +573,23 @@ Kernel buildKernel(const Variant& v, int n, Form form, bool packForWide)
         if (live[static_cast<std::size_t>(id)] && graph.node(id).op == Op::Input)
             ++kernel.memoryAccesses;
     kernel.memoryAccesses += static_cast<int>(stores.size());
-    if (kernel.vector && target().wide() && packForWide) {
-        int packedCost = 0;
-        kernel.body = wideBody(v, graph, stores, printer, kernel, &packedCost);
-        if (split) {
-            // the eight-lane layout where it takes fewer instructions than the packed 128-bit graph
-            Kernel eight = kernel;
-            int eightCost = 0;
-            eight.body = splitWideBody(n, *tree, sign, printer, eight, graph, stores, eightCost);
-            if (!eight.body.empty() && eightCost < packedCost)
-                return eight;
-        }
+    if (kernel.vector && target().wide() && packForWide && split) {
+        // of the 128-bit graph, its packed form and the eight-lane layout, the
+        // one of least timeCost
+        const int narrowTime = timeCost(graph, roots, static_cast<int>(stores.size()));
+        Kernel packed = kernel, eight = kernel;
+        int packedTime = 0, eightTime = 0;
+        packed.body = wideBody(v, graph, stores, printer, packed, &packedTime);
+        eight.body = splitWideBody(n, *tree, sign, printer, eight, graph, stores, eightTime);
+        if (!eight.body.empty() && eightTime < std::min(narrowTime, packedTime))
+            return eight;
+        if (packedTime < narrowTime)
+            return packed;
+        kernel.packing = "; kept at 128 bits (time " + std::to_string(narrowTime) + " against " +
+                         std::to_string(packedTime) + " packed" +
+                         (eight.body.empty() ? std::string() : " and " + std::to_string(eightTime) + " eight lanes") + ")";
+    } else if (kernel.vector && target().wide() && packForWide) {
+        kernel.body = wideBody(v, graph, stores, printer, kernel);
         if (!kernel.body.empty())
             return kernel;
     }

@@ -49,13 +49,11 @@ bool onShuffleUnit(const Node& n)
 // points: 1.5x).
 constexpr int moveCost = 2;
 
-}  // namespace
-
-// One per instruction, `moveCost` for one on the shuffle unit (a
-// multiplication by i is an exchange and a sign change).  What holds no value
-// of its own (constants, the free lower-half extraction, a 128-bit value used
-// as the lower half of a 256-bit one) costs nothing.
-int instructionCost(const Graph& g, const std::vector<int>& roots)
+// Cost of the nodes that the roots need: one per instruction, `moveCost` for
+// one on the shuffle unit (a multiplication by i is an exchange and a sign
+// change).  What holds no value of its own (constants, the free lower-half
+// extraction) costs nothing.
+int instructions(const Graph& g, const std::vector<int>& roots)
 {
     const std::vector<bool> live = g.liveSet(roots);
     int count = 0;
@@ -63,15 +61,12 @@ int instructionCost(const Graph& g, const std::vector<int>& roots)
         if (!live[static_cast<std::size_t>(id)])
             continue;
         const Node& n = g.node(id);
-        if (n.op == Op::Const || n.op == Op::Param || (n.op == Op::Extract && n.index == 0) ||
-            (n.op == Op::Join && n.b < 0))
+        if (n.op == Op::Const || n.op == Op::Param || (n.op == Op::Extract && n.index == 0))
             continue;
         count += (onShuffleUnit(n) ? moveCost : 1) + (n.op == Op::SwapNeg ? 1 : 0);
     }
     return count;
 }
-
-namespace {
 
 class Packer {
 public:
@@ -713,15 +708,34 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
     std::vector<int> packedRoots;
     for (const PackedStore& s : out_.stores)
         packedRoots.push_back(s.node);
-    out_.cost = instructionCost(out_.graph, packedRoots) + static_cast<int>(out_.stores.size());
+    out_.cost = instructions(out_.graph, packedRoots) + static_cast<int>(out_.stores.size());
     std::vector<int> narrowRoots;
     for (const VectorStore& s : stores)
         narrowRoots.push_back(s.node);
-    out_.narrowCost = instructionCost(g_, narrowRoots) + static_cast<int>(stores.size());
+    out_.narrowCost = instructions(g_, narrowRoots) + static_cast<int>(stores.size());
     return std::move(out_);
 }
 
 }  // namespace
+
+int timeCost(const Graph& g, const std::vector<int>& roots, int stores)
+{
+    const std::vector<bool> live = g.liveSet(roots);
+    int cost = stores;
+    for (int id = 0; id < g.size(); ++id) {
+        const Node& n = g.node(id);
+        if (!live[static_cast<std::size_t>(id)] || n.op == Op::Const || n.op == Op::Param ||
+            (n.op == Op::Extract && n.index == 0) || (n.op == Op::Join && n.b < 0))
+            continue;
+        if (n.op == Op::Join && g.node(n.b).op == Op::Input)
+            cost += 3;
+        else if (n.op == Op::Join || n.op == Op::Permute2 || n.op == Op::Extract)
+            cost += 4;
+        else
+            cost += 2 + (n.op == Op::SwapNeg ? 2 : 0);
+    }
+    return cost;
+}
 
 PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span)
 {

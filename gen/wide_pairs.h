@@ -56,10 +56,13 @@ struct PackedKernel {
 // reads something else (a half, or two separate places).
 using InputSpan = std::function<int(const Node&)>;
 
-// What the instructions of the nodes that the roots need count: one each, and
-// one on the shuffle unit (exchanges, selections, moves across halves, loads
-// into an upper half) as much as two elsewhere.
-int instructionCost(const Graph& graph, const std::vector<int>& roots);
+// Time of a 256-bit kernel's instructions (the nodes the roots need and
+// `stores` stores), in halves of an arithmetic instruction, as fitted to the
+// split-layout Complex32 kernels timed in three forms on an x86-64-v3 core:
+// a selection inside the halves counts as an arithmetic instruction, a move
+// across halves as two, a load into an upper half as one and a half, a store
+// as a half.  It ranks the forms of a kernel: 128-bit, packed, eight lanes.
+int timeCost(const Graph& graph, const std::vector<int>& roots, int stores);
 
 // Packs the graph whose outputs are `stores`.  A 256-bit Input node of the
 // result reads 32 contiguous bytes from the offset in its `index`.  Of the
