@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <memory>
+#include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 #include <sstream>
 #include <string>
@@ -290,9 +293,9 @@ struct WideStore {
 };
 
 // Builds the eight-lane graph of a kernel into `graph`; returns its stores.
-std::vector<WideStore> buildEightLanes(Graph& graph, int n, const Tree& tree, int sign)
+std::vector<WideStore> buildEightLanes(Graph& graph, int n, const Tree& tree, int sign, bool batch)
 {
-    SplitBuilder builder(graph, n, 8);
+    SplitBuilder builder(graph, n, 8, batch);
     const std::vector<SplitRef> out = builder.dft(tree, builder.inputs(), sign);
     const int factor = graph.param(Type::V8F, 0);
     struct Unit {
@@ -420,31 +423,77 @@ bool sameOutputs(const Graph& fixed, const OutputLanes& fixedLanes, const Graph&
     return true;
 }
 
+// Stores a 256-bit split kernel makes: a store of two halves counts two.
+int storeCount(const std::vector<WideStore>& stores)
+{
+    int count = 0;
+    for (const WideStore& store : stores)
+        count += store.hi >= 0 && store.hi != store.lo + 2 ? 2 : 1;
+    return count;
+}
+
+// An eight-lane graph of a kernel with the 128-bit graph's bits, and its time.
+struct EightLanes {
+    std::unique_ptr<Graph> graph;  // null where no such graph was found
+    std::vector<WideStore> stores;
+    int time = 0;
+    bool batch = false;
+};
+
+// Every sum in the orientation the 128-bit graph gave it, lane by lane.  A
+// first build holds every lane to it; from the lanes of that graph that reach
+// the outputs, a second build holds only those.  The second is taken where it
+// gives the 128-bit graph's bits, else the first.
+EightLanes exactEightLanes(int n, const Tree& tree, int sign, bool batch, const Graph& narrow,
+                           const std::vector<int>& narrowRoots, const OutputLanes& fixedLanes)
+{
+    SumOrientations orientations(narrow, narrowRoots);
+    auto first = std::make_unique<Graph>();
+    first->steerSums(&orientations);
+    std::vector<WideStore> firstStores = buildEightLanes(*first, n, tree, sign, batch);
+    orientations.keepLanes(liveLanes(*first, firstStores));
+    auto second = std::make_unique<Graph>();
+    second->steerSums(&orientations);
+    std::vector<WideStore> secondStores = buildEightLanes(*second, n, tree, sign, batch);
+    EightLanes out;
+    out.batch = batch;
+    if (sameOutputs(narrow, fixedLanes, *second, outputLanes(secondStores, n))) {
+        out.graph = std::move(second);
+        out.stores = std::move(secondStores);
+    } else if (sameOutputs(narrow, fixedLanes, *first, outputLanes(firstStores, n))) {
+        out.graph = std::move(first);
+        out.stores = std::move(firstStores);
+    } else {
+        return out;
+    }
+    out.graph->steerSums(nullptr);
+    std::vector<int> roots;
+    for (const WideStore& store : out.stores)
+        roots.push_back(store.node);
+    out.time = timeCost(*out.graph, roots, storeCount(out.stores));
+    return out;
+}
+
 std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer, Kernel& kernel,
                           const Graph& narrow, const std::vector<Store>& narrowStores, int& cost)
 {
-    // Every sum in the orientation the 128-bit graph gave it, lane by lane.
-    // A first build holds every lane to it; from the lanes of that graph that
-    // reach the outputs, a second build holds only those.  The second is
-    // taken where it gives the 128-bit graph's bits, else the first; where
-    // neither does, the kernel keeps the packed form.
+    // of the layouts with and without batches of four transforms, the one of
+    // less time; where neither gives the 128-bit graph's bits, none
     std::vector<int> narrowRoots;
     for (const Store& store : narrowStores)
         narrowRoots.push_back(store.node);
     const OutputLanes fixedLanes = outputLanes(narrowStores, n);
-    SumOrientations orientations(narrow, narrowRoots);
-    Graph first;
-    first.steerSums(&orientations);
-    const std::vector<WideStore> firstStores = buildEightLanes(first, n, tree, sign);
-    orientations.keepLanes(liveLanes(first, firstStores));
-    Graph second;
-    second.steerSums(&orientations);
-    const std::vector<WideStore> secondStores = buildEightLanes(second, n, tree, sign);
-    const bool secondExact = sameOutputs(narrow, fixedLanes, second, outputLanes(secondStores, n));
-    if (!secondExact && !sameOutputs(narrow, fixedLanes, first, outputLanes(firstStores, n)))
+    EightLanes best;
+    for (bool batch : {false, true}) {
+        EightLanes candidate = exactEightLanes(n, tree, sign, batch, narrow, narrowRoots, fixedLanes);
+        if (candidate.graph && (!best.graph || candidate.time < best.time))
+            best = std::move(candidate);
+    }
+    if (!best.graph)
         return std::string();
-    const Graph& graph = secondExact ? second : first;
-    const std::vector<WideStore>& stores = secondExact ? secondStores : firstStores;
+    const Graph& graph = *best.graph;
+    const std::vector<WideStore>& stores = best.stores;
+    cost = best.time;
 
     printer.param = [](const Node&) { return std::string("kv::join(c, c)"); };
     std::vector<int> roots;
@@ -468,10 +517,9 @@ std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer
             ++alone;
         }
     }
-    // a store of two halves as two stores (and the move of the upper half)
-    cost = timeCost(graph, roots, wide + 2 * halves + alone);
     const OpCounts counts = graph.count(roots);
-    kernel.packing = "; eight lanes for 256-bit vectors: " + std::to_string(counts.additions) + " additions, " +
+    kernel.packing = std::string("; eight lanes for 256-bit vectors") + (best.batch ? ", four transforms batched" : "") + ": " +
+                     std::to_string(counts.additions) + " additions, " +
                      std::to_string(counts.multiplications) + " multiplications, " + std::to_string(counts.exchanges) +
                      " selections; outputs in " + std::to_string(wide) + " 32-byte stores, " + std::to_string(halves) +
                      " split and " + std::to_string(alone) + " single";

@@ -14,8 +14,8 @@ constexpr int unpackHighSelector = 257;  // (a2, b2, a3, b3)
 int selector(int a, int b, int c, int d) { return a | (b << 2) | (c << 4) | (d << 6); }
 }  // namespace
 
-SplitBuilder::SplitBuilder(Graph& graph, int length, int width)
-    : g_(graph), uniform_(graph), width_(width)
+SplitBuilder::SplitBuilder(Graph& graph, int length, int width, bool batch)
+    : g_(graph), uniform_(graph), width_(width), batch_(batch)
 {
     if (width != 4 && width != 8)
         throw std::logic_error("split layout of 4 or 8 lanes only");
@@ -439,10 +439,18 @@ std::vector<SplitRef> SplitBuilder::leaf(const Tree& tree, const std::vector<Spl
     return out;
 }
 
-// `width` transforms of a stage at a time, one per lane.
 std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<SplitRef>& x, int sign)
 {
+    return splitRows(tree, {x}, sign)[0];
+}
+
+// `width` transforms of a stage at a time, one per lane; the transforms of
+// all rows of a batch side by side, row fastest.
+std::vector<std::vector<SplitRef>> SplitBuilder::splitRows(const Tree& tree, const std::vector<std::vector<SplitRef>>& xs,
+                                                           int sign)
+{
     const int a = tree.first->size, b = tree.second->size, n = a * b;
+    const int rows = static_cast<int>(xs.size());
     const bool twiddled = tree.kind == Tree::Kind::Twiddle;
     auto inputIndex = [&](int n1, int n2) { return twiddled ? b * n1 + n2 : (b * n1 + a * n2) % n; };
     auto outputIndex = [&](int k1, int k2) {
@@ -453,91 +461,122 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
             ++k;
         return k;
     };
-
+    auto composite = [](const Tree& t) { return t.kind == Tree::Kind::Prime || t.kind == Tree::Kind::Twiddle; };
     // A stage of only one or two composite transforms would leave lanes empty:
     // each of its transforms then fills the lanes by a split of its own.
-    auto alone = [](const Tree& t, int count) {
-        return count <= 2 && (t.kind == Tree::Kind::Prime || t.kind == Tree::Kind::Twiddle || t.kind == Tree::Kind::Rader);
+    auto alone = [&](const Tree& t, int count) {
+        return rows == 1 && count <= 2 && (composite(t) || t.kind == Tree::Kind::Rader);
+    };
+    // A stage of four composite transforms would fill half of eight lanes:
+    // the four run as one batch through the stages of their own tree, each
+    // half of a vector holding one step of all four, as the 128-bit kernel
+    // holds it in one vector.
+    auto batched = [&](const Tree& t, int count) { return batch_ && rows == 1 && width_ == 8 && count == 4 && composite(t); };
+    auto uniformHalves = [&](const std::vector<Constant>& twiddles) {
+        std::array<bool, 2> uniform{true, true};
+        for (std::size_t j = 0; j < twiddles.size(); ++j)
+            uniform[j / 4] = uniform[j / 4] && twiddles[j] == twiddles[j / 4 * 4];
+        return uniform;
     };
 
-    std::vector<std::vector<SplitRef>> u(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a)));
+    // u[r][n2][k1]: the spectra of the first stage, twiddled
+    std::vector<std::vector<std::vector<SplitRef>>> u(
+        static_cast<std::size_t>(rows),
+        std::vector<std::vector<SplitRef>>(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a))));
     // each block of transforms below is one group of its stage for the 256-bit packing
     const int columns = g_.openScope();
-    if (alone(*tree.first, b)) {
-        for (int n2 = 0; n2 < b; ++n2) {
-            std::vector<SplitRef> column(static_cast<std::size_t>(a));
+    if (alone(*tree.first, b) || batched(*tree.first, b)) {
+        std::vector<std::vector<SplitRef>> column(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a)));
+        for (int n2 = 0; n2 < b; ++n2)
             for (int n1 = 0; n1 < a; ++n1)
-                column[static_cast<std::size_t>(n1)] = x[static_cast<std::size_t>(inputIndex(n1, n2))];
-            std::vector<SplitRef> spectrum = dft(*tree.first, column, sign);
-            if (twiddled)
-                spectrum = multiplyEach(spectrum, a, [&](int k1) { return exactRoot(1LL * n2 * k1, n, sign); });
-            u[static_cast<std::size_t>(n2)] = spectrum;
+                column[static_cast<std::size_t>(n2)][static_cast<std::size_t>(n1)] = xs[0][static_cast<std::size_t>(inputIndex(n1, n2))];
+        std::vector<std::vector<SplitRef>> spectra;
+        if (batched(*tree.first, b)) {
+            spectra = splitRows(*tree.first, column, sign);
+        } else {
+            for (const std::vector<SplitRef>& c : column)
+                spectra.push_back(dft(*tree.first, c, sign));
         }
+        // the twiddles of all columns at once: a vector holding several columns is multiplied once
+        std::vector<SplitRef> all;
+        for (const std::vector<SplitRef>& spectrum : spectra)
+            all.insert(all.end(), spectrum.begin(), spectrum.end());
+        if (twiddled)
+            all = multiplyEach(all, a * b, [&](int i) { return exactRoot(1LL * (i / a) * (i % a), n, sign); });
+        for (int n2 = 0; n2 < b; ++n2)
+            for (int k1 = 0; k1 < a; ++k1)
+                u[0][static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)] = all[static_cast<std::size_t>(n2 * a + k1)];
     } else {
-        for (int n2 = 0; n2 < b; n2 += width_) {
-            const int count = std::min(width_, b - n2);
+        for (int t0 = 0; t0 < b * rows; t0 += width_) {
+            const int count = std::min(width_, b * rows - t0);
             std::vector<Cx> column(static_cast<std::size_t>(a));
             for (int n1 = 0; n1 < a; ++n1) {
                 std::vector<SplitRef> group;
-                for (int j = 0; j < count; ++j)
-                    group.push_back(x[static_cast<std::size_t>(inputIndex(n1, n2 + j))]);
+                for (int t = t0; t < t0 + count; ++t)
+                    group.push_back(xs[static_cast<std::size_t>(t % rows)][static_cast<std::size_t>(inputIndex(n1, t / rows))]);
                 column[static_cast<std::size_t>(n1)] = gather(group);
             }
-            g_.enterGroup(columns, n2 / width_);
+            g_.enterGroup(columns, t0 / width_);
             const std::vector<Cx> spectrum = uniform_.dft(*tree.first, column, sign);
             g_.leaveGroup();
             for (int k1 = 0; k1 < a; ++k1) {
                 Cx v = spectrum[static_cast<std::size_t>(k1)];
                 if (twiddled) {
                     std::vector<Constant> twiddles;
-                    for (int j = 0; j < count; ++j)
-                        twiddles.push_back(exactRoot(1LL * (n2 + j) * k1, n, sign));
+                    for (int t = t0; t < t0 + count; ++t)
+                        twiddles.push_back(exactRoot(1LL * (t / rows) * k1, n, sign));
                     // a twiddle shared by all lanes of a group of four takes the exact shortcuts
-                    std::array<bool, 2> uniform{true, true};
-                    for (int j = 0; j < count; ++j)
-                        uniform[static_cast<std::size_t>(j / 4)] = uniform[static_cast<std::size_t>(j / 4)] &&
-                                                                   twiddles[static_cast<std::size_t>(j)] ==
-                                                                       twiddles[static_cast<std::size_t>(j / 4 * 4)];
+                    const std::array<bool, 2> uniform = uniformHalves(twiddles);
+                    const long long k0 = 1LL * (t0 / rows) * k1, k4 = 1LL * ((t0 + 4) / rows) * k1;
                     if (count <= 4)
-                        v = uniform[0] ? uniform_.rotate(v, 1LL * n2 * k1, n, sign) : multiplyLanes(v, twiddles);
+                        v = uniform[0] ? uniform_.rotate(v, k0, n, sign) : multiplyLanes(v, twiddles);
                     else
-                        v = twiddleHalves(v, twiddles, uniform, {1LL * n2 * k1, 1LL * (n2 + 4) * k1}, n, sign);
+                        v = twiddleHalves(v, twiddles, uniform, {k0, k4}, n, sign);
                 }
                 const std::vector<SplitRef> lanes = lanesOf(v, count);
-                for (int j = 0; j < count; ++j)
-                    u[static_cast<std::size_t>(n2 + j)][static_cast<std::size_t>(k1)] = lanes[static_cast<std::size_t>(j)];
+                for (int t = t0; t < t0 + count; ++t)
+                    u[static_cast<std::size_t>(t % rows)][static_cast<std::size_t>(t / rows)][static_cast<std::size_t>(k1)] =
+                        lanes[static_cast<std::size_t>(t - t0)];
             }
         }
     }
-    std::vector<SplitRef> out(static_cast<std::size_t>(n));
-    if (alone(*tree.second, a)) {
-        for (int k1 = 0; k1 < a; ++k1) {
-            std::vector<SplitRef> row(static_cast<std::size_t>(b));
+
+    std::vector<std::vector<SplitRef>> out(static_cast<std::size_t>(rows), std::vector<SplitRef>(static_cast<std::size_t>(n)));
+    if (alone(*tree.second, a) || batched(*tree.second, a)) {
+        std::vector<std::vector<SplitRef>> row(static_cast<std::size_t>(a), std::vector<SplitRef>(static_cast<std::size_t>(b)));
+        for (int k1 = 0; k1 < a; ++k1)
             for (int n2 = 0; n2 < b; ++n2)
-                row[static_cast<std::size_t>(n2)] = u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
-            const std::vector<SplitRef> v = dft(*tree.second, row, sign);
-            for (int k2 = 0; k2 < b; ++k2)
-                out[static_cast<std::size_t>(outputIndex(k1, k2))] = v[static_cast<std::size_t>(k2)];
+                row[static_cast<std::size_t>(k1)][static_cast<std::size_t>(n2)] = u[0][static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
+        std::vector<std::vector<SplitRef>> spectra;
+        if (batched(*tree.second, a)) {
+            spectra = splitRows(*tree.second, row, sign);
+        } else {
+            for (const std::vector<SplitRef>& r : row)
+                spectra.push_back(dft(*tree.second, r, sign));
         }
+        for (int k1 = 0; k1 < a; ++k1)
+            for (int k2 = 0; k2 < b; ++k2)
+                out[0][static_cast<std::size_t>(outputIndex(k1, k2))] = spectra[static_cast<std::size_t>(k1)][static_cast<std::size_t>(k2)];
         return out;
     }
-    const int rows = g_.openScope();
-    for (int k1 = 0; k1 < a; k1 += width_) {
-        const int count = std::min(width_, a - k1);
+    const int rowScope = g_.openScope();
+    for (int t0 = 0; t0 < a * rows; t0 += width_) {
+        const int count = std::min(width_, a * rows - t0);
         std::vector<Cx> row(static_cast<std::size_t>(b));
         for (int n2 = 0; n2 < b; ++n2) {
             std::vector<SplitRef> group;
-            for (int j = 0; j < count; ++j)
-                group.push_back(u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1 + j)]);
+            for (int t = t0; t < t0 + count; ++t)
+                group.push_back(u[static_cast<std::size_t>(t % rows)][static_cast<std::size_t>(n2)][static_cast<std::size_t>(t / rows)]);
             row[static_cast<std::size_t>(n2)] = gather(group);
         }
-        g_.enterGroup(rows, k1 / width_);
+        g_.enterGroup(rowScope, t0 / width_);
         const std::vector<Cx> v = uniform_.dft(*tree.second, row, sign);
         g_.leaveGroup();
         for (int k2 = 0; k2 < b; ++k2) {
             const std::vector<SplitRef> lanes = lanesOf(v[static_cast<std::size_t>(k2)], count);
-            for (int j = 0; j < count; ++j)
-                out[static_cast<std::size_t>(outputIndex(k1 + j, k2))] = lanes[static_cast<std::size_t>(j)];
+            for (int t = t0; t < t0 + count; ++t)
+                out[static_cast<std::size_t>(t % rows)][static_cast<std::size_t>(outputIndex(t / rows, k2))] =
+                    lanes[static_cast<std::size_t>(t - t0)];
         }
     }
     return out;

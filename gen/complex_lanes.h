@@ -38,8 +38,9 @@ struct SplitRef {
 class SplitBuilder {
 public:
     // width: lanes per vector, 4 (V4F) or 8 (V8F); the inputs are 4-lane
-    // loads of two samples in both.
-    SplitBuilder(Graph& graph, int length, int width = 4);
+    // loads of two samples in both.  batch: with eight lanes, a stage of four
+    // composite transforms runs them as one batch through their own stages.
+    SplitBuilder(Graph& graph, int length, int width = 4, bool batch = false);
 
     // The n input samples, loaded as pairs of neighbouring samples.
     const std::vector<SplitRef>& inputs() const { return inputs_; }
@@ -71,6 +72,8 @@ private:
                      const std::array<long long, 2>& k, long long n, int sign);
     Cx joinForms(Cx lower, Cx upper);
     std::vector<SplitRef> split(const Tree& tree, const std::vector<SplitRef>& x, int sign);
+    // the transforms of several inputs (rows) of one tree at once
+    std::vector<std::vector<SplitRef>> splitRows(const Tree& tree, const std::vector<std::vector<SplitRef>>& xs, int sign);
     std::vector<SplitRef> rader(const Tree& tree, const std::vector<SplitRef>& x, int sign);
     std::vector<SplitRef> bluestein(const Tree& tree, const std::vector<SplitRef>& x, int sign);
     std::vector<SplitRef> leaf(const Tree& tree, const std::vector<SplitRef>& x, int sign);
@@ -83,6 +86,7 @@ private:
     ComplexBuilder uniform_;
     std::vector<SplitRef> inputs_;
     int width_;
+    bool batch_;
 };
 
 }  // namespace gen
