@@ -472,6 +472,15 @@ std::vector<std::vector<SplitRef>> SplitBuilder::splitRows(const Tree& tree, con
     // half of a vector holding one step of all four, as the 128-bit kernel
     // holds it in one vector.
     auto batched = [&](const Tree& t, int count) { return batch_ && rows == 1 && width_ == 8 && count == 4 && composite(t); };
+    // the transforms of a stage taken one at a time or as one batch
+    auto transforms = [&](const Tree& t, const std::vector<std::vector<SplitRef>>& inputs, bool asBatch) {
+        if (asBatch)
+            return splitRows(t, inputs, sign);
+        std::vector<std::vector<SplitRef>> spectra;
+        for (const std::vector<SplitRef>& input : inputs)
+            spectra.push_back(dft(t, input, sign));
+        return spectra;
+    };
     auto uniformHalves = [&](const std::vector<Constant>& twiddles) {
         std::array<bool, 2> uniform{true, true};
         for (std::size_t j = 0; j < twiddles.size(); ++j)
@@ -490,13 +499,7 @@ std::vector<std::vector<SplitRef>> SplitBuilder::splitRows(const Tree& tree, con
         for (int n2 = 0; n2 < b; ++n2)
             for (int n1 = 0; n1 < a; ++n1)
                 column[static_cast<std::size_t>(n2)][static_cast<std::size_t>(n1)] = xs[0][static_cast<std::size_t>(inputIndex(n1, n2))];
-        std::vector<std::vector<SplitRef>> spectra;
-        if (batched(*tree.first, b)) {
-            spectra = splitRows(*tree.first, column, sign);
-        } else {
-            for (const std::vector<SplitRef>& c : column)
-                spectra.push_back(dft(*tree.first, c, sign));
-        }
+        const std::vector<std::vector<SplitRef>> spectra = transforms(*tree.first, column, batched(*tree.first, b));
         // the twiddles of all columns at once: a vector holding several columns is multiplied once
         std::vector<SplitRef> all;
         for (const std::vector<SplitRef>& spectrum : spectra)
@@ -547,13 +550,7 @@ std::vector<std::vector<SplitRef>> SplitBuilder::splitRows(const Tree& tree, con
         for (int k1 = 0; k1 < a; ++k1)
             for (int n2 = 0; n2 < b; ++n2)
                 row[static_cast<std::size_t>(k1)][static_cast<std::size_t>(n2)] = u[0][static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
-        std::vector<std::vector<SplitRef>> spectra;
-        if (batched(*tree.second, a)) {
-            spectra = splitRows(*tree.second, row, sign);
-        } else {
-            for (const std::vector<SplitRef>& r : row)
-                spectra.push_back(dft(*tree.second, r, sign));
-        }
+        const std::vector<std::vector<SplitRef>> spectra = transforms(*tree.second, row, batched(*tree.second, a));
         for (int k1 = 0; k1 < a; ++k1)
             for (int k2 = 0; k2 < b; ++k2)
                 out[0][static_cast<std::size_t>(outputIndex(k1, k2))] = spectra[static_cast<std::size_t>(k1)][static_cast<std::size_t>(k2)];
