@@ -9,8 +9,6 @@
 #include <array>
 #include <cmath>
 #include <memory>
-#include <cstdio>
-#include <cstdlib>
 #include <stdexcept>
 #include <sstream>
 #include <string>
@@ -279,12 +277,6 @@ std::vector<std::vector<float>> checkInputs(int n)
     return inputs;
 }
 
-// The body of a split-layout Complex32 kernel for the 256-bit target: the
-// layout built eight lanes wide (each vector the two vectors of the 128-bit
-// kernel side by side, so that the bits stay).  Outputs go out as four complex
-// numbers per vector where their lanes can be gathered inside the halves: two
-// neighbouring pairs in one 32-byte store, or two pairs from apart in two
-// 16-byte stores; a pair that fits no other goes out alone.
 // The 256-bit stores of a split-layout kernel: the node and where its halves go.
 struct WideStore {
     int node;
@@ -292,7 +284,11 @@ struct WideStore {
     bool pair;   // the lower half holds two samples (else one)
 };
 
-// Builds the eight-lane graph of a kernel into `graph`; returns its stores.
+// Builds the eight-lane graph of a kernel into `graph` (each vector the two
+// vectors of the 128-bit kernel side by side); returns its stores.  Outputs go
+// out as four complex numbers per vector where their lanes can be gathered
+// inside the halves: two neighbouring pairs in one 32-byte store, or two pairs
+// from apart in two 16-byte stores; a pair that fits no other goes out alone.
 std::vector<WideStore> buildEightLanes(Graph& graph, int n, const Tree& tree, int sign, bool batch)
 {
     SplitBuilder builder(graph, n, 8, batch);
@@ -474,6 +470,9 @@ EightLanes exactEightLanes(int n, const Tree& tree, int sign, bool batch, const 
     return out;
 }
 
+// The body of a split-layout Complex32 kernel for the 256-bit target, eight
+// lanes wide, and its time in `cost`; empty where no eight-lane graph gives
+// the 128-bit graph's bits.
 std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer, Kernel& kernel,
                           const Graph& narrow, const std::vector<Store>& narrowStores, int& cost)
 {

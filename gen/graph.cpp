@@ -57,6 +57,17 @@ std::string keyOf(const Node& n)
 bool isCommutative(Op op) { return op == Op::Add || op == Op::Mul; }
 }  // namespace
 
+int laneCount(Type type)
+{
+    switch (type) {
+    case Type::V8F: return 8;
+    case Type::V4F:
+    case Type::V4D: return 4;
+    case Type::V2D: return 2;
+    default: return 1;
+    }
+}
+
 bool selectsLanes(Op op)
 {
     switch (op) {
@@ -198,7 +209,7 @@ int Graph::strip(int id, int& mask) const
         return id;
     const Node& n = node(id);
     if (n.op == Op::Neg) {
-        mask = n.type == Type::V8F ? 0xFF : n.type == Type::V4F || n.type == Type::V4D ? 0xF : n.type == Type::V2D ? 3 : 1;
+        mask = (1 << laneCount(n.type)) - 1;
         return n.a;
     }
     if (n.op == Op::SignLanes) {
@@ -208,44 +219,45 @@ int Graph::strip(int id, int& mask) const
     return id;
 }
 
+std::pair<int, int> Graph::signsOver(int a, int mask) const
+{
+    int current = 0;
+    const int base = strip(a, current);
+    return {base, (mask & 0xFF) ^ current};
+}
+
 int Graph::signLanes(int a, int mask)
 {
-    mask &= 0xFF;
-    if (a == none || mask == 0)
+    if (a == none || (mask & 0xFF) == 0)
         return a;
     if (node(a).type != Type::V8F)
         throw std::logic_error("a sign change of single lanes outside V8F");
-    int current = 0;
-    const int base = strip(a, current);
-    mask ^= current;
-    if (mask == 0)
+    const auto [base, lanes] = signsOver(a, mask);
+    if (lanes == 0)
         return base;
-    if (mask == 0xFF)
+    if (lanes == 0xFF)
         return neg(base);
     if (isConst(base)) {
-        std::vector<double> values = constantValues(base);
-        long double lanes[8];
+        const std::vector<double> values = constantValues(base);
+        long double signed8[8];
         for (std::size_t i = 0; i < 8; ++i)
-            lanes[i] = ((mask >> i) & 1) ? -values[i] : values[i];
-        return constantLanes8(lanes);
+            signed8[i] = ((lanes >> i) & 1) ? -values[i] : values[i];
+        return constantLanes8(signed8);
     }
     Node n{Op::SignLanes, Type::V8F};
     n.a = base;
-    n.index = mask;
+    n.index = lanes;
     return make(n);
 }
 
 int Graph::findSignLanes(int a, int mask) const
 {
-    mask &= 0xFF;
-    int current = 0;
-    const int base = strip(a, current);
-    mask ^= current;
-    if (mask == 0)
+    const auto [base, lanes] = signsOver(a, mask);
+    if (lanes == 0)
         return base;
-    Node n{mask == 0xFF ? Op::Neg : Op::SignLanes, node(base).type};
+    Node n{lanes == 0xFF ? Op::Neg : Op::SignLanes, node(base).type};
     n.a = base;
-    n.index = mask == 0xFF ? -1 : mask;
+    n.index = lanes == 0xFF ? -1 : lanes;
     const auto found = memo_.find(keyOf(n));
     return found == memo_.end() ? -1 : found->second;
 }

@@ -56,6 +56,9 @@ struct Node {
     double lane3 = 0.0;
 };
 
+// Lanes of a value of the type: 1 for a scalar.
+int laneCount(Type type);
+
 // Where lane `lane` of a selecting node comes from: lane `lane` of operand
 // `operand` (0: a, 1: b; -1: an undefined lane, read as +0), its sign changed
 // when `flip` is set.  For Shuffle, Join, Extract, Permute2, Blend, Neg,
@@ -181,6 +184,9 @@ private:
     std::unordered_map<std::string, int> memo_;
     bool canonicalSub_;
     SumSteering* steering_ = nullptr;
+    // For signLanes(a, mask): a's node without its sign changes, and the
+    // lanes whose sign differs from that node's in the result.
+    std::pair<int, int> signsOver(int a, int mask) const;
     int scopes_ = 0;
     std::vector<std::pair<int, int>> groupStack_;
     std::vector<std::vector<std::pair<int, int>>> groups_;

@@ -15,8 +15,6 @@ float flipSign(float v)
     std::memcpy(&v, &bits, sizeof bits);
     return v;
 }
-
-int lanesOf(Type type) { return type == Type::V8F ? 8 : type == Type::V4F ? 4 : 1; }
 }  // namespace
 
 bool sameBits(float a, float b)
@@ -34,7 +32,7 @@ LaneEvaluator::LaneEvaluator(const Graph& graph, const std::vector<float>& x, fl
         const Node& n = graph.node(id);
         std::array<float, 8>& out = values_[static_cast<std::size_t>(id)];
         out.fill(0.0f);
-        const int count = lanesOf(n.type);
+        const int count = laneCount(n.type);
         const std::array<float, 8> none{};
         const std::array<float, 8>& a = n.a >= 0 ? values_[static_cast<std::size_t>(n.a)] : none;
         const std::array<float, 8>& b = n.b >= 0 ? values_[static_cast<std::size_t>(n.b)] : none;

@@ -25,13 +25,16 @@ LaneForm constantForm(double value)
     std::memcpy(&bits, &magnitude, sizeof bits);
     return {mix(ConstTag, bits), std::signbit(value)};
 }
-
-int lanesOf(Type type) { return type == Type::V8F ? 8 : type == Type::V4F || type == Type::V4D ? 4 : type == Type::V2D ? 2 : 1; }
 }  // namespace
 
 std::uint64_t SumTerms::valueKey() const
 {
     return mix(mix(mix(SumValueTag, first), second), firstNegative == secondNegative ? 1 : 0);
+}
+
+SumTerms sumTerms(const Node& n, const LaneForm& a, const LaneForm& b)
+{
+    return sumTerms(a, a.negative, b, b.negative != (n.op == Op::Sub));
 }
 
 SumTerms sumTerms(const LaneForm& x, bool xNegative, const LaneForm& y, bool yNegative)
@@ -55,7 +58,7 @@ void LaneForms::extend()
     for (int id = static_cast<int>(forms_.size()); id < graph_.size(); ++id) {
         const Node& n = graph_.node(id);
         std::array<LaneForm, 8> lanes{};
-        const int count = lanesOf(n.type);
+        const int count = laneCount(n.type);
         auto operand = [&](int which, int lane) -> LaneForm {
             const int source = which == 0 ? n.a : n.b;
             return source < 0 ? constantForm(0.0) : forms_[static_cast<std::size_t>(source)][static_cast<std::size_t>(lane)];
@@ -87,8 +90,7 @@ void LaneForms::extend()
             case Op::Const: f = constantForm(constants[static_cast<std::size_t>(i)]); break;
             case Op::Add:
             case Op::Sub: {
-                const LaneForm x = operand(0, i), y = operand(1, i);
-                const SumTerms t = sumTerms(x, x.negative, y, y.negative != (n.op == Op::Sub));
+                const SumTerms t = sumTerms(n, operand(0, i), operand(1, i));
                 f = {mix(mix(mix(mix(SumTag, t.first), t.second), t.firstNegative ? 1 : 0), t.secondNegative ? 1 : 0), false};
                 break;
             }
@@ -124,9 +126,8 @@ SumOrientations::SumOrientations(const Graph& fixed, const std::vector<int>& roo
         const Node& n = fixed.node(id);
         if (!live[static_cast<std::size_t>(id)] || (n.op != Op::Add && n.op != Op::Sub))
             continue;
-        for (int i = 0; i < lanesOf(n.type); ++i) {
-            const LaneForm x = forms.form(n.a, i), y = forms.form(n.b, i);
-            const SumTerms t = sumTerms(x, x.negative, y, y.negative != (n.op == Op::Sub));
+        for (int i = 0; i < laneCount(n.type); ++i) {
+            const SumTerms t = sumTerms(n, forms.form(n.a, i), forms.form(n.b, i));
             seen_[t.valueKey()] |= t.firstNegative ? 2 : 1;
         }
     }

@@ -56,6 +56,8 @@ struct SumTerms {
     std::uint64_t valueKey() const;
 };
 SumTerms sumTerms(const LaneForm& x, bool xNegative, const LaneForm& y, bool yNegative);
+// the terms of an Add or Sub node whose operands' lanes have forms a and b
+SumTerms sumTerms(const Node& n, const LaneForm& a, const LaneForm& b);
 
 class SumOrientations : public SumSteering {
 public:
