@@ -37,6 +37,29 @@ bool packable(const Graph& g, int id)
     }
 }
 
+// What one operation counts, scalar or on a vector.  A conversion between
+// the precisions is two instructions in both forms, one of them on the
+// shuffle unit.  In a long kernel the ports are the limit and a scalar
+// conversion counts one more: its shuffle-unit half is what the packed form
+// saves.  In a short one the dependency chains are, and the moves that a
+// packing adds to them weigh as much as the instructions it saves.
+struct Weights {
+    int scalarConversion = 2;
+    int vectorConversion = 2;
+
+    int of(const Graph& g, int id, bool vector = false) const
+    {
+        const Op op = g.node(id).op;
+        if (op != Op::Widen && op != Op::Narrow)
+            return 1;
+        return vector ? vectorConversion : scalarConversion;
+    }
+};
+
+// Scalar operations (loads and stores included) from which a kernel counts
+// as long.
+constexpr int longKernel = 1000;
+
 // What a lane's operand is, for the choice of how to gather a vector operand.
 enum class Source { Packed, Input, Const, Factor, Scalar };
 
@@ -157,7 +180,7 @@ const char* scalarName(Type scalar) { return scalar == Type::F64 ? "double" : "f
 // One packing: chunks of neighbours in the sorted order of each bucket, or
 // chunks grown greedily by the instructions they save.
 PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
-                    int inputLimit, bool greedy)
+                    int inputLimit, bool greedy, const Weights& w)
 {
     PackedBody result;
     const std::vector<bool> live = g.liveSet(stores);
@@ -196,7 +219,7 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
     for (int id = 0; id < size; ++id)
         if (live[static_cast<std::size_t>(id)] && g.node(id).op != Op::Const && g.node(id).op != Op::Param &&
             !isFactor(g, id))
-            ++scalarCost;
+            scalarCost += g.node(id).op == Op::Input ? 1 : w.of(g, id);
     result.scalarCost = scalarCost;
 
     Packer pk(g, inputLimit);
@@ -255,8 +278,8 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
                     int scalar = 0;
                     for (int m : chunk)
                         if (m >= 0)
-                            scalar += 1 + extraCost(m);
-                    int packed = 1 + pk.plan(operandsOf(chunk, false)).cost;
+                            scalar += w.of(g, m) + extraCost(m);
+                    int packed = w.of(g, chunk[0], true) + pk.plan(operandsOf(chunk, false)).cost;
                     if (g.node(chunk[0]).b >= 0)
                         packed += pk.plan(operandsOf(chunk, true)).cost;
                     if (count < 2 || packed >= scalar)
@@ -277,13 +300,13 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
                 int scalar = 0, count = 0, head = -1;
                 for (int m : chunk)
                     if (m >= 0) {
-                        scalar += 1 + extraCost(m);
+                        scalar += w.of(g, m) + extraCost(m);
                         ++count;
                         head = m;
                     }
                 if (count < 2)
                     return 0;
-                int packed = 1 + pk.plan(operandsOf(chunk, false)).cost;
+                int packed = w.of(g, head, true) + pk.plan(operandsOf(chunk, false)).cost;
                 if (g.node(head).b >= 0)
                     packed += pk.plan(operandsOf(chunk, true)).cost;
                 return scalar - packed;
@@ -469,7 +492,7 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
             default: throw std::logic_error("real packing: unexpected node");
             }
             if (n.op != Op::Param && !isFactor(g, id) && (n.op != Op::Input || readByScalar[static_cast<std::size_t>(id)]))
-                ++scalarOps;
+                scalarOps += n.op == Op::Input ? 1 : w.of(g, id);
             out << "    const " << scalarName(n.type) << " t" << id << " = " << expr << ";\n";
         }
         for (int p : packsByLevel[static_cast<std::size_t>(l)]) {
@@ -477,7 +500,7 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
             const Node& n = g.node(*std::max_element(members.begin(), members.end()));
             const Type operandType = n.op == Op::Widen ? Type::F32 : n.op == Op::Narrow ? Type::F64 : n.type;
             const std::string a = gatherText(operandsOf(members, false), operandType);
-            cost += 1 + pk.plan(operandsOf(members, false)).cost;
+            cost += w.of(g, *std::max_element(members.begin(), members.end()), true) + pk.plan(operandsOf(members, false)).cost;
             std::string b;
             if (n.b >= 0) {
                 b = gatherText(operandsOf(members, true), operandType);
@@ -558,8 +581,17 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
 PackedBody packReal(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
                     int inputLimit)
 {
-    PackedBody best = packWith(g, stores, storeSlots, inputLimit, false);
-    const PackedBody greedy = packWith(g, stores, storeSlots, inputLimit, true);
+    const std::vector<bool> live = g.liveSet(stores);
+    int operations = static_cast<int>(stores.size());
+    for (int id = 0; id < g.size(); ++id)
+        if (live[static_cast<std::size_t>(id)] && g.node(id).op != Op::Const && g.node(id).op != Op::Param &&
+            !isFactor(g, id))
+            ++operations;
+    Weights w;
+    if (operations >= longKernel)
+        w.scalarConversion = 3;
+    PackedBody best = packWith(g, stores, storeSlots, inputLimit, false, w);
+    const PackedBody greedy = packWith(g, stores, storeSlots, inputLimit, true, w);
     if (!greedy.text.empty() && (best.text.empty() || greedy.cost < best.cost))
         best = greedy;
     return best;

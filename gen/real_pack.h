@@ -23,8 +23,11 @@ namespace gen::real {
 
 struct PackedBody {
     std::string text;  // statements of the packed body, stores included; empty: keep the scalar body
-    int cost = 0;        // instructions of the packed body (moves, loads and stores included)
-    int scalarCost = 0;  // instructions of the scalar body
+    // instructions of the packed body (moves, loads and stores included) and
+    // of the scalar body; a conversion between the precisions counts two, or
+    // three when scalar in a long kernel
+    int cost = 0;
+    int scalarCost = 0;
 };
 
 // `stores[i]` is stored at y[storeSlots[i]]; inputs read x[index] and the
