@@ -4,8 +4,9 @@
 // dependent products measures).  Where a kind and the additions together reach
 // no more than the additions alone, they share the additions' ports, and every
 // such instruction of a kernel costs as much as an addition.  The packing's
-// cost of the complex kernels (gen/wide_pairs.cpp) weighs these kinds by a
-// fixed count; the rates differ from one core to the next, and this program
+// cost of the complex kernels (gen/wide_pairs.cpp) weighs these kinds, and
+// that of the real ones (gen/real_pack.cpp) the conversions, by a fixed
+// count; the rates differ from one core to the next, and this program
 // shows them where the other benchmarks run.
 #include <benchmark/benchmark.h>
 
@@ -28,6 +29,14 @@ namespace {
 #define KV_INSERT_LOAD(r) "vinsertf128 $1, (%1), %%ymm" #r ", %%ymm" #r "\n\t"
 #define KV_EXTRACT_STORE(r) "vextractf128 $1, %%ymm" #r ", 32(%1)\n\t"
 #define KV_BLEND(r) "vblendps $0x55, %%ymm15, %%ymm" #r ", %%ymm" #r "\n\t"
+// conversions between the precisions, as the Real32 kernels use them: scalar
+// (from a register and from memory) and four lanes at a time
+#define KV_WIDEN(r) "vcvtss2sd %%xmm15, %%xmm" #r ", %%xmm" #r "\n\t"
+#define KV_WIDEN_LOAD(r) "vcvtss2sd (%1), %%xmm" #r ", %%xmm" #r "\n\t"
+#define KV_NARROW(r) "vcvtsd2ss %%xmm15, %%xmm" #r ", %%xmm" #r "\n\t"
+#define KV_WIDEN4(r) "vcvtps2pd %%xmm15, %%ymm" #r "\n\t"
+#define KV_WIDEN4_LOAD(r) "vcvtps2pd (%1), %%ymm" #r "\n\t"
+#define KV_NARROW4(r) "vcvtpd2ps %%ymm15, %%xmm" #r "\n\t"
 
 // `steps` steps of kinds A and B; every register starts at zero, so that no
 // operand is ever subnormal
@@ -86,6 +95,16 @@ KV_CASE(add_insertf128, KV_ADD, KV_INSERT);
 KV_CASE(add_insertf128_load, KV_ADD, KV_INSERT_LOAD);
 KV_CASE(add_extractf128_store, KV_ADD, KV_EXTRACT_STORE);
 KV_CASE(add_blendps, KV_ADD, KV_BLEND);
+KV_CASE(cvtss2sd, KV_WIDEN, KV_WIDEN);
+KV_CASE(cvtsd2ss, KV_NARROW, KV_NARROW);
+KV_CASE(cvtps2pd, KV_WIDEN4, KV_WIDEN4);
+KV_CASE(cvtpd2ps, KV_NARROW4, KV_NARROW4);
+KV_CASE(add_cvtss2sd, KV_ADD, KV_WIDEN);
+KV_CASE(add_cvtss2sd_load, KV_ADD, KV_WIDEN_LOAD);
+KV_CASE(add_cvtsd2ss, KV_ADD, KV_NARROW);
+KV_CASE(add_cvtps2pd, KV_ADD, KV_WIDEN4);
+KV_CASE(add_cvtps2pd_load, KV_ADD, KV_WIDEN4_LOAD);
+KV_CASE(add_cvtpd2ps, KV_ADD, KV_NARROW4);
 
 }  // namespace
 
