@@ -174,6 +174,17 @@ struct Packer {
     }
 };
 
+// Instructions of the scalar body: its loads, operations and stores.
+int scalarBodyCost(const Graph& g, const std::vector<int>& stores, const std::vector<bool>& live, const Weights& w)
+{
+    int cost = static_cast<int>(stores.size());
+    for (int id = 0; id < g.size(); ++id)
+        if (live[static_cast<std::size_t>(id)] && g.node(id).op != Op::Const && g.node(id).op != Op::Param &&
+            !isFactor(g, id))
+            cost += g.node(id).op == Op::Input ? 1 : w.of(g, id);
+    return cost;
+}
+
 const char* vectorName(Type scalar) { return scalar == Type::F64 ? "kv::v4d" : "kv::v4f"; }
 const char* scalarName(Type scalar) { return scalar == Type::F64 ? "double" : "float"; }
 
@@ -215,11 +226,7 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
                     std::min(position[static_cast<std::size_t>(o)], position[static_cast<std::size_t>(id)]);
     }
 
-    int scalarCost = static_cast<int>(stores.size());
-    for (int id = 0; id < size; ++id)
-        if (live[static_cast<std::size_t>(id)] && g.node(id).op != Op::Const && g.node(id).op != Op::Param &&
-            !isFactor(g, id))
-            scalarCost += g.node(id).op == Op::Input ? 1 : w.of(g, id);
+    const int scalarCost = scalarBodyCost(g, stores, live, w);
     result.scalarCost = scalarCost;
 
     Packer pk(g, inputLimit);
@@ -581,14 +588,8 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
 PackedBody packReal(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
                     int inputLimit)
 {
-    const std::vector<bool> live = g.liveSet(stores);
-    int operations = static_cast<int>(stores.size());
-    for (int id = 0; id < g.size(); ++id)
-        if (live[static_cast<std::size_t>(id)] && g.node(id).op != Op::Const && g.node(id).op != Op::Param &&
-            !isFactor(g, id))
-            ++operations;
     Weights w;
-    if (operations >= longKernel)
+    if (scalarBodyCost(g, stores, g.liveSet(stores), Weights{1, 1}) >= longKernel)
         w.scalarConversion = 3;
     PackedBody best = packWith(g, stores, storeSlots, inputLimit, false, w);
     const PackedBody greedy = packWith(g, stores, storeSlots, inputLimit, true, w);
