@@ -38,11 +38,13 @@ bool packable(const Graph& g, int id)
 }
 
 // What one operation counts, scalar or on a vector.  A conversion between
-// the precisions is two instructions in both forms, one of them on the
-// shuffle unit.  In a long kernel the ports are the limit and a scalar
-// conversion counts one more: its shuffle-unit half is what the packed form
-// saves.  In a short one the dependency chains are, and the moves that a
-// packing adds to them weigh as much as the instructions it saves.
+// the precisions counts two: on the cores measured (bench/ports_bench) it
+// starts at one per cycle, scalar or four lanes at once, half the rate of an
+// addition, and takes an addition's place beside them.  In a long kernel the
+// ports are the limit and a scalar conversion counts one more, so that
+// packing four of them pays for more moves.  In a short one the dependency
+// chains are, and the moves that a packing adds to them weigh as much as the
+// instructions it saves.
 struct Weights {
     int scalarConversion = 2;
     int vectorConversion = 2;
@@ -504,10 +506,11 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
         }
         for (int p : packsByLevel[static_cast<std::size_t>(l)]) {
             const std::vector<int>& members = pk.packs[static_cast<std::size_t>(p)];
-            const Node& n = g.node(*std::max_element(members.begin(), members.end()));
+            const int head = *std::max_element(members.begin(), members.end());
+            const Node& n = g.node(head);
             const Type operandType = n.op == Op::Widen ? Type::F32 : n.op == Op::Narrow ? Type::F64 : n.type;
             const std::string a = gatherText(operandsOf(members, false), operandType);
-            cost += w.of(g, *std::max_element(members.begin(), members.end()), true) + pk.plan(operandsOf(members, false)).cost;
+            cost += w.of(g, head, true) + pk.plan(operandsOf(members, false)).cost;
             std::string b;
             if (n.b >= 0) {
                 b = gatherText(operandsOf(members, true), operandType);
