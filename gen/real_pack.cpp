@@ -47,14 +47,13 @@ bool packable(const Graph& g, int id)
 // instructions it saves.
 struct Weights {
     int scalarConversion = 2;
-    int vectorConversion = 2;
 
     int of(const Graph& g, int id, bool vector = false) const
     {
         const Op op = g.node(id).op;
         if (op != Op::Widen && op != Op::Narrow)
             return 1;
-        return vector ? vectorConversion : scalarConversion;
+        return vector ? 2 : scalarConversion;
     }
 };
 
@@ -592,7 +591,7 @@ PackedBody packReal(const Graph& g, const std::vector<int>& stores, const std::v
                     int inputLimit)
 {
     Weights w;
-    if (scalarBodyCost(g, stores, g.liveSet(stores), Weights{1, 1}) >= longKernel)
+    if (scalarBodyCost(g, stores, g.liveSet(stores), Weights{1}) >= longKernel)
         w.scalarConversion = 3;
     PackedBody best = packWith(g, stores, storeSlots, inputLimit, false, w);
     const PackedBody greedy = packWith(g, stores, storeSlots, inputLimit, true, w);
