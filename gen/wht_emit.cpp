@@ -9,15 +9,19 @@
 // 4x4 blocks for the stages h = 1, 2 and Real64 networks from 8 samples
 // interleave pairs of vectors for the stage h = 1.  With 256-bit vectors (8
 // floats or 4 doubles) each pair of vectors is loaded with its 128-bit halves
-// traded, which puts the top lane bit across the pair, then splits even and odd lanes
-// once per remaining stage, which rotates the next index bit across the pair;
-// a last trade of halves restores the rows.  The lane moves only carry
-// samples, so every addition keeps its two operands and the bits don't depend
-// on the width.  Column networks combine R whole vectors at a stride.  The
-// kernels, their unaligned twins and the dispatchers are units of their own;
-// the loops of the blocked orders live in src/wht/passes.h.
+// traded, which puts the top lane bit across the pair, then splits even and odd
+// lanes once per remaining stage, which rotates the next index bit across the
+// pair; a last trade of halves restores the rows.  The block passes of the
+// blocked orders skip that trade: they hold two blocks, one per half, and the
+// column pass after them loads each row from its halves.  The lane moves only
+// carry samples, so every addition keeps its two operands and the bits don't
+// depend on the width.  Column networks combine R whole vectors at a stride.
+// The kernels, their unaligned twins and the dispatchers are units of their
+// own; the loops of the blocked orders live in src/wht/passes.h.
 #include <cmath>
+#include <set>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -199,16 +203,69 @@ std::string vectorNetwork(const Sample& s, int order)
     return out.str();
 }
 
+// 256-bit block network on two neighbouring blocks of 2^order samples at
+// once, whose halves share every vector: vector j holds samples j half .. of
+// the first block in its lower half and the same samples of the second block
+// in its upper half.  The block bit then lies between the halves and the
+// stages below it need no move across them: the lane stages rotate the pairs
+// back to their loaded layout, the later stages combine whole vectors, and the
+// vectors are stored as they are.  The column pass that reads them takes its
+// rows' halves apart again with its loads (tradedColumns), which costs a load
+// port and a simple operation instead of two moves across halves on the
+// shuffle port, which the additions use too.
+std::string tradedNetwork(const Sample& s, int order)
+{
+    const int block = 1 << order, half = s.lanes / 2, count = 2 * block / s.lanes;
+    std::ostringstream out;
+    out << "// Two " << block << "-point networks in " << count << " vectors of " << s.lanes
+        << " samples, the blocks in the halves.\n"
+        << "inline void traded" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
+        << s.vector << ")\n{\n";
+    for (int j = 0; j < count; ++j)
+        out << "    " << s.vector << " v" << j << " = kv::join(" << s.halves << "::loadVector(x + " << j * half << "), "
+            << s.halves << "::loadVector(x + " << block + j * half << "));\n";
+    for (int j = 0; j < count; j += 2) {
+        const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
+        out << "    {\n";
+        for (int h = 1; h < s.lanes; h *= 2)
+            out << "        kv::splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
+        out << "    }\n";
+    }
+    // sample bit log2(h) of a block is bit log2(h / half) of the vector index
+    for (int h = s.lanes, step = 2; h < block; h *= 2, step *= 2)
+        for (int j = 0; j < count; ++j) {
+            if (j & step)
+                continue;
+            out << butterfly(s, "v" + std::to_string(j), "v" + std::to_string(j + step), "    ");
+        }
+    for (int j = 0; j < count; ++j)
+        out << "    kv::WideAccess::storeVector(y + " << j * s.lanes << ", v" << j << ");\n";
+    out << "}\n\n";
+    return out.str();
+}
+
 // Radix-R network over R whole vectors at a stride of `stride` samples.
-std::string columnNetwork(const Sample& s, int radix)
+// traded: the rows come in pairs as tradedNetwork stores them, x pointing at
+// twice the position within a row: row r's vector is made of the halves that
+// hold it, at x + (r - r % 2) stride + (r % 2) half and `lanes` further on.
+std::string columnNetwork(const Sample& s, int radix, bool traded = false)
 {
     std::ostringstream out;
-    out << "// Radix-" << radix << " stages over " << radix << " vectors at a stride.\n"
-        << "template <class Load, class Store, bool Scaled>\n"
-        << "inline void columns" << s.suffix << "_" << radix << "(const " << s.real << "* x, " << s.real
-        << "* y, int stride, " << s.vector << " s)\n{\n";
-    for (int r = 0; r < radix; ++r)
-        out << "    " << s.vector << " v" << r << " = Load::loadVector(x + " << r << " * stride);\n";
+    out << "// Radix-" << radix << " stages over " << radix << " vectors at a stride"
+        << (traded ? ", read from pairs of rows in the halves of their vectors" : "") << ".\n"
+        << (traded ? "template <class Store, bool Scaled>\n" : "template <class Load, class Store, bool Scaled>\n")
+        << "inline void " << (traded ? "tradedColumns" : "columns") << s.suffix << "_" << radix << "(const " << s.real
+        << "* x, " << s.real << "* y, int stride, " << s.vector << " s)\n{\n";
+    for (int r = 0; r < radix; ++r) {
+        if (traded) {
+            const int offset = (r % 2) * (s.lanes / 2);
+            out << "    " << s.vector << " v" << r << " = kv::join(" << s.halves << "::loadVector(x + " << r - r % 2
+                << " * stride + " << offset << "), " << s.halves << "::loadVector(x + " << r - r % 2 << " * stride + "
+                << offset + s.lanes << "));\n";
+        } else {
+            out << "    " << s.vector << " v" << r << " = Load::loadVector(x + " << r << " * stride);\n";
+        }
+    }
     for (int step = 1; step < radix; step *= 2)
         for (int r = 0; r < radix; ++r) {
             if (r & step)
@@ -219,6 +276,49 @@ std::string columnNetwork(const Sample& s, int radix)
         out << "    Store::storeVector(y + " << r << " * stride, Scaled ? kv::mul(v" << r << ", s) : v" << r << ");\n";
     out << "}\n\n";
     return out.str();
+}
+
+// The passes of the 256-bit file: a block pass of two blocks at once
+// (tradedNetwork), then column passes of the radices `first`, lowest bits
+// first; with a strip length, the block pass and `first` run strip by strip
+// into main, and the passes of `last` over main.  Any split runs the stages in
+// the same order, lowest first, so every output is the same sum; only the
+// strip length, and with it the buffer size, must stay as in the 128-bit form.
+// Each network holds at most 16 vectors (a traded block of 2 B samples): with
+// 256-bit vectors twice the samples of the 128-bit form fill the registers.
+// Of the splits within that, each order takes the fastest timed side by side
+// (wht_bench with both forms loaded); a pass more costs little while the
+// arrays stay in the first-level cache and a good deal from order 12 on.
+struct WidePasses {
+    int block;
+    std::vector<int> first;
+    int strip;
+    std::vector<int> last;
+    bool traded = true;  // false: one block at a time (vectorNetwork), its rows restored
+};
+
+WidePasses widePassesOf(const Sample& s, int order)
+{
+    if (s.type == Type::F32) {
+        switch (order) {
+        case 8: return {32, {8}, 0, {}};
+        case 9: return {64, {8}, 0, {}};
+        case 10: return {32, {8, 4}, 0, {}};
+        case 11: return {32, {8, 8}, 0, {}};
+        case 12: return {64, {8}, 512, {8}};
+        default: return {64, {8}, 512, {16}};
+        }
+    }
+    switch (order) {
+    case 8: return {16, {4, 4}, 0, {}};
+    case 9: return {16, {8, 4}, 0, {}};
+    case 10: return {16, {8, 8}, 0, {}};
+    case 11: return {16, {16}, 256, {8}};
+    case 12: return {32, {8}, 256, {16}};
+    // a traded block of 64 doubles is 32 vectors, and smaller blocks need
+    // more passes over arrays that no longer fit the first-level cache
+    default: return {64, {16}, 1024, {8}, false};
+    }
 }
 
 std::string networksHeader()
@@ -239,6 +339,28 @@ std::string networksHeader()
         out << columnNetwork(single(), radix);
         out << columnNetwork(dual(), radix);
     }
+    if (target().wide()) {
+        // the networks that the passes of the blocked orders name
+        for (const Sample* s : {&single(), &dual()}) {
+            std::set<int> blocks, radices, tradedRadices;
+            for (int order = 8; order <= 13; ++order) {
+                const WidePasses p = widePassesOf(*s, order);
+                if (!p.traded)
+                    continue;
+                blocks.insert(static_cast<int>(std::log2(p.block)));
+                tradedRadices.insert(p.first[0]);
+                radices.insert(p.first.begin() + 1, p.first.end());
+                radices.insert(p.last.begin(), p.last.end());
+            }
+            for (int order : blocks)
+                out << tradedNetwork(*s, order);
+            for (int radix : radices)
+                if (radix < 8)
+                    out << columnNetwork(*s, radix);
+            for (int radix : tradedRadices)
+                out << columnNetwork(*s, radix, true);
+        }
+    }
     out << "}  // namespace wht\n";
     return out.str();
 }
@@ -248,26 +370,6 @@ std::string networksHeader()
 struct Passes {
     int block, radix, strip, stripRadix, finalRadix;
 };
-
-// With 256-bit vectors a network holds twice the samples in the same
-// registers, and some splits of the 128-bit form no longer fit in 16 of them:
-// those orders take other splits there.  Any split runs the stages in the same
-// order, lowest first, so every output is the same sum; only the strip length,
-// and with it the buffer size, must stay as in the 128-bit form.
-Passes widePassesOf(const Sample& s, int order, Passes narrow)
-{
-    if (s.type == Type::F32) {
-        switch (order) {
-        case 11: return {128, 16, 0, 0, 0};  // 32 rows of the radix-32 columns would spill
-        default: return narrow;
-        }
-    }
-    switch (order) {
-    case 10: return {64, 16, 0, 0, 0};     // a block of 128 doubles is 32 vectors
-    case 13: return {64, 0, 1024, 16, 8};  // likewise
-    default: return narrow;
-    }
-}
 
 Passes narrowPassesOf(const Sample& s, int order)
 {
@@ -291,19 +393,75 @@ Passes narrowPassesOf(const Sample& s, int order)
     }
 }
 
-Passes passesOf(const Sample& s, int order)
-{
-    const Passes narrow = narrowPassesOf(s, order);
-    return s.halves != nullptr ? widePassesOf(s, order, narrow) : narrow;
-}
-
 // Bytes of the work buffer: N samples, plus one strip for a three-pass kernel.
 int bufferBytes(const Sample& s, int order)
 {
     if (order < 8)
         return 0;
     const int size = s.type == Type::F32 ? 4 : 8;
-    return ((1 << order) + passesOf(s, order).strip) * size;
+    return ((1 << order) + narrowPassesOf(s, order).strip) * size;
+}
+
+// The passes of a blocked kernel of the 256-bit file.  Column passes after
+// the first work in place on their target (dst or a strip of main); src is
+// read in full by the block pass before anything is written to dst, so
+// src == dst keeps working.
+std::string widePasses(const Sample& s, int order)
+{
+    const int n = 1 << order;
+    const WidePasses p = widePassesOf(s, order);
+    const int length = p.strip > 0 ? p.strip : n;
+    int product = p.block;
+    for (int r : p.first)
+        product *= r;
+    for (int r : p.last)
+        product *= r;
+    if (product != n || (p.strip > 0) != !p.last.empty() || p.strip > narrowPassesOf(s, order).strip ||
+        (p.strip > 0 && product / p.strip * p.strip != n))
+        throw std::logic_error("Walsh-Hadamard passes do not cover the order");
+    const std::string types = std::string(s.real) + ", " + s.vector + ", ";
+    const std::string broadcast = std::string(s.broadcast) + "(s)";
+    const std::string lanes = std::to_string(s.lanes);
+    // a run of column passes from `from` into `to`, rows of `row` samples at first
+    auto run = [&](const std::vector<int>& radices, bool traded, const std::string& from, const std::string& to,
+                   const std::string& fromAccess, const std::string& toAccess, int row, int count, bool scaledLast,
+                   const std::string& indent) {
+        std::ostringstream out;
+        for (std::size_t i = 0; i < radices.size(); ++i) {
+            const bool scaled = scaledLast && i + 1 == radices.size();
+            const std::string r = std::to_string(radices[i]);
+            if (i == 0 && traded)
+                out << indent << "wht::tradedColumnGroups<" << types << "wht::tradedColumns" << s.suffix << "_" << r << "<"
+                    << toAccess << (scaled ? ", true>" : ", false>") << ">(" << from;
+            else
+                out << indent << "wht::columnGroups<" << types << "wht::columns" << s.suffix << "_" << r << "<"
+                    << (i == 0 ? fromAccess : toAccess) << ", " << toAccess << (scaled ? ", true>" : ", false>") << ">("
+                    << (i == 0 ? from : to);
+            out << ", " << to << ", " << count << ", " << row << ", " << r << ", " << lanes << ", " << broadcast << ");\n";
+            row *= radices[i];
+        }
+        return out.str();
+    };
+    const std::string blockOrder = std::to_string(static_cast<int>(std::log2(p.block)));
+    const std::string block = "wht::blockPass<" + types +
+                              (p.traded ? "wht::traded" + std::string(s.suffix) + "_" + blockOrder
+                                        : "wht::network" + std::string(s.suffix) + "_" + blockOrder + "<Access, " +
+                                              s.aligned + ", false>") +
+                              ">";
+    const int passBlock = p.traded ? 2 * p.block : p.block;
+    std::ostringstream out;
+    if (p.strip == 0) {
+        out << "    " << block << "(src, main, " << n << ", " << passBlock << ");\n"
+            << run(p.first, p.traded, "main", "dst", s.aligned, "Access", p.block, n, true, "    ");
+        return out.str();
+    }
+    const std::string stripTarget = "main + t * " + std::to_string(length);
+    out << "    " << s.real << "* const strip = main + " << n << ";\n"
+        << "    for (int t = 0; t < " << n / length << "; ++t) {\n"
+        << "        " << block << "(src + t * " << length << ", strip, " << length << ", " << passBlock << ");\n"
+        << run(p.first, p.traded, "strip", stripTarget, s.aligned, s.aligned, p.block, length, false, "        ") << "    }\n"
+        << run(p.last, false, "main", "dst", s.aligned, "Access", length, n, true, "    ");
+    return out.str();
 }
 
 std::string kernelUnit(const Sample& s, int order)
@@ -338,35 +496,39 @@ std::string kernelUnit(const Sample& s, int order)
         out << "    wht::network" << s.suffix << "_" << order << "<" << access << ", " << access << ", true>(src, dst, "
             << broadcast << ");\n";
     } else {
-        const Passes p = passesOf(s, order);
         out << "    // a buffer of our own lives for this call only\n"
             << "    uint8_t* const work = buffer != nullptr ? buffer : static_cast<uint8_t*>(kvtMalloc(" << bufferBytes(s, order)
             << "));\n"
             << "    " << real << "* const main = reinterpret_cast<" << real << "*>(work);\n";
-        const std::string types = real + ", " + s.vector + ", ";
-        auto network = [&](const std::string& load) {
-            return "wht::network" + std::string(s.suffix) + "_" + std::to_string(static_cast<int>(std::log2(p.block))) + "<" +
-                   load + ", " + s.aligned + ", false>";
-        };
-        auto columns = [&](int radix, const std::string& store, bool scaled) {
-            return "wht::columns" + std::string(s.suffix) + "_" + std::to_string(radix) + "<" + s.aligned + ", " + store +
-                   (scaled ? ", true>" : ", false>");
-        };
-        if (p.strip == 0) {
-            out << "    wht::blockPass<" << types << network(access) << ">(src, main, " << n << ", " << p.block << ");\n"
-                << "    wht::columnPass<" << types << columns(p.radix, access, true) << ">(main, dst, " << n / p.radix << ", "
-                << s.lanes << ", " << broadcast << ");\n";
+        if (s.halves != nullptr) {
+            out << widePasses(s, order);
         } else {
-            const int stripLength = p.strip;
-            out << "    " << real << "* const strip = main + " << n << ";\n"
-                << "    for (int t = 0; t < " << n / stripLength << "; ++t) {\n"
-                << "        wht::blockPass<" << types << network(access) << ">(src + t * " << stripLength << ", strip, "
-                << stripLength << ", " << p.block << ");\n"
-                << "        wht::columnPass<" << types << columns(p.stripRadix, s.aligned, false) << ">(strip, main + t * "
-                << stripLength << ", " << stripLength / p.stripRadix << ", " << s.lanes << ", " << broadcast << ");\n"
-                << "    }\n"
-                << "    wht::columnPass<" << types << columns(p.finalRadix, access, true) << ">(main, dst, " << stripLength << ", "
-                << s.lanes << ", " << broadcast << ");\n";
+            const Passes p = narrowPassesOf(s, order);
+            const std::string types = real + ", " + s.vector + ", ";
+            auto network = [&](const std::string& load) {
+                return "wht::network" + std::string(s.suffix) + "_" + std::to_string(static_cast<int>(std::log2(p.block))) +
+                       "<" + load + ", " + s.aligned + ", false>";
+            };
+            auto columns = [&](int radix, const std::string& store, bool scaled) {
+                return "wht::columns" + std::string(s.suffix) + "_" + std::to_string(radix) + "<" + s.aligned + ", " +
+                       store + (scaled ? ", true>" : ", false>");
+            };
+            if (p.strip == 0) {
+                out << "    wht::blockPass<" << types << network(access) << ">(src, main, " << n << ", " << p.block << ");\n"
+                    << "    wht::columnPass<" << types << columns(p.radix, access, true) << ">(main, dst, " << n / p.radix
+                    << ", " << s.lanes << ", " << broadcast << ");\n";
+            } else {
+                const int stripLength = p.strip;
+                out << "    " << real << "* const strip = main + " << n << ";\n"
+                    << "    for (int t = 0; t < " << n / stripLength << "; ++t) {\n"
+                    << "        wht::blockPass<" << types << network(access) << ">(src + t * " << stripLength << ", strip, "
+                    << stripLength << ", " << p.block << ");\n"
+                    << "        wht::columnPass<" << types << columns(p.stripRadix, s.aligned, false) << ">(strip, main + t * "
+                    << stripLength << ", " << stripLength / p.stripRadix << ", " << s.lanes << ", " << broadcast << ");\n"
+                    << "    }\n"
+                    << "    wht::columnPass<" << types << columns(p.finalRadix, access, true) << ">(main, dst, "
+                    << stripLength << ", " << s.lanes << ", " << broadcast << ");\n";
+            }
         }
         out << "    if (buffer == nullptr)\n        kvtFree(work);\n";
     }
