@@ -411,13 +411,12 @@ std::string widePasses(const Sample& s, int order)
     const int n = 1 << order;
     const WidePasses p = widePassesOf(s, order);
     const int length = p.strip > 0 ? p.strip : n;
-    int product = p.block;
+    int strip = p.block, whole = length;  // the samples that the block pass and `first`, and all passes, cover
     for (int r : p.first)
-        product *= r;
+        strip *= r;
     for (int r : p.last)
-        product *= r;
-    if (product != n || (p.strip > 0) != !p.last.empty() || p.strip > narrowPassesOf(s, order).strip ||
-        (p.strip > 0 && product / p.strip * p.strip != n))
+        whole *= r;
+    if (strip != length || whole != n || (p.strip > 0) != !p.last.empty() || p.strip > narrowPassesOf(s, order).strip)
         throw std::logic_error("Walsh-Hadamard passes do not cover the order");
     const std::string types = std::string(s.real) + ", " + s.vector + ", ";
     const std::string broadcast = std::string(s.broadcast) + "(s)";
@@ -429,15 +428,14 @@ std::string widePasses(const Sample& s, int order)
         std::ostringstream out;
         for (std::size_t i = 0; i < radices.size(); ++i) {
             const bool scaled = scaledLast && i + 1 == radices.size();
+            const bool fromPairs = traded && i == 0;  // rows in pairs, as the block pass left them
             const std::string r = std::to_string(radices[i]);
-            if (i == 0 && traded)
-                out << indent << "wht::tradedColumnGroups<" << types << "wht::tradedColumns" << s.suffix << "_" << r << "<"
-                    << toAccess << (scaled ? ", true>" : ", false>") << ">(" << from;
-            else
-                out << indent << "wht::columnGroups<" << types << "wht::columns" << s.suffix << "_" << r << "<"
-                    << (i == 0 ? fromAccess : toAccess) << ", " << toAccess << (scaled ? ", true>" : ", false>") << ">("
-                    << (i == 0 ? from : to);
-            out << ", " << to << ", " << count << ", " << row << ", " << r << ", " << lanes << ", " << broadcast << ");\n";
+            const std::string network = fromPairs ? "wht::tradedColumns" + std::string(s.suffix) + "_" + r + "<" + toAccess
+                                                  : "wht::columns" + std::string(s.suffix) + "_" + r + "<" +
+                                                        (i == 0 ? fromAccess : toAccess) + ", " + toAccess;
+            out << indent << "wht::columnGroups<" << types << network << (scaled ? ", true>" : ", false>")
+                << (fromPairs ? ", 2>(" : ">(") << (i == 0 ? from : to) << ", " << to << ", " << count << ", " << row << ", "
+                << r << ", " << lanes << ", " << broadcast << ");\n";
             row *= radices[i];
         }
         return out.str();

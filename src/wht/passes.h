@@ -29,24 +29,16 @@ inline void columnPass(const T* src, T* dst, int rowLength, int lanes, V scale)
 }
 
 // Column passes of the 256-bit file: the radix-R network on each group of R
-// rows of `rowLength` samples, `count` samples in all.
-template <class T, class V, void (*Columns)(const T*, T*, int, V)>
+// rows of `rowLength` samples, `count` samples in all.  Spread 2: the rows
+// come in pairs as the block pass left them, the two rows of a pair in the
+// halves of its vectors, so that a position of a row lies at twice that
+// position within its pair.
+template <class T, class V, void (*Columns)(const T*, T*, int, V), int Spread = 1>
 inline void columnGroups(const T* src, T* dst, int count, int rowLength, int radix, int lanes, V scale)
 {
     for (int group = 0; group < count; group += radix * rowLength)
         for (int position = 0; position < rowLength; position += lanes)
-            Columns(src + group + position, dst + group + position, rowLength, scale);
-}
-
-// The same over rows that the block pass left in pairs, the two rows of a
-// pair in the halves of its vectors: a position of a row lies at twice that
-// position within its pair.
-template <class T, class V, void (*Columns)(const T*, T*, int, V)>
-inline void tradedColumnGroups(const T* src, T* dst, int count, int rowLength, int radix, int lanes, V scale)
-{
-    for (int group = 0; group < count; group += radix * rowLength)
-        for (int position = 0; position < rowLength; position += lanes)
-            Columns(src + group + 2 * position, dst + group + position, rowLength, scale);
+            Columns(src + group + Spread * position, dst + group + position, rowLength, scale);
 }
 
 }  // namespace wht
