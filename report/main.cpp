@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <set>
@@ -200,6 +201,15 @@ int main(int argc, char** argv)
         usage(stderr);
         return 2;
     }
+    // the output folder is made first: a report that cannot be written is
+    // refused before a minute of timing, not after it
+    std::error_code made;
+    std::filesystem::create_directories(options.outDir, made);
+    if (made || !std::filesystem::is_directory(options.outDir)) {
+        std::fprintf(stderr, "kvtg_report: cannot make the output folder %s: %s\n", options.outDir.c_str(),
+                     made ? made.message().c_str() : "a file of that name is in the way");
+        return 2;
+    }
     std::printf("%s", bench::describeMachineAndLibrary().c_str());
 
     // every family once per library file: the baseline and, where this
@@ -221,6 +231,10 @@ int main(int argc, char** argv)
     }
 
     std::ofstream csv(options.outDir + "/report.csv");
+    if (!csv) {
+        std::fprintf(stderr, "kvtg_report: cannot write %s/report.csv\n", options.outDir.c_str());
+        return 2;
+    }
     csv << "family,build,size,kvtg_ns,peer_ns,ratio\n";
     std::vector<std::pair<std::string, std::string>> series;
     std::map<std::string, std::vector<double>> byBuild;
@@ -271,7 +285,7 @@ int main(int argc, char** argv)
     writePlot(options.outDir, series);
     const std::string& out = options.outDir;
     if (std::system("command -v gnuplot > /dev/null 2>&1") == 0 &&
-        std::system(("gnuplot " + out + "/report.gp").c_str()) == 0)
+        std::system(("gnuplot '" + out + "/report.gp'").c_str()) == 0)
         std::printf("wrote %s/report.csv and %s/report.png\n", out.c_str(), out.c_str());
     else
         std::printf("wrote %s/report.csv and %s/report.gp (install gnuplot-nox for report.png)\n", out.c_str(),
