@@ -13,91 +13,46 @@
 #include <vector>
 
 #include "bench_report.h"
+#include "dct4_peers.h"
 #include "fastest_plan.h"
 #include "kvtgen.h"
 #include "library_files.h"
 
 namespace {
 
-// FFTW's two peers of a length n: REDFT11 of n, and the complex FFT of n/2.
-enum class Kind { Redft, Fft };
-
-template <class T>
-struct Fftw;
-template <>
-struct Fftw<float> {
-    using Plan = fftwf_plan;
-    static Plan plan(Kind k, int n, float* in, float* out)
-    {
-        if (k == Kind::Redft)
-            return fftwf_plan_r2r_1d(n, in, out, FFTW_REDFT11, FFTW_MEASURE);
-        return fftwf_plan_dft_1d(n / 2, reinterpret_cast<fftwf_complex*>(in), reinterpret_cast<fftwf_complex*>(out),
-                                 FFTW_FORWARD, FFTW_MEASURE);
-    }
-    static void run(Kind k, Plan p, float* in, float* out)
-    {
-        if (k == Kind::Redft)
-            fftwf_execute_r2r(p, in, out);
-        else
-            fftwf_execute_dft(p, reinterpret_cast<fftwf_complex*>(in), reinterpret_cast<fftwf_complex*>(out));
-    }
-    static void destroy(Plan p) { fftwf_destroy_plan(p); }
-    static void forget() { fftwf_forget_wisdom(); }
-    static float* alloc(int count) { return fftwf_alloc_real(static_cast<std::size_t>(count)); }
-    static constexpr const char* type = "32f";
-};
-template <>
-struct Fftw<double> {
-    using Plan = fftw_plan;
-    static Plan plan(Kind k, int n, double* in, double* out)
-    {
-        if (k == Kind::Redft)
-            return fftw_plan_r2r_1d(n, in, out, FFTW_REDFT11, FFTW_MEASURE);
-        return fftw_plan_dft_1d(n / 2, reinterpret_cast<fftw_complex*>(in), reinterpret_cast<fftw_complex*>(out),
-                                FFTW_FORWARD, FFTW_MEASURE);
-    }
-    static void run(Kind k, Plan p, double* in, double* out)
-    {
-        if (k == Kind::Redft)
-            fftw_execute_r2r(p, in, out);
-        else
-            fftw_execute_dft(p, reinterpret_cast<fftw_complex*>(in), reinterpret_cast<fftw_complex*>(out));
-    }
-    static void destroy(Plan p) { fftw_destroy_plan(p); }
-    static void forget() { fftw_forget_wisdom(); }
-    static double* alloc(int count) { return fftw_alloc_real(static_cast<std::size_t>(count)); }
-    static constexpr const char* type = "64f";
-};
+using bench::DctFftw;
+using bench::DctPeer;
 
 // The peer is the fastest of three plannings (bench::fastestPlan), made once
 // per kind and length and kept for the whole run: a planning of the largest
 // lengths takes seconds, and every repetition of a benchmark would repeat it.
 template <class T>
-void benchPeer(benchmark::State& state, Kind kind, int n)
+void benchPeer(benchmark::State& state, DctPeer kind, int n)
 {
     struct Prepared {
         T* in;
         T* out;
-        typename Fftw<T>::Plan plan;
+        typename DctFftw<T>::Plan plan;
     };
-    static std::map<std::pair<Kind, int>, Prepared> prepared;
+    static std::map<std::pair<DctPeer, int>, Prepared> prepared;
     auto found = prepared.find({kind, n});
     if (found == prepared.end()) {
-        T* in = Fftw<T>::alloc(n);
-        T* out = Fftw<T>::alloc(n);
-        auto plan = bench::fastestPlan<typename Fftw<T>::Plan>(
+        T* in = DctFftw<T>::alloc(n);
+        T* out = DctFftw<T>::alloc(n);
+        auto plan = bench::fastestPlan<typename DctFftw<T>::Plan>(
             [&] {
-                auto made = Fftw<T>::plan(kind, n, in, out);
+                auto made = DctFftw<T>::plan(kind, n, in, out);
                 for (int i = 0; i < n; ++i)
                     in[i] = static_cast<T>(std::sin(i + 1.0));
                 return made;
             },
-            [&](typename Fftw<T>::Plan p) { Fftw<T>::run(kind, p, in, out); }, Fftw<T>::destroy, Fftw<T>::forget);
+            [&](typename DctFftw<T>::Plan p) { DctFftw<T>::run(kind, p, in, out); }, DctFftw<T>::destroy,
+            DctFftw<T>::forget);
         found = prepared.emplace(std::make_pair(kind, n), Prepared{in, out, plan}).first;
     }
     const Prepared& p = found->second;
     for (auto _ : state) {
-        Fftw<T>::run(kind, p.plan, p.in, p.out);
+        DctFftw<T>::run(kind, p.plan, p.in, p.out);
         benchmark::ClobberMemory();
     }
 }
@@ -109,7 +64,7 @@ template <class T>
 void benchPlan(benchmark::State& state, LibraryFiles::File file, int n)
 {
     const LibraryFiles& files = LibraryFiles::get();
-    const std::string type = Fftw<T>::type;
+    const std::string type = DctFftw<T>::type;
     const auto alloc = files.function<Status (*)(DctPlan**, int32_t)>(file, "kvtgDCT4InitAlloc_" + type);
     const auto run = files.function<Status (*)(const T*, T*, DctPlan*)>(file, "kvtgDCT4_" + type);
     const auto release = files.function<Status (*)(DctPlan*)>(file, "kvtgDCT4Free_" + type);
@@ -150,9 +105,9 @@ int main(int argc, char** argv)
                 benchmark::RegisterBenchmark(ours(file, suffix).c_str(), single ? benchPlan<float> : benchPlan<double>,
                                              file, n);
             benchmark::RegisterBenchmark(("redft11/" + suffix).c_str(), single ? benchPeer<float> : benchPeer<double>,
-                                         Kind::Redft, n);
+                                         DctPeer::Redft, n);
             benchmark::RegisterBenchmark(("fft/" + suffix).c_str(), single ? benchPeer<float> : benchPeer<double>,
-                                         Kind::Fft, n);
+                                         DctPeer::Fft, n);
             if (log2n >= 20)
                 benchmark::RegisterBenchmark(("copy/" + suffix).c_str(), single ? benchCopy<float> : benchCopy<double>, n);
         }

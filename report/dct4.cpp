@@ -4,8 +4,10 @@
 
 #include <cmath>
 #include <memory>
+#include <type_traits>
 #include <vector>
 
+#include "dct4_peers.h"
 #include "fastest_plan.h"
 #include "kvtgen.h"
 #include "report.h"
@@ -29,32 +31,18 @@ void addFamily(std::vector<report::Case>& cases, const char* name, Status (*allo
         DctPlan* raw = nullptr;
         alloc(&raw, n);
         std::shared_ptr<DctPlan> plan(raw, release);
-        std::function<void()> peer;
-        if constexpr (sizeof(T) == 4) {
-            std::shared_ptr<fftwf_plan_s> p(
-                bench::fastestPlan<fftwf_plan>(
-                    [&] {
-                        fftwf_plan made = fftwf_plan_r2r_1d(n, x.get(), y.get(), FFTW_REDFT11, FFTW_MEASURE);
-                        fill();
-                        return made;
-                    },
-                    [&](fftwf_plan q) { fftwf_execute_r2r(q, x.get(), y.get()); }, fftwf_destroy_plan,
-                    fftwf_forget_wisdom),
-                fftwf_destroy_plan);
-            peer = [p, x, y] { fftwf_execute_r2r(p.get(), x.get(), y.get()); };
-        } else {
-            std::shared_ptr<fftw_plan_s> p(
-                bench::fastestPlan<fftw_plan>(
-                    [&] {
-                        fftw_plan made = fftw_plan_r2r_1d(n, x.get(), y.get(), FFTW_REDFT11, FFTW_MEASURE);
-                        fill();
-                        return made;
-                    },
-                    [&](fftw_plan q) { fftw_execute_r2r(q, x.get(), y.get()); }, fftw_destroy_plan,
-                    fftw_forget_wisdom),
-                fftw_destroy_plan);
-            peer = [p, x, y] { fftw_execute_r2r(p.get(), x.get(), y.get()); };
-        }
+        using Peer = bench::DctFftw<T>;
+        std::shared_ptr<std::remove_pointer_t<typename Peer::Plan>> p(
+            bench::fastestPlan<typename Peer::Plan>(
+                [&] {
+                    auto made = Peer::plan(bench::DctPeer::Redft, n, x.get(), y.get());
+                    fill();
+                    return made;
+                },
+                [&](typename Peer::Plan q) { Peer::run(bench::DctPeer::Redft, q, x.get(), y.get()); }, Peer::destroy,
+                Peer::forget),
+            Peer::destroy);
+        const std::function<void()> peer = [p, x, y] { Peer::run(bench::DctPeer::Redft, p.get(), x.get(), y.get()); };
         fill();
         cases.push_back({name, n, [plan, x, y, run] { run(x.get(), y.get(), plan.get()); }, peer});
     }
