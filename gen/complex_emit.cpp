@@ -21,6 +21,7 @@
 #include "graph_eval.h"
 #include "lane_forms.h"
 #include "family.h"
+#include "forms.h"
 #include "wide_pairs.h"
 
 namespace gen {
@@ -152,30 +153,33 @@ void buildVectorLayout(int n, const Tree& tree, int sign, Graph& graph, std::vec
     }
 }
 
-// The body of a vector kernel for the 256-bit target: the 128-bit graph packed
-// two nodes to a 256-bit node where that pays, neighbouring samples loaded and
-// stored 32 bytes at a time.  Given `time`, the packed body whatever it costs,
-// and its timeCost there.
-std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Store>& stores, NodePrinter printer,
-                     Kernel& kernel, int* time = nullptr)
+// The outputs of a vector kernel as the 256-bit packing sees them, and where
+// its inputs read from (-1: not a contiguous 16-byte read).
+std::vector<VectorStore> vectorStores(const Variant& v, const std::vector<Store>& stores)
+{
+    std::vector<VectorStore> outputs;
+    for (const Store& store : stores)
+        outputs.push_back({store.node, 2 * store.index, v.precision != Precision::Single || store.kind == Store::Pair});
+    return outputs;
+}
+
+InputSpan inputSpan(const Variant& v)
 {
     const bool single = v.precision == Precision::Single;
-    std::vector<VectorStore> outputs;
-    for (const Store& store : stores) {
-        const bool full = !single || store.kind == Store::Pair;
-        outputs.push_back({store.node, 2 * store.index, full});
-    }
-    const InputSpan span = [single](const Node& n) {
+    return [single](const Node& n) {
         if (!single)
             return 2 * n.index;
         return n.index2 == n.index + 1 ? 2 * n.index : -1;
     };
-    const PackedKernel packed = packWide(graph, outputs, span);
-    if (!time && packed.cost >= packed.narrowCost) {
-        kernel.packing = "; kept at 128 bits (" + std::to_string(packed.narrowCost) + " instructions against " +
-                         std::to_string(packed.cost) + " packed)";
-        return std::string();
-    }
+}
+
+// The body of a vector kernel for the 256-bit target: the 128-bit graph packed
+// two nodes to a 256-bit node as `packed` pairs them, neighbouring samples
+// loaded and stored 32 bytes at a time.
+std::string packedBody(const Variant& v, const PackedKernel& packed, const std::vector<Store>& stores,
+                       NodePrinter printer, Kernel& kernel)
+{
+    const bool single = v.precision == Precision::Single;
     const NodePrinter narrow = printer;
     printer.input = [narrow, single](const Node& n) {
         if (n.type == Type::V4D || n.type == Type::V8F)
@@ -190,8 +194,6 @@ std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Sto
     std::vector<int> roots;
     for (const PackedStore& store : packed.stores)
         roots.push_back(store.node);
-    if (time)
-        *time = timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
     std::ostringstream body;
     body << printNodes(packed.graph, roots, printer, "    ");
     for (const PackedStore& store : packed.stores) {
@@ -212,17 +214,49 @@ std::string wideBody(const Variant& v, const Graph& graph, const std::vector<Sto
     return body.str();
 }
 
-// Where each real number of a kernel's output comes from: a node and its lane.
-using OutputLanes = std::vector<std::pair<int, int>>;
+// The time of a packed kernel, as the 256-bit target's cost model counts it.
+int packedTime(const PackedKernel& packed)
+{
+    std::vector<int> roots;
+    for (const PackedStore& store : packed.stores)
+        roots.push_back(store.node);
+    return timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
+}
 
-OutputLanes outputLanes(const std::vector<Store>& stores, int n)
+// Where a store puts the lanes of its node among the kernel's real outputs.
+void placeStore(const Store& store, bool single, OutputLanes& y)
+{
+    if (store.kind == Store::Scalar) {
+        y[static_cast<std::size_t>(store.index)] = {store.node, 0};
+        return;
+    }
+    const int lanes = !single || store.kind != Store::Pair ? 2 : 4;
+    const int first = store.kind == Store::High ? 2 : 0;
+    for (int i = 0; i < lanes; ++i)
+        y[static_cast<std::size_t>(2 * store.index + i)] = {store.node, first + i};
+}
+
+OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single = true)
 {
     OutputLanes y(static_cast<std::size_t>(2 * n), {Graph::none, 0});
-    for (const Store& store : stores) {
-        const int lanes = store.kind == Store::Pair ? 4 : 2;
-        const int first = store.kind == Store::High ? 2 : 0;
-        for (int i = 0; i < lanes; ++i)
-            y[static_cast<std::size_t>(2 * store.index + i)] = {store.node, first + i};
+    for (const Store& store : stores)
+        placeStore(store, single, y);
+    return y;
+}
+
+// The same for a packed kernel: a 256-bit store writes its lanes from the
+// place of its first 128-bit store on.
+OutputLanes outputLanes(const PackedKernel& packed, const std::vector<Store>& stores, int n, bool single)
+{
+    OutputLanes y(static_cast<std::size_t>(2 * n), {Graph::none, 0});
+    for (const PackedStore& store : packed.stores) {
+        const Store& first = stores[static_cast<std::size_t>(store.first)];
+        if (!store.wide) {
+            placeStore({first.kind, first.index, store.node}, single, y);
+            continue;
+        }
+        for (int i = 0; i < (single ? 8 : 4); ++i)
+            y[static_cast<std::size_t>(2 * first.index + i)] = {store.node, i};
     }
     return y;
 }
@@ -231,18 +265,18 @@ OutputLanes outputLanes(const std::vector<Store>& stores, int n)
 // bits: zeros of both signs, impulses and inputs with exact zeros in their
 // spectra, where a zero of the other sign shows, and random samples, where a
 // rounding shows.
-std::vector<std::vector<float>> checkInputs(int n)
+std::vector<std::vector<double>> checkInputs(int n)
 {
-    std::vector<std::vector<float>> inputs = {std::vector<float>(2 * n, 0.0f), std::vector<float>(2 * n, -0.0f)};
+    std::vector<std::vector<double>> inputs = {std::vector<double>(2 * n, 0.0), std::vector<double>(2 * n, -0.0)};
     for (int i = 0; i < 2 * n; ++i) {
-        std::vector<float> impulse(2 * n, -0.0f);
+        std::vector<double> impulse(2 * n, -0.0);
         impulse[static_cast<std::size_t>(i)] = i % 3 == 0 ? -1.5f : 0.75f;
         inputs.push_back(impulse);
     }
     // constant, alternating, real, imaginary and even inputs
     const float pattern[][2] = {{1.0f, 0.0f}, {0.75f, -1.5f}, {-0.0f, 2.0f}};
     for (const auto& p : pattern) {
-        std::vector<float> constant(2 * n), alternating(2 * n);
+        std::vector<double> constant(2 * n), alternating(2 * n);
         for (int i = 0; i < n; ++i) {
             const float sign = i % 2 == 0 ? 1.0f : -1.0f;
             constant[static_cast<std::size_t>(2 * i)] = p[0];
@@ -260,7 +294,7 @@ std::vector<std::vector<float>> checkInputs(int n)
     };
     for (int part = 0; part < 3; ++part) {
         // real, imaginary, and real with x[i] = x[n - i]
-        std::vector<float> x(2 * n, part == 1 ? 0.0f : -0.0f);
+        std::vector<double> x(2 * n, part == 1 ? 0.0 : -0.0);
         for (int i = 0; i < n; ++i)
             x[static_cast<std::size_t>(2 * i + (part == 1 ? 1 : 0))] = next();
         if (part == 2)
@@ -269,8 +303,8 @@ std::vector<std::vector<float>> checkInputs(int n)
         inputs.push_back(x);
     }
     for (int r = 0; r < 4; ++r) {
-        std::vector<float> random(2 * n);
-        for (float& value : random)
+        std::vector<double> random(2 * n);
+        for (double& value : random)
             value = next();
         inputs.push_back(random);
     }
@@ -396,7 +430,7 @@ OutputLanes outputLanes(const std::vector<WideStore>& stores, int n)
 // Whether two graphs of a kernel give the same bits: every output lane has
 // the same form (the same operations up to exact rewrites), and on the check
 // inputs the same value.
-bool sameOutputs(const Graph& fixed, const OutputLanes& fixedLanes, const Graph& other, const OutputLanes& otherLanes)
+bool sameEightLanes(const Graph& fixed, const OutputLanes& fixedLanes, const Graph& other, const OutputLanes& otherLanes)
 {
     LaneForms fixedForms(fixed), otherForms(other);
     for (std::size_t i = 0; i < fixedLanes.size(); ++i) {
@@ -406,17 +440,7 @@ bool sameOutputs(const Graph& fixed, const OutputLanes& fixedLanes, const Graph&
             return false;
     }
     const int n = static_cast<int>(fixedLanes.size() / 2);
-    for (const std::vector<float>& x : checkInputs(n)) {
-        const float factor = 1.0f / static_cast<float>(n);
-        const LaneEvaluator runFixed(fixed, x, factor), runOther(other, x, factor);
-        for (std::size_t i = 0; i < fixedLanes.size(); ++i) {
-            const float expected = runFixed.lanes(fixedLanes[i].first)[static_cast<std::size_t>(fixedLanes[i].second)];
-            const float got = runOther.lanes(otherLanes[i].first)[static_cast<std::size_t>(otherLanes[i].second)];
-            if (!sameBits(expected, got))
-                return false;
-        }
-    }
-    return true;
+    return sameOutputs(fixed, fixedLanes, other, otherLanes, checkInputs(n), 1.0f / static_cast<float>(n));
 }
 
 // Stores a 256-bit split kernel makes: a store of two halves counts two.
@@ -453,10 +477,10 @@ EightLanes exactEightLanes(int n, const Tree& tree, int sign, bool batch, const 
     std::vector<WideStore> secondStores = buildEightLanes(*second, n, tree, sign, batch);
     EightLanes out;
     out.batch = batch;
-    if (sameOutputs(narrow, fixedLanes, *second, outputLanes(secondStores, n))) {
+    if (sameEightLanes(narrow, fixedLanes, *second, outputLanes(secondStores, n))) {
         out.graph = std::move(second);
         out.stores = std::move(secondStores);
-    } else if (sameOutputs(narrow, fixedLanes, *first, outputLanes(firstStores, n))) {
+    } else if (sameEightLanes(narrow, fixedLanes, *first, outputLanes(firstStores, n))) {
         out.graph = std::move(first);
         out.stores = std::move(firstStores);
     } else {
@@ -471,29 +495,11 @@ EightLanes exactEightLanes(int n, const Tree& tree, int sign, bool batch, const 
 }
 
 // The body of a split-layout Complex32 kernel for the 256-bit target, eight
-// lanes wide, and its time in `cost`; empty where no eight-lane graph gives
-// the 128-bit graph's bits.
-std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer, Kernel& kernel,
-                          const Graph& narrow, const std::vector<Store>& narrowStores, int& cost)
+// lanes wide, from its graph.
+std::string eightLanesBody(const EightLanes& best, NodePrinter printer, Kernel& kernel)
 {
-    // of the layouts with and without batches of four transforms, the one of
-    // less time; where neither gives the 128-bit graph's bits, none
-    std::vector<int> narrowRoots;
-    for (const Store& store : narrowStores)
-        narrowRoots.push_back(store.node);
-    const OutputLanes fixedLanes = outputLanes(narrowStores, n);
-    EightLanes best;
-    for (bool batch : {false, true}) {
-        EightLanes candidate = exactEightLanes(n, tree, sign, batch, narrow, narrowRoots, fixedLanes);
-        if (candidate.graph && (!best.graph || candidate.time < best.time))
-            best = std::move(candidate);
-    }
-    if (!best.graph)
-        return std::string();
     const Graph& graph = *best.graph;
     const std::vector<WideStore>& stores = best.stores;
-    cost = best.time;
-
     printer.param = [](const Node&) { return std::string("kv::join(c, c)"); };
     std::vector<int> roots;
     for (const WideStore& store : stores)
@@ -525,131 +531,219 @@ std::string splitWideBody(int n, const Tree& tree, int sign, NodePrinter printer
     return body.str();
 }
 
+// The flow of a complex kernel, which fixes its bits: Complex32 up to 5
+// points is scalar; from 6 points two complex numbers per vector (products
+// of two-part values formed lazily, or after joining the value) or split
+// real and imaginary vectors; Complex64 one complex number per vector,
+// values carried in two parts.
+enum class Flow { Scalar, Pairs, Joined, Split, Parts };
+const char* const flowNames[] = {"scalar", "pairs", "joined", "split", "parts"};
+
+Flow flowOf(const Form& form)
+{
+    const std::string& name = form.get("flow");
+    for (int f = 0; f < 5; ++f)
+        if (name == flowNames[f])
+            return static_cast<Flow>(f);
+    formError(form.kernel, "unknown flow " + name);
+}
+
+// The 128-bit kernel of a flow: its graph, stores and printer.
+struct NarrowKernel {
+    Graph graph;
+    std::vector<Store> stores;
+    std::vector<int> roots;
+    NodePrinter printer;
+    Kernel kernel;
+};
+
+void buildScalarFlow(const Variant& v, int n, const Tree& tree, NarrowKernel& k)
+{
+    Graph& graph = k.graph;
+    ComplexBuilder builder(graph, n == 3 || n == 5);
+    std::vector<Cx> x(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i)
+        x[static_cast<std::size_t>(i)] = {graph.input(Type::F32, 2 * i), graph.input(Type::F32, 2 * i + 1)};
+    const std::vector<Cx> out = builder.dft(tree, x, v.inverse ? 1 : -1);
+    const int factor = graph.param(Type::F32, 0);
+    for (int i = 0; i < n; ++i) {
+        k.stores.push_back({Store::Scalar, 2 * i, graph.mul(out[static_cast<std::size_t>(i)].p, factor)});
+        k.stores.push_back({Store::Scalar, 2 * i + 1, graph.mul(out[static_cast<std::size_t>(i)].q, factor)});
+    }
+    k.printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
+}
+
+void buildPartsFlow(const Variant& v, int n, const Tree& tree, NarrowKernel& k)
+{
+    Graph& graph = k.graph;
+    k.kernel.vector = true;
+    k.kernel.layout = "one complex number per vector, values carried in two parts";
+    ComplexBuilder builder(graph);
+    std::vector<Cx> x(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i)
+        x[static_cast<std::size_t>(i)] = {graph.input(Type::V2D, i), Graph::none};
+    const std::vector<Cx> out = builder.dft(tree, x, v.inverse ? 1 : -1);
+    const int factor = graph.param(Type::V2D, 0);
+    for (const Cx& value : out)
+        k.stores.push_back({Store::Pair, static_cast<int>(k.stores.size()),
+                            graph.mul(graph.add(value.p, graph.swapNeg(value.q)), factor)});
+    k.printer.input = [](const Node& node) { return "Access::load(x + " + std::to_string(2 * node.index) + ")"; };
+}
+
+NarrowKernel buildNarrow(const Variant& v, int n, Flow flow)
+{
+    const bool paired = flow == Flow::Pairs || flow == Flow::Joined || flow == Flow::Split;
+    const bool single = v.precision == Precision::Single;
+    if ((flow == Flow::Scalar) != (single && n < 6) || (flow == Flow::Parts) == single || (paired && n < 6))
+        throw std::runtime_error(v.kernelName(n) + ": flow " + flowNames[static_cast<int>(flow)] +
+                                 " does not exist for this kernel");
+    const TreePtr tree = complexRule(n, v.precision);
+    NarrowKernel k;
+    if (paired) {
+        k.kernel.vector = true;
+        k.kernel.layout = flow == Flow::Split    ? "split real and imaginary vectors"
+                          : flow == Flow::Joined ? "two complex numbers per vector, joined before products"
+                                                 : "two complex numbers per vector";
+        buildVectorLayout(n, *tree, v.inverse ? 1 : -1, k.graph, k.stores, flow == Flow::Split, flow == Flow::Joined);
+        k.printer.input = printInputPair;
+    } else if (single) {
+        buildScalarFlow(v, n, *tree, k);
+    } else {
+        buildPartsFlow(v, n, *tree, k);
+    }
+    k.printer.param = [](const Node&) { return std::string("c"); };
+    for (const Store& store : k.stores)
+        k.roots.push_back(store.node);
+    k.kernel.counts = k.graph.count(k.roots);
+    const std::vector<bool> live = k.graph.liveSet(k.roots);
+    for (int id = 0; id < k.graph.size(); ++id)
+        if (live[static_cast<std::size_t>(id)] && k.graph.node(id).op == Op::Input)
+            ++k.kernel.memoryAccesses;
+    k.kernel.memoryAccesses += static_cast<int>(k.stores.size());
+    return k;
+}
+
+// The 128-bit body of a kernel.
+std::string narrowBody(const Variant& v, const NarrowKernel& k)
+{
+    std::ostringstream body;
+    body << printNodes(k.graph, k.roots, k.printer, "    ");
+    for (const Store& store : k.stores) {
+        if (v.precision == Precision::Double)
+            body << "    Access::store(y + " << 2 * store.index << ", " << valueOf(k.graph, store.node) << ");\n";
+        else
+            body << "    " << printStore(k.graph, store) << ";\n";
+    }
+    return body.str();
+}
+
+// A kernel in the form its line of the table gives it.
+Kernel buildKernel(const Variant& v, int n, const Form& form)
+{
+    NarrowKernel k = buildNarrow(v, n, flowOf(form));
+    Kernel kernel = k.kernel;
+    const std::string& body = form.get("body");
+    if (body != "narrow" && (!target().wide() || !kernel.vector))
+        formError(form.kernel, "body " + body + " needs a 256-bit target and a vector flow");
+    if (body == "packed") {
+        PackOptions options;
+        if (!parsePackOptions(form.get("seeds"), form.get("moves"), options))
+            formError(form.kernel, "unknown packing " + form.get("seeds") + "/" + form.get("moves"));
+        const PackedKernel packed = packWide(k.graph, vectorStores(v, k.stores), inputSpan(v), options);
+        const bool single = v.precision == Precision::Single;
+        verifyBody(form.kernel, k.graph, outputLanes(k.stores, n, single), packed.graph,
+                   outputLanes(packed, k.stores, n, single), checkInputs(n), 1.0 / n);
+        kernel.body = packedBody(v, packed, k.stores, k.printer, kernel);
+    } else if (body == "eight") {
+        if (flowOf(form) != Flow::Split)
+            formError(form.kernel, "eight lanes need the split flow");
+        const EightLanes eight = exactEightLanes(n, *complexRule(n, v.precision), v.inverse ? 1 : -1,
+                                                 form.get("batch") == "yes", k.graph, k.roots,
+                                                 outputLanes(k.stores, n));
+        if (!eight.graph)
+            formError(form.kernel, "no eight-lane body gives the bits of the 128-bit flow");
+        kernel.body = eightLanesBody(eight, k.printer, kernel);
+    } else if (body == "narrow") {
+        kernel.body = narrowBody(v, k);
+        if (target().wide() && kernel.vector)
+            kernel.packing = "; kept at 128 bits";
+    } else {
+        formError(form.kernel, "unknown body " + body);
+    }
+    return kernel;
+}
+
+// ---- the search of the explorer
+
 // Cost of a kernel for the choice of layout: every instruction counts one.
 int cost(const OpCounts& c, int loadsAndStores)
 {
     return c.additions + c.multiplications + c.exchanges + c.signedExchanges + c.signFlips + loadsAndStores;
 }
 
-// How a vector kernel is laid out: Complex32 in split vectors or in pairs;
-// products of two-part values formed lazily or after materialising the value.
-struct Form {
-    bool split = false;
-    bool materialize = false;
-};
-
-// packForWide false: the 128-bit body only, for the choice of form (whose
-// counts are the 128-bit graph's on every target)
-Kernel buildKernel(const Variant& v, int n, Form form, bool packForWide = true);
-
-// Of the forms a kernel can take, the one with the fewest instructions.
-Kernel buildKernel(const Variant& v, int n)
+// Of the 128-bit flows a kernel can take, the one with the fewest instructions.
+Flow searchFlow(const Variant& v, int n)
 {
-    if (v.precision == Precision::Single && !pairedLayout(v, n))
-        return buildKernel(v, n, Form{});
-    // Complex64 keeps its values in two parts up to the outputs
     if (v.precision == Precision::Double)
-        return buildKernel(v, n, Form{});
-    const std::vector<Form> forms = {{false, false}, {false, true}, {true, false}};
-    Form best = forms[0];
+        return Flow::Parts;
+    if (!pairedLayout(v, n))
+        return Flow::Scalar;
+    Flow best = Flow::Pairs;
     int bestCost = 0;
-    for (const Form& form : forms) {
-        const Kernel k = buildKernel(v, n, form, false);
-        const int c = cost(k.counts, k.memoryAccesses);
-        if (&form == &forms[0] || c < bestCost) {
-            best = form;
+    for (Flow flow : {Flow::Pairs, Flow::Joined, Flow::Split}) {
+        const NarrowKernel k = buildNarrow(v, n, flow);
+        const int c = cost(k.kernel.counts, k.kernel.memoryAccesses);
+        if (flow == Flow::Pairs || c < bestCost) {
+            best = flow;
             bestCost = c;
         }
     }
-    return buildKernel(v, n, best);
+    return best;
 }
 
-Kernel buildKernel(const Variant& v, int n, Form form, bool packForWide)
+// The body a 256-bit target gives a vector flow: of the 128-bit graph, its
+// packing of fewest instructions and (split flows) the eight-lane layouts,
+// the one of least time.
+void searchWideBody(const Variant& v, int n, Flow flow, Form& form)
 {
-    const bool split = form.split;
+    const NarrowKernel k = buildNarrow(v, n, flow);
+    PackOptions options;
+    const PackedKernel packed = packWideSearch(k.graph, vectorStores(v, k.stores), inputSpan(v), options);
+    const auto takePacked = [&] {
+        form.set("body", "packed").set("seeds", seedsName(options.seeds)).set("moves", movesName(options));
+    };
+    form.set("body", "narrow");
+    if (flow != Flow::Split) {
+        if (packed.cost < packed.narrowCost)
+            takePacked();
+        return;
+    }
+    const int narrowTime = timeCost(k.graph, k.roots, static_cast<int>(k.stores.size()));
+    const int packTime = packedTime(packed);
     const TreePtr tree = complexRule(n, v.precision);
-    const int sign = v.inverse ? 1 : -1;
-    Graph graph;
-    std::vector<Store> stores;
-    NodePrinter printer;
-    Kernel kernel;
-    if (pairedLayout(v, n)) {
-        kernel.vector = true;
-        kernel.layout = split ? "split real and imaginary vectors"
-                        : form.materialize ? "two complex numbers per vector, joined before products"
-                                           : "two complex numbers per vector";
-        buildVectorLayout(n, *tree, sign, graph, stores, split, form.materialize);
-        printer.input = printInputPair;
-    } else if (v.precision == Precision::Single) {
-        ComplexBuilder builder(graph, n == 3 || n == 5);
-        std::vector<Cx> x(static_cast<std::size_t>(n));
-        for (int i = 0; i < n; ++i)
-            x[static_cast<std::size_t>(i)] = {graph.input(Type::F32, 2 * i), graph.input(Type::F32, 2 * i + 1)};
-        const std::vector<Cx> out = builder.dft(*tree, x, sign);
-        const int factor = graph.param(Type::F32, 0);
-        for (int k = 0; k < n; ++k) {
-            stores.push_back({Store::Scalar, 2 * k, graph.mul(out[static_cast<std::size_t>(k)].p, factor)});
-            stores.push_back({Store::Scalar, 2 * k + 1, graph.mul(out[static_cast<std::size_t>(k)].q, factor)});
-        }
-        printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
-    } else {
-        kernel.vector = true;
-        kernel.layout = form.materialize ? "one complex number per vector, two parts joined before products"
-                                         : "one complex number per vector, values carried in two parts";
-        ComplexBuilder builder(graph);
-        builder.materializeProducts(form.materialize);
-        std::vector<Cx> x(static_cast<std::size_t>(n));
-        for (int i = 0; i < n; ++i)
-            x[static_cast<std::size_t>(i)] = {graph.input(Type::V2D, i), Graph::none};
-        const std::vector<Cx> out = builder.dft(*tree, x, sign);
-        const int factor = graph.param(Type::V2D, 0);
-        for (const Cx& value : out)
-            stores.push_back({Store::Pair, static_cast<int>(stores.size()), graph.mul(graph.add(value.p, graph.swapNeg(value.q)), factor)});
-        printer.input = [](const Node& node) {
-            return "Access::load(x + " + std::to_string(2 * node.index) + ")";
-        };
+    EightLanes eight;
+    for (bool batch : {false, true}) {
+        EightLanes candidate = exactEightLanes(n, *tree, v.inverse ? 1 : -1, batch, k.graph, k.roots,
+                                               outputLanes(k.stores, n));
+        if (candidate.graph && (!eight.graph || candidate.time < eight.time))
+            eight = std::move(candidate);
     }
-    printer.param = [](const Node&) { return std::string("c"); };
+    if (eight.graph && eight.time < std::min(narrowTime, packTime))
+        form.set("body", "eight").set("batch", eight.batch ? "yes" : "no");
+    else if (packTime < narrowTime)
+        takePacked();
+}
 
-    std::vector<int> roots;
-    for (const Store& store : stores)
-        roots.push_back(store.node);
-    kernel.counts = graph.count(roots);
-    const std::vector<bool> live = graph.liveSet(roots);
-    for (int id = 0; id < graph.size(); ++id)
-        if (live[static_cast<std::size_t>(id)] && graph.node(id).op == Op::Input)
-            ++kernel.memoryAccesses;
-    kernel.memoryAccesses += static_cast<int>(stores.size());
-    if (kernel.vector && target().wide() && packForWide && split) {
-        // of the 128-bit graph, its packed form and the eight-lane layout, the
-        // one of least timeCost
-        const int narrowTime = timeCost(graph, roots, static_cast<int>(stores.size()));
-        Kernel packed = kernel, eight = kernel;
-        int packedTime = 0, eightTime = 0;
-        packed.body = wideBody(v, graph, stores, printer, packed, &packedTime);
-        eight.body = splitWideBody(n, *tree, sign, printer, eight, graph, stores, eightTime);
-        if (!eight.body.empty() && eightTime < std::min(narrowTime, packedTime))
-            return eight;
-        if (packedTime < narrowTime)
-            return packed;
-        kernel.packing = "; kept at 128 bits (time " + std::to_string(narrowTime) + " against " +
-                         std::to_string(packedTime) + " packed" +
-                         (eight.body.empty() ? std::string() : " and " + std::to_string(eightTime) + " eight lanes") + ")";
-    } else if (kernel.vector && target().wide() && packForWide) {
-        kernel.body = wideBody(v, graph, stores, printer, kernel);
-        if (!kernel.body.empty())
-            return kernel;
-    }
-    std::ostringstream body;
-    body << printNodes(graph, roots, printer, "    ");
-    for (const Store& store : stores) {
-        if (v.precision == Precision::Double)
-            body << "    Access::store(y + " << 2 * store.index << ", " << valueOf(graph, store.node) << ");\n";
-        else
-            body << "    " << printStore(graph, store) << ";\n";
-    }
-    kernel.body = body.str();
-    return kernel;
+Form searchForm(const Variant& v, int n)
+{
+    const Flow flow = searchFlow(v, n);
+    Form form;
+    form.set("flow", flowNames[static_cast<int>(flow)]);
+    if (target().wide() && flow != Flow::Scalar)
+        searchWideBody(v, n, flow, form);
+    else
+        form.set("body", "narrow");
+    return form;
 }
 
 std::string factorLiterals(const Variant& v, int n)
@@ -739,10 +833,10 @@ std::string dispatcherUnit(const Variant& v)
 // The real additions and multiplications of a length's tree, whatever the
 // vector layout: the scalar graph for Complex32, twice the vector graph of
 // Complex64 (one operation per lane).
-OpCounts arithmeticCounts(const Variant& v, int n)
+OpCounts arithmeticCounts(const Variant& v, int n, const Kernel& kernel)
 {
     if (v.precision == Precision::Double) {
-        OpCounts c = buildKernel(v, n).counts;
+        OpCounts c = kernel.counts;
         c.additions *= 2;
         c.multiplications *= 2;
         return c;
@@ -774,9 +868,10 @@ void emitComplex(const std::string& directory)
             const Variant v{precision, inverse};
             counts << "inline const ComplexCount " << (inverse ? "inverse" : "forward") << v.typeSuffix() << "[] = {\n";
             for (int n = 2; n <= 64; ++n) {
-                const Kernel kernel = buildKernel(v, n);
+                const Kernel kernel =
+                    buildKernel(v, n, formOf(v.kernelName(n), [&] { return searchForm(v, n); }));
                 writeIfChanged(directory + "/" + v.unitStem() + "_" + std::to_string(n) + ".cpp", kernelUnit(v, n, kernel));
-                const OpCounts c = arithmeticCounts(v, n);
+                const OpCounts c = arithmeticCounts(v, n, kernel);
                 counts << "    {" << n << ", " << c.additions << ", " << c.multiplications << ", " << kernel.counts.exchanges
                        << "},\n";
             }

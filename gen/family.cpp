@@ -15,6 +15,15 @@ Target currentTarget;
 const Target& target() { return currentTarget; }
 void setTarget(const Target& t) { currentTarget = t; }
 
+const Target* findTarget(const std::string& name)
+{
+    static const Target targets[] = {{"sse2", 128}, {"x86-64-v3", 256}};
+    for (const Target& t : targets)
+        if (t.name == name)
+            return &t;
+    return nullptr;
+}
+
 std::map<std::string, FamilyEmitter>& familyRegistry()
 {
     static std::map<std::string, FamilyEmitter> registry;

@@ -16,11 +16,14 @@ namespace gen {
 // targets compute the same operations in the same order; only the number of
 // lanes per instruction differs.
 struct Target {
+    std::string name = "sse2";
     int vectorBits = 128;
     // the SIMD header that generated units include
     const char* simdHeader() const { return vectorBits == 256 ? "simd_avx2.h" : "simd_sse2.h"; }
     bool wide() const { return vectorBits == 256; }
 };
+// The targets the generator knows, by name (null: none of that name).
+const Target* findTarget(const std::string& name);
 const Target& target();
 void setTarget(const Target& t);
 

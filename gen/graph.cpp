@@ -86,7 +86,9 @@ bool selectsLanes(Op op)
 
 LaneSource laneSource(const Node& n, int lane)
 {
-    const int half = lane / 4 * 4, j = lane % 4;
+    // lanes of a 128-bit half: 4 floats or 2 doubles
+    const int width = n.type == Type::V2D || n.type == Type::V4D || n.type == Type::F64 ? 2 : 4;
+    const int half = lane / width * width, j = lane % width;
     switch (n.op) {
     case Op::Shuffle:
         if (n.index == 256)
@@ -95,13 +97,13 @@ LaneSource laneSource(const Node& n, int lane)
             return {j % 2, half + 2 + j / 2, false};
         return {j < 2 ? 0 : 1, half + ((n.index >> (2 * j)) & 3), false};
     case Op::Join:
-        if (lane < 4)
+        if (lane < width)
             return {0, lane, false};
-        return {n.b >= 0 ? 1 : -1, lane - 4, false};
-    case Op::Extract: return {0, 4 * n.index + lane, false};
+        return {n.b >= 0 ? 1 : -1, lane - width, false};
+    case Op::Extract: return {0, width * n.index + lane, false};
     case Op::Permute2: {
-        const int select = (n.index >> (lane / 4 * 4)) & 3;
-        return {select < 2 ? 0 : 1, 4 * (select & 1) + j, false};
+        const int select = (n.index >> (lane / width * 4)) & 3;
+        return {select < 2 ? 0 : 1, width * (select & 1) + j, false};
     }
     case Op::Blend: return {(n.index >> lane) & 1, lane, false};
     case Op::Neg: return {0, lane, true};

@@ -1,31 +1,51 @@
-// Runs an operation graph of Complex32 vector values on concrete samples, lane
-// by lane in single precision, as the printed kernel computes them.  The
-// generator uses it to check that two graphs of one kernel (the 128-bit one,
-// whose bits are fixed, and a 256-bit one) give the same bits.
+// Runs an operation graph on concrete samples, lane by lane, each operation
+// rounded once in its node's precision as the printed kernel computes it, and
+// holds two bodies of one kernel against each other: the generator's
+// verifier.  A wide body (a packing, eight lanes) is printed only where it
+// gives the bits of the narrow flow that fixes them on every check input.
 #ifndef KVTGEN_GRAPH_EVAL_H
 #define KVTGEN_GRAPH_EVAL_H
 
 #include <array>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "graph.h"
 
 namespace gen {
 
+// The lanes of every node of a graph.  Inputs read the real numbers of src:
+// a scalar node the number at its index, a V2D node the complex sample at
+// its index, a V4F node the complex samples `index` and `index2` (none: +0),
+// a 256-bit node the contiguous numbers from the offset in its index.
+// Values are held as doubles; a Real32 value is exactly its float.
 class LaneEvaluator {
 public:
-    // x: the interleaved samples of src; factor: the value of every Param
-    LaneEvaluator(const Graph& graph, const std::vector<float>& x, float factor);
+    LaneEvaluator(const Graph& graph, const std::vector<double>& x, double factor);
 
-    // lanes of a node (4 for V4F, 8 for V8F, lane 0 for a scalar)
-    const std::array<float, 8>& lanes(int id) const { return values_[static_cast<std::size_t>(id)]; }
+    // lanes of a node (up to 8; lane 0 for a scalar)
+    const std::array<double, 8>& lanes(int id) const { return values_[static_cast<std::size_t>(id)]; }
 
 private:
-    std::vector<std::array<float, 8>> values_;
+    void input(const Node& n, std::array<double, 8>& out, const std::vector<double>& x) const;
+    std::vector<std::array<double, 8>> values_;
 };
 
-// Whether two floats are the same bits, any two NaNs counting as equal.
-bool sameBits(float a, float b);
+// Whether two values are the same bits, any two NaNs counting as equal.
+bool sameBits(double a, double b);
+
+// Where each real number of a kernel's output comes from: a node and its lane.
+using OutputLanes = std::vector<std::pair<int, int>>;
+
+// Whether `wide` gives every output of `narrow` bit for bit on every input
+// (every Param of both graphs taking `factor`).
+bool sameOutputs(const Graph& narrow, const OutputLanes& narrowLanes, const Graph& wide, const OutputLanes& wideLanes,
+                 const std::vector<std::vector<double>>& inputs, double factor);
+
+// As sameOutputs, and where it is not, stops the generator naming the kernel.
+void verifyBody(const std::string& kernel, const Graph& narrow, const OutputLanes& narrowLanes, const Graph& wide,
+                const OutputLanes& wideLanes, const std::vector<std::vector<double>>& inputs, double factor);
 
 }  // namespace gen
 

@@ -1,38 +1,88 @@
 // kvtgen: expands the rule tables into straight-line kernel sources.
-//   kvtgen <family> <output directory> [--vector-bits 128|256]
-//   kvtgen --list            names the families
+//   kvtgen <family> <output directory> --target <name> --forms <table>
+//                             writes a family's units for a target, each
+//                             kernel in the form the table of forms gives it
+//   kvtgen --explore <table> [family...]
+//                             searches the forms of the families' kernels on
+//                             every target and rewrites the table
+//   kvtgen --list             names the families
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "family.h"
+#include "forms.h"
+
+namespace {
+
+int usage()
+{
+    std::fprintf(stderr,
+                 "usage: kvtgen <family> <output directory> --target <name> --forms <table>\n"
+                 "       kvtgen --explore <table> [family...]\n"
+                 "       kvtgen --list\n");
+    return 2;
+}
+
+// Runs the families on every target into a scratch folder and records the
+// form each kernel's search finds.
+int explore(const std::string& tablePath, std::vector<std::string> families)
+{
+    if (std::filesystem::exists(tablePath))
+        gen::loadForms(tablePath);
+    gen::startExploring();
+    if (families.empty())
+        families = {"complex", "real", "hartley", "wht"};
+    const std::filesystem::path scratch = std::filesystem::temp_directory_path() / "kvtgen-explore";
+    std::filesystem::create_directories(scratch);
+    for (const char* name : {"sse2", "x86-64-v3"}) {
+        gen::setTarget(*gen::findTarget(name));
+        for (const std::string& family : families) {
+            const auto found = gen::familyRegistry().find(family);
+            if (found == gen::familyRegistry().end()) {
+                std::fprintf(stderr, "kvtgen: unknown family %s\n", family.c_str());
+                return 2;
+            }
+            std::fprintf(stderr, "exploring %s on %s\n", family.c_str(), name);
+            found->second(scratch.string());
+        }
+    }
+    std::filesystem::remove_all(scratch);
+    gen::writeForms(tablePath);
+    return 0;
+}
+
+}  // namespace
 
 int main(int argc, char** argv)
 {
-    auto& registry = gen::familyRegistry();
-    if (argc == 2 && std::string(argv[1]) == "--list") {
-        for (const auto& entry : registry)
-            std::printf("%s\n", entry.first.c_str());
-        return 0;
-    }
-    gen::Target target;
-    if (argc == 5 && std::string(argv[3]) == "--vector-bits" &&
-        (std::string(argv[4]) == "128" || std::string(argv[4]) == "256")) {
-        target.vectorBits = std::stoi(argv[4]);
-        argc = 3;
-    }
-    if (argc != 3) {
-        std::fprintf(stderr, "usage: kvtgen <family> <output directory> [--vector-bits 128|256] | --list\n");
-        return 2;
-    }
-    gen::setTarget(target);
-    const auto found = registry.find(argv[1]);
-    if (found == registry.end()) {
-        std::fprintf(stderr, "kvtgen: unknown family %s\n", argv[1]);
-        return 2;
-    }
+    const std::vector<std::string> args(argv + 1, argv + argc);
     try {
-        found->second(argv[2]);
+        if (args.size() == 1 && args[0] == "--list") {
+            for (const auto& entry : gen::familyRegistry())
+                std::printf("%s\n", entry.first.c_str());
+            return 0;
+        }
+        if (args.size() >= 2 && args[0] == "--explore")
+            return explore(args[1], std::vector<std::string>(args.begin() + 2, args.end()));
+        if (args.size() != 6 || args[2] != "--target" || args[4] != "--forms")
+            return usage();
+        const gen::Target* target = gen::findTarget(args[3]);
+        if (target == nullptr) {
+            std::fprintf(stderr, "kvtgen: unknown target %s\n", args[3].c_str());
+            return 2;
+        }
+        gen::setTarget(*target);
+        const auto found = gen::familyRegistry().find(args[0]);
+        if (found == gen::familyRegistry().end()) {
+            std::fprintf(stderr, "kvtgen: unknown family %s\n", args[0].c_str());
+            return 2;
+        }
+        gen::loadForms(args[5]);
+        found->second(args[1]);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "kvtgen: %s\n", e.what());
         return 1;

@@ -580,24 +580,35 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
                          : 0);
     }
     result.cost = cost;
-    if (cost < scalarCost)
-        result.text = out.str();
+    result.text = out.str();
     return result;
 }
 
 }  // namespace
 
 PackedBody packReal(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
-                    int inputLimit)
+                    int inputLimit, const RealPacking& how)
 {
     Weights w;
-    if (scalarBodyCost(g, stores, g.liveSet(stores), Weights{1}) >= longKernel)
-        w.scalarConversion = 3;
-    PackedBody best = packWith(g, stores, storeSlots, inputLimit, false, w);
-    const PackedBody greedy = packWith(g, stores, storeSlots, inputLimit, true, w);
-    if (!greedy.text.empty() && (best.text.empty() || greedy.cost < best.cost))
-        best = greedy;
-    return best;
+    w.scalarConversion = how.conversion;
+    return packWith(g, stores, storeSlots, inputLimit, how.greedy, w);
+}
+
+bool searchRealPacking(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
+                       int inputLimit, RealPacking& chosen)
+{
+    const int conversion = scalarBodyCost(g, stores, g.liveSet(stores), Weights{1}) >= longKernel ? 3 : 2;
+    bool found = false;
+    int best = 0;
+    for (bool greedy : {false, true}) {
+        const PackedBody body = packReal(g, stores, storeSlots, inputLimit, {greedy, conversion});
+        if (!body.text.empty() && body.cost < body.scalarCost && (!found || body.cost < best)) {
+            found = true;
+            best = body.cost;
+            chosen = {greedy, conversion};
+        }
+    }
+    return found;
 }
 
 }  // namespace gen::real

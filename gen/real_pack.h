@@ -22,7 +22,7 @@
 namespace gen::real {
 
 struct PackedBody {
-    std::string text;  // statements of the packed body, stores included; empty: keep the scalar body
+    std::string text;  // statements of the packed body, stores included
     // instructions of the packed body (moves, loads and stores included) and
     // of the scalar body; a conversion between the precisions counts two, or
     // three when scalar in a long kernel
@@ -30,11 +30,25 @@ struct PackedBody {
     int scalarCost = 0;
 };
 
-// `stores[i]` is stored at y[storeSlots[i]]; inputs read x[index] and the
-// scale factor is the parameter `c`; `inputLimit` is one past the highest
-// element of x that the kernel may read.
+// How the pass groups a level's operations: in the order of their operands,
+// four at a time, or greedily, each lane taking the operation that saves
+// most; and what a scalar conversion between the precisions counts (two, or
+// three in long kernels, which the ports limit).
+struct RealPacking {
+    bool greedy = false;
+    int conversion = 2;
+};
+
+// The packed body of a kernel: `stores[i]` is stored at y[storeSlots[i]];
+// inputs read x[index] and the scale factor is the parameter `c`;
+// `inputLimit` is one past the highest element of x that the kernel may
+// read.  The text is empty where nothing packs.
 PackedBody packReal(const Graph& graph, const std::vector<int>& stores, const std::vector<int>& storeSlots,
-                    int inputLimit);
+                    int inputLimit, const RealPacking& how);
+// Of the packings, the one of fewest instructions where it has fewer than
+// the scalar body; false where none has.
+bool searchRealPacking(const Graph& graph, const std::vector<int>& stores, const std::vector<int>& storeSlots,
+                       int inputLimit, RealPacking& chosen);
 
 }  // namespace gen::real
 

@@ -20,15 +20,7 @@ Type wideType(Type t)
 
 bool isLeaf(const Node& n) { return n.op == Op::Input || n.op == Op::Const || n.op == Op::Param; }
 
-struct Options {
-    // pairs asked for from the start: none, pairs asked for by
-    // neighbouring outputs, the outputs whose computations share the most
-    // shape, or the same steps of neighbouring parallel transforms
-    // (by their order, or lined up by the longest common sequence of steps)
-    enum Seeds { None, Neighbours, Shapes, Groups, AlignedGroups } seeds;
-    bool crossMoves;   // pairs whose operands need moves across halves
-    bool lookahead;    // such pairs count one move less where their users pair too
-};
+using Options = PackOptions;
 
 // Whether a node's instruction runs on the shuffle unit: exchanges,
 // selections, moves across halves, loads into an upper half.
@@ -737,19 +729,53 @@ int timeCost(const Graph& g, const std::vector<int>& roots, int stores)
     return cost;
 }
 
-PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span)
+PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
+                      const PackOptions& options)
+{
+    Packer packer(narrow, span, options);
+    return packer.run(stores);
+}
+
+PackedKernel packWideSearch(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
+                            PackOptions& chosen)
 {
     PackedKernel best;
     for (Options::Seeds seeds : {Options::None, Options::Neighbours, Options::Shapes, Options::Groups,
                                   Options::AlignedGroups})
         for (int moves = 0; moves < 3; ++moves) {
-        const Options options{seeds, moves > 0, moves > 1};
-        Packer packer(narrow, span, options);
-        PackedKernel packed = packer.run(stores);
-        if (best.stores.empty() || packed.cost < best.cost)
-            best = std::move(packed);
+            const Options options{seeds, moves > 0, moves > 1};
+            PackedKernel packed = packWide(narrow, stores, span, options);
+            if (best.stores.empty() || packed.cost < best.cost) {
+                best = std::move(packed);
+                chosen = options;
+            }
         }
     return best;
+}
+
+const char* seedsName(PackOptions::Seeds seeds)
+{
+    static const char* const names[] = {"none", "neighbours", "shapes", "groups", "aligned-groups"};
+    return names[seeds];
+}
+
+const char* movesName(const PackOptions& options)
+{
+    return options.lookahead ? "lookahead" : options.crossMoves ? "across" : "none";
+}
+
+bool parsePackOptions(const std::string& seeds, const std::string& moves, PackOptions& options)
+{
+    options = PackOptions{};
+    bool known = false;
+    for (int s = PackOptions::None; s <= PackOptions::AlignedGroups; ++s)
+        if (seeds == seedsName(static_cast<PackOptions::Seeds>(s))) {
+            options.seeds = static_cast<PackOptions::Seeds>(s);
+            known = true;
+        }
+    options.crossMoves = moves == "across" || moves == "lookahead";
+    options.lookahead = moves == "lookahead";
+    return known && (options.crossMoves || moves == "none");
 }
 
 }  // namespace gen

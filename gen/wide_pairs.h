@@ -15,6 +15,7 @@
 #define KVTGEN_WIDE_PAIRS_H
 
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "graph.h"
@@ -64,13 +65,31 @@ using InputSpan = std::function<int(const Node&)>;
 // as a half.  It ranks the forms of a kernel: 128-bit, packed, eight lanes.
 int timeCost(const Graph& graph, const std::vector<int>& roots, int stores);
 
-// Packs the graph whose outputs are `stores`.  A 256-bit Input node of the
-// result reads 32 contiguous bytes from the offset in its `index`.  Of the
-// packings the pass tries (pairs asked for by neighbouring outputs or found
-// from the inputs up, with or without moves across halves) it returns the one
-// of fewest instructions; the caller keeps the 128-bit kernel where that is
-// not cheaper.
-PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span);
+// How the pass pairs nodes: the pairs asked for from the start (none, pairs
+// asked for by neighbouring outputs, the outputs whose computations share the
+// most shape, or the same steps of neighbouring parallel transforms by their
+// order or lined up by the longest common sequence of steps), and whether it
+// makes pairs whose operands need moves across halves (counting one move less
+// where their users pair too: lookahead).
+struct PackOptions {
+    enum Seeds { None, Neighbours, Shapes, Groups, AlignedGroups } seeds = None;
+    bool crossMoves = false;
+    bool lookahead = false;
+};
+const char* seedsName(PackOptions::Seeds seeds);
+const char* movesName(const PackOptions& options);
+// From the names of the table of forms; false where one is unknown.
+bool parsePackOptions(const std::string& seeds, const std::string& moves, PackOptions& options);
+
+// Packs the graph whose outputs are `stores` as the options say.  A 256-bit
+// Input node of the result reads 32 contiguous bytes from the offset in its
+// `index`.
+PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
+                      const PackOptions& options);
+// Of every packing the options allow, the one of fewest instructions, and
+// its options in `chosen`.
+PackedKernel packWideSearch(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
+                            PackOptions& chosen);
 
 }  // namespace gen
 

@@ -1,0 +1,63 @@
+// The table of kernel forms: for every kernel and target, the form its body
+// takes (the flow that fixes its bits, and how the target lays that flow
+// out: at the flow's own width, packed onto wider vectors, eight lanes, ...).
+//
+// The table is a committed text file, one line per kernel and target:
+//     <kernel name> <target> <field>=<value> ...
+// for example
+//     kvtgDFTFwd_CToC_12_32fc x86-64-v3 flow=split body=eight batch=no
+// The build only reads it; `kvtgen --explore` runs the searches of each
+// family on each target, costs the candidates with the target's cost model
+// and writes the table anew.  Editing one line changes the form of one
+// kernel; a form that cannot be built, or whose body would not give the
+// flow's bits, stops the generator with a message naming the kernel.
+#ifndef KVTGEN_FORMS_H
+#define KVTGEN_FORMS_H
+
+#include <functional>
+#include <map>
+#include <string>
+
+namespace gen {
+
+// The fields of one line, in the order written.
+class Form {
+public:
+    Form() = default;
+    // "a=b c=d" -> {a: b, c: d}
+    static Form parse(const std::string& fields, const std::string& where);
+
+    Form& set(const std::string& field, const std::string& value);
+    bool has(const std::string& field) const;
+    // The value of a field; a missing field stops the generator, naming `kernel`.
+    const std::string& get(const std::string& field) const;
+    std::string text() const;
+    bool operator==(const Form& other) const { return text() == other.text(); }
+
+    // The kernel whose form this is (for messages).
+    std::string kernel;
+
+private:
+    std::map<std::string, std::string> values_;
+    std::string order_;  // field names in the order set, space separated
+};
+
+// The error that names a kernel whose table entry cannot be built.
+[[noreturn]] void formError(const std::string& kernel, const std::string& what);
+
+// The form of a kernel on the current target.  Building, it is read from the
+// table (a kernel missing there stops the generator); exploring, `search`
+// finds it and the table records it.  A null `search` marks a form chosen
+// outside the generator (by timing): exploring keeps its line.
+Form formOf(const std::string& kernel, const std::function<Form()>& search);
+
+// The table the generator runs with: read from a file, or explored anew.
+void loadForms(const std::string& path);
+void startExploring();
+bool exploring();
+// Writes the table, the lines of every target, sorted by kernel and target.
+void writeForms(const std::string& path);
+
+}  // namespace gen
+
+#endif
