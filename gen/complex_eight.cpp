@@ -1,0 +1,272 @@
+// The eight-lane form of the split Complex32 kernels on 256-bit vectors:
+// each 8-float vector holds two vectors of the 128-bit kernel side by side,
+// every sum made in the orientation the 128-bit graph gave it.
+#include <array>
+#include <sstream>
+
+#include "complex_kernel.h"
+#include "complex_lanes.h"
+#include "lane_forms.h"
+
+namespace gen {
+
+// Inputs on which the 256-bit graph of a kernel must give the 128-bit graph's
+// bits: zeros of both signs, impulses and inputs with exact zeros in their
+// spectra, where a zero of the other sign shows, and random samples, where a
+// rounding shows.
+std::vector<std::vector<double>> checkInputs(int n)
+{
+    std::vector<std::vector<double>> inputs = {std::vector<double>(2 * n, 0.0), std::vector<double>(2 * n, -0.0)};
+    for (int i = 0; i < 2 * n; ++i) {
+        std::vector<double> impulse(2 * n, -0.0);
+        impulse[static_cast<std::size_t>(i)] = i % 3 == 0 ? -1.5f : 0.75f;
+        inputs.push_back(impulse);
+    }
+    // constant, alternating, real, imaginary and even inputs
+    const float pattern[][2] = {{1.0f, 0.0f}, {0.75f, -1.5f}, {-0.0f, 2.0f}};
+    for (const auto& p : pattern) {
+        std::vector<double> constant(2 * n), alternating(2 * n);
+        for (int i = 0; i < n; ++i) {
+            const float sign = i % 2 == 0 ? 1.0f : -1.0f;
+            constant[static_cast<std::size_t>(2 * i)] = p[0];
+            constant[static_cast<std::size_t>(2 * i + 1)] = p[1];
+            alternating[static_cast<std::size_t>(2 * i)] = sign * p[0];
+            alternating[static_cast<std::size_t>(2 * i + 1)] = sign * p[1];
+        }
+        inputs.push_back(constant);
+        inputs.push_back(alternating);
+    }
+    unsigned state = 12345u + static_cast<unsigned>(n);
+    auto next = [&] {
+        state = state * 1664525u + 1013904223u;
+        return static_cast<float>(static_cast<int>(state >> 8) - (1 << 23)) / static_cast<float>(1 << (state % 13));
+    };
+    for (int part = 0; part < 3; ++part) {
+        // real, imaginary, and real with x[i] = x[n - i]
+        std::vector<double> x(2 * n, part == 1 ? 0.0 : -0.0);
+        for (int i = 0; i < n; ++i)
+            x[static_cast<std::size_t>(2 * i + (part == 1 ? 1 : 0))] = next();
+        if (part == 2)
+            for (int i = 1; i < n; ++i)
+                x[static_cast<std::size_t>(2 * (n - i))] = x[static_cast<std::size_t>(2 * i)];
+        inputs.push_back(x);
+    }
+    for (int r = 0; r < 4; ++r) {
+        std::vector<double> random(2 * n);
+        for (double& value : random)
+            value = next();
+        inputs.push_back(random);
+    }
+    return inputs;
+}
+
+namespace {
+
+// Builds the eight-lane graph of a kernel into `graph` (each vector the two
+// vectors of the 128-bit kernel side by side); returns its stores.  Outputs go
+// out as four complex numbers per vector where their lanes can be gathered
+// inside the halves: two neighbouring pairs in one 32-byte store, or two pairs
+// from apart in two 16-byte stores; a pair that fits no other goes out alone.
+std::vector<WideStore> buildEightLanes(Graph& graph, int n, const Tree& tree, int sign, bool batch)
+{
+    SplitBuilder builder(graph, n, 8, batch);
+    const std::vector<SplitRef> out = builder.dft(tree, builder.inputs(), sign);
+    const int factor = graph.param(Type::V8F, 0);
+    struct Unit {
+        int first;  // sample index of its first complex number
+        std::array<Lane, 4> lanes;
+        std::array<bool, 4> care;
+    };
+    std::vector<Unit> units;
+    for (int k = 0; k < n; k += 2) {
+        const SplitRef& a = out[static_cast<std::size_t>(k)];
+        const bool pair = k + 1 < n;
+        const SplitRef& b = out[static_cast<std::size_t>(pair ? k + 1 : k)];
+        units.push_back({k, {a.re, a.im, b.re, b.im}, {true, true, pair, pair}});
+    }
+    auto lanesOf = [](const Unit& lo, const Unit* hi) {
+        std::array<Lane, 8> lanes{};
+        std::array<bool, 8> care{};
+        for (std::size_t i = 0; i < 4; ++i) {
+            lanes[i] = lo.lanes[i];
+            care[i] = lo.care[i];
+            if (hi) {
+                lanes[i + 4] = hi->lanes[i];
+                care[i + 4] = hi->care[i];
+            }
+        }
+        return std::make_pair(lanes, care);
+    };
+    auto full = [](const Unit& u) { return u.care[2]; };
+
+    std::vector<WideStore> stores;
+    std::vector<bool> stored(units.size(), false);
+    for (std::size_t u = 0; u < units.size(); ++u) {
+        if (stored[u])
+            continue;
+        stored[u] = true;
+        int partner = -1;
+        if (full(units[u])) {
+            // the next pair first: one 32-byte store
+            for (std::size_t v = u + 1; v < units.size() && partner < 0; ++v) {
+                if (stored[v] || !full(units[v]))
+                    continue;
+                const auto lanes = lanesOf(units[u], &units[v]);
+                if (builder.inHalfPlaces(lanes.first, lanes.second))
+                    partner = static_cast<int>(v);
+            }
+        }
+        if (partner >= 0) {
+            stored[static_cast<std::size_t>(partner)] = true;
+            const auto lanes = lanesOf(units[u], &units[static_cast<std::size_t>(partner)]);
+            const int node = graph.mul(builder.gatherLanes8(lanes.first, lanes.second), factor);
+            stores.push_back({node, units[u].first, units[static_cast<std::size_t>(partner)].first, true});
+        } else {
+            const auto lanes = lanesOf(units[u], nullptr);
+            const int node = graph.mul(builder.gatherLanes8(lanes.first, lanes.second), factor);
+            stores.push_back({node, units[u].first, -1, full(units[u])});
+        }
+    }
+
+    return stores;
+}
+
+// The lanes of each node that the stores need, as masks.
+std::vector<int> liveLanes(const Graph& graph, const std::vector<WideStore>& stores)
+{
+    std::vector<int> live(static_cast<std::size_t>(graph.size()), 0);
+    for (const WideStore& store : stores)
+        live[static_cast<std::size_t>(store.node)] |= (store.pair ? 0xF : 0x3) | (store.hi >= 0 ? 0xF0 : 0);
+    for (int id = graph.size() - 1; id >= 0; --id) {
+        const int mask = live[static_cast<std::size_t>(id)];
+        const Node& n = graph.node(id);
+        if (mask == 0 || n.op == Op::Const || n.op == Op::Input || n.op == Op::Param)
+            continue;
+        for (int lane = 0; lane < 8; ++lane) {
+            if (!((mask >> lane) & 1))
+                continue;
+            if (selectsLanes(n.op)) {
+                const LaneSource from = laneSource(n, lane);
+                if (from.operand >= 0)
+                    live[static_cast<std::size_t>(from.operand == 0 ? n.a : n.b)] |= 1 << from.lane;
+            } else {
+                for (int operand : {n.a, n.b})
+                    if (operand >= 0)
+                        live[static_cast<std::size_t>(operand)] |= 1 << lane;
+            }
+        }
+    }
+    return live;
+}
+
+OutputLanes outputLanes(const std::vector<WideStore>& stores, int n)
+{
+    OutputLanes y(static_cast<std::size_t>(2 * n), {Graph::none, 0});
+    for (const WideStore& store : stores) {
+        for (int i = 0; i < (store.pair ? 4 : 2); ++i)
+            y[static_cast<std::size_t>(2 * store.lo + i)] = {store.node, i};
+        for (int i = 0; store.hi >= 0 && i < 4; ++i)
+            y[static_cast<std::size_t>(2 * store.hi + i)] = {store.node, 4 + i};
+    }
+    return y;
+}
+
+// Whether two graphs of a kernel give the same bits: every output lane has
+// the same form (the same operations up to exact rewrites), and on the check
+// inputs the same value.
+bool sameEightLanes(const Graph& fixed, const OutputLanes& fixedLanes, const Graph& other, const OutputLanes& otherLanes)
+{
+    LaneForms fixedForms(fixed), otherForms(other);
+    for (std::size_t i = 0; i < fixedLanes.size(); ++i) {
+        const LaneForm& f = fixedForms.form(fixedLanes[i].first, fixedLanes[i].second);
+        const LaneForm& g = otherForms.form(otherLanes[i].first, otherLanes[i].second);
+        if (f.key != g.key || f.negative != g.negative)
+            return false;
+    }
+    const int n = static_cast<int>(fixedLanes.size() / 2);
+    return sameOutputs(fixed, fixedLanes, other, otherLanes, checkInputs(n), 1.0f / static_cast<float>(n));
+}
+
+// Stores a 256-bit split kernel makes: a store of two halves counts two.
+int storeCount(const std::vector<WideStore>& stores)
+{
+    int count = 0;
+    for (const WideStore& store : stores)
+        count += store.hi >= 0 && store.hi != store.lo + 2 ? 2 : 1;
+    return count;
+}
+
+}  // namespace
+
+// Every sum in the orientation the 128-bit graph gave it, lane by lane.  A
+// first build holds every lane to it; from the lanes of that graph that reach
+// the outputs, a second build holds only those.  The second is taken where it
+// gives the 128-bit graph's bits, else the first.
+EightLanes exactEightLanes(int n, const Tree& tree, int sign, bool batch, const Graph& narrow,
+                           const std::vector<int>& narrowRoots, const OutputLanes& fixedLanes)
+{
+    SumOrientations orientations(narrow, narrowRoots);
+    auto first = std::make_unique<Graph>();
+    first->steerSums(&orientations);
+    std::vector<WideStore> firstStores = buildEightLanes(*first, n, tree, sign, batch);
+    orientations.keepLanes(liveLanes(*first, firstStores));
+    auto second = std::make_unique<Graph>();
+    second->steerSums(&orientations);
+    std::vector<WideStore> secondStores = buildEightLanes(*second, n, tree, sign, batch);
+    EightLanes out;
+    out.batch = batch;
+    if (sameEightLanes(narrow, fixedLanes, *second, outputLanes(secondStores, n))) {
+        out.graph = std::move(second);
+        out.stores = std::move(secondStores);
+    } else if (sameEightLanes(narrow, fixedLanes, *first, outputLanes(firstStores, n))) {
+        out.graph = std::move(first);
+        out.stores = std::move(firstStores);
+    } else {
+        return out;
+    }
+    out.graph->steerSums(nullptr);
+    std::vector<int> roots;
+    for (const WideStore& store : out.stores)
+        roots.push_back(store.node);
+    out.time = timeCost(*out.graph, roots, storeCount(out.stores));
+    return out;
+}
+
+// The body of a split-layout Complex32 kernel for the 256-bit target, eight
+// lanes wide, from its graph.
+std::string eightLanesBody(const EightLanes& best, NodePrinter printer, Kernel& kernel)
+{
+    const Graph& graph = *best.graph;
+    const std::vector<WideStore>& stores = best.stores;
+    printer.param = [](const Node&) { return std::string("kv::join(c, c)"); };
+    std::vector<int> roots;
+    for (const WideStore& store : stores)
+        roots.push_back(store.node);
+    std::ostringstream body;
+    body << printNodes(graph, roots, printer, "    ");
+    int wide = 0, halves = 0, alone = 0;
+    for (const WideStore& store : stores) {
+        const std::string value = valueOf(graph, store.node);
+        const std::string lo = "y + " + std::to_string(2 * store.lo);
+        if (store.hi == store.lo + 2) {
+            body << "    kv::store8(" << lo << ", " << value << ");\n";
+            ++wide;
+        } else if (store.hi >= 0) {
+            body << "    kv::storeHalves(" << lo << ", y + " << 2 * store.hi << ", " << value << ");\n";
+            ++halves;
+        } else {
+            body << "    " << (store.pair ? "kv::storePairUnaligned(" : "kv::storeLow(") << lo << ", kv::lowHalf(" << value
+                 << "));\n";
+            ++alone;
+        }
+    }
+    const OpCounts counts = graph.count(roots);
+    kernel.packing = std::string("; eight lanes for 256-bit vectors") + (best.batch ? ", four transforms batched" : "") + ": " +
+                     std::to_string(counts.additions) + " additions, " +
+                     std::to_string(counts.multiplications) + " multiplications, " + std::to_string(counts.exchanges) +
+                     " selections; outputs in " + std::to_string(wide) + " 32-byte stores, " + std::to_string(halves) +
+                     " split and " + std::to_string(alone) + " single";
+    return body.str();
+}
+
+}  // namespace gen
