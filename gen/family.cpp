@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -15,13 +16,47 @@ Target currentTarget;
 const Target& target() { return currentTarget; }
 void setTarget(const Target& t) { currentTarget = t; }
 
-const Target* findTarget(const std::string& name)
+Target readTarget(const std::string& path)
 {
-    static const Target targets[] = {{"sse2", 128}, {"x86-64-v3", 256}};
-    for (const Target& t : targets)
-        if (t.name == name)
-            return &t;
-    return nullptr;
+    std::ifstream in(path);
+    if (!in)
+        throw std::runtime_error("cannot read the target description " + path);
+    std::map<std::string, std::string> values;
+    for (std::string line; std::getline(in, line);) {
+        if (line.empty() || line[0] == '#')
+            continue;
+        const std::size_t eq = line.find('=');
+        if (eq == std::string::npos)
+            throw std::runtime_error(path + ": a line that is not key = value: " + line);
+        auto trim = [](std::string text) {
+            const std::size_t first = text.find_first_not_of(" \t"), last = text.find_last_not_of(" \t");
+            return first == std::string::npos ? std::string() : text.substr(first, last - first + 1);
+        };
+        values[trim(line.substr(0, eq))] = trim(line.substr(eq + 1));
+    }
+    Target t;
+    for (const char* key : {"name", "vector-bits", "simd-header"})
+        if (values[key].empty())
+            throw std::runtime_error(path + ": no " + key);
+    t.name = values["name"];
+    t.vectorBits = std::atoi(values["vector-bits"].c_str());
+    t.simdHeaderName = values["simd-header"];
+    if (t.vectorBits != 128 && t.vectorBits != 256)
+        throw std::runtime_error(path + ": the generator writes 128-bit and 256-bit vectors only");
+    return t;
+}
+
+std::vector<Target> readTargetList(const std::string& path)
+{
+    std::ifstream in(path);
+    if (!in)
+        throw std::runtime_error("cannot read the list of targets " + path);
+    const std::string folder = path.find('/') == std::string::npos ? "." : path.substr(0, path.rfind('/'));
+    std::vector<Target> targets;
+    for (std::string line; std::getline(in, line);)
+        if (!line.empty() && line[0] != '#')
+            targets.push_back(readTarget(folder + "/" + line + ".target"));
+    return targets;
 }
 
 std::map<std::string, FamilyEmitter>& familyRegistry()

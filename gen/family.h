@@ -6,24 +6,29 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "graph.h"
 
 namespace gen {
 
-// The vector target the kernels are written for: the 128-bit SSE2 layer of the
-// baseline library or the 256-bit AVX2 layer of its x86-64-v3 twin.  Both
-// targets compute the same operations in the same order; only the number of
-// lanes per instruction differs.
+// The target the kernels are written for, as its description file in
+// targets/ gives it: its name (the key of its lines in the table of forms),
+// the width of its vectors and the SIMD header its units include.  Every
+// target computes the same operations in the same order as the 128-bit
+// flows; only the number of lanes per instruction differs.
 struct Target {
     std::string name = "sse2";
     int vectorBits = 128;
-    // the SIMD header that generated units include
-    const char* simdHeader() const { return vectorBits == 256 ? "simd_avx2.h" : "simd_sse2.h"; }
+    std::string simdHeaderName = "simd_sse2.h";
+    const char* simdHeader() const { return simdHeaderName.c_str(); }
     bool wide() const { return vectorBits == 256; }
 };
-// The targets the generator knows, by name (null: none of that name).
-const Target* findTarget(const std::string& name);
+// Reads a target's description (lines "key = value", # comments); a width
+// the generator cannot write for stops it.
+Target readTarget(const std::string& path);
+// The descriptions named by a list of targets (one name per line), in order.
+std::vector<Target> readTargetList(const std::string& path);
 const Target& target();
 void setTarget(const Target& t);
 

@@ -1,10 +1,11 @@
 // kvtgen: expands the rule tables into straight-line kernel sources.
-//   kvtgen <family> <output directory> --target <name> --forms <table>
-//                             writes a family's units for a target, each
-//                             kernel in the form the table of forms gives it
-//   kvtgen --explore <table> [family...]
+//   kvtgen <family> <output directory> --target <description> --forms <table>
+//                             writes a family's units for a target (its file
+//                             in targets/), each kernel in the form the table
+//                             of forms gives it
+//   kvtgen --explore <table> <list of targets> [family...]
 //                             searches the forms of the families' kernels on
-//                             every target and rewrites the table
+//                             every target of the list and rewrites the table
 //   kvtgen --list             names the families
 #include <cstdio>
 #include <cstdlib>
@@ -21,15 +22,15 @@ namespace {
 int usage()
 {
     std::fprintf(stderr,
-                 "usage: kvtgen <family> <output directory> --target <name> --forms <table>\n"
-                 "       kvtgen --explore <table> [family...]\n"
+                 "usage: kvtgen <family> <output directory> --target <description> --forms <table>\n"
+                 "       kvtgen --explore <table> <list of targets> [family...]\n"
                  "       kvtgen --list\n");
     return 2;
 }
 
 // Runs the families on every target into a scratch folder and records the
 // form each kernel's search finds.
-int explore(const std::string& tablePath, std::vector<std::string> families)
+int explore(const std::string& tablePath, const std::string& targetList, std::vector<std::string> families)
 {
     if (std::filesystem::exists(tablePath))
         gen::loadForms(tablePath);
@@ -38,8 +39,9 @@ int explore(const std::string& tablePath, std::vector<std::string> families)
         families = {"complex", "real", "hartley", "wht"};
     const std::filesystem::path scratch = std::filesystem::temp_directory_path() / "kvtgen-explore";
     std::filesystem::create_directories(scratch);
-    for (const char* name : {"sse2", "x86-64-v3"}) {
-        gen::setTarget(*gen::findTarget(name));
+    for (const gen::Target& target : gen::readTargetList(targetList)) {
+        gen::setTarget(target);
+        const char* name = target.name.c_str();
         for (const std::string& family : families) {
             const auto found = gen::familyRegistry().find(family);
             if (found == gen::familyRegistry().end()) {
@@ -66,16 +68,11 @@ int main(int argc, char** argv)
                 std::printf("%s\n", entry.first.c_str());
             return 0;
         }
-        if (args.size() >= 2 && args[0] == "--explore")
-            return explore(args[1], std::vector<std::string>(args.begin() + 2, args.end()));
+        if (args.size() >= 3 && args[0] == "--explore")
+            return explore(args[1], args[2], std::vector<std::string>(args.begin() + 3, args.end()));
         if (args.size() != 6 || args[2] != "--target" || args[4] != "--forms")
             return usage();
-        const gen::Target* target = gen::findTarget(args[3]);
-        if (target == nullptr) {
-            std::fprintf(stderr, "kvtgen: unknown target %s\n", args[3].c_str());
-            return 2;
-        }
-        gen::setTarget(*target);
+        gen::setTarget(gen::readTarget(args[3]));
         const auto found = gen::familyRegistry().find(args[0]);
         if (found == gen::familyRegistry().end()) {
             std::fprintf(stderr, "kvtgen: unknown family %s\n", args[0].c_str());

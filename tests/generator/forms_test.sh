@@ -3,10 +3,11 @@
 # kernel's unit and nothing else, and a line that cannot be built, or whose
 # body would not give the bits of the kernel's flow, stops the generator with
 # a message that names the kernel.
-#   forms_test.sh <kvtgen> <table of forms>
+#   forms_test.sh <kvtgen> <table of forms> <folder of target descriptions>
 set -uo pipefail
 kvtgen=$1
 table=$2
+targets=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failures=0
@@ -24,10 +25,10 @@ without() {
 
 # -- an edited line changes that kernel's unit only
 mkdir -p "$work/before" "$work/after"
-"$kvtgen" complex "$work/before" --target x86-64-v3 --forms "$table" || exit 1
+"$kvtgen" complex "$work/before" --target "$targets/x86-64-v3.target" --forms "$table" || exit 1
 kernel=$(grep -m1 ' x86-64-v3 flow=pairs body=packed' "$table" | cut -d' ' -f1)
 edited "$kernel" x86-64-v3 "flow=pairs body=narrow"
-"$kvtgen" complex "$work/after" --target x86-64-v3 --forms "$work/table.txt" || exit 1
+"$kvtgen" complex "$work/after" --target "$targets/x86-64-v3.target" --forms "$work/table.txt" || exit 1
 changed=$(diff -rq "$work/before" "$work/after" | wc -l)
 size=$(echo "$kernel" | sed -E 's/.*_([0-9]+)_32fc/\1/')
 direction=$(echo "$kernel" | sed -E 's/kvtgDFT(Fwd|Inv).*/\1/' | tr 'A-Z' 'a-z')
@@ -42,7 +43,7 @@ while IFS='|' read -r family target kernel fields; do
     [ -z "$family" ] && continue
     if [ "$fields" = deleted ]; then without "$kernel" "$target"; else edited "$kernel" "$target" "$fields"; fi
     mkdir -p "$work/out"
-    if message=$("$kvtgen" "$family" "$work/out" --target "$target" --forms "$work/table.txt" 2>&1); then
+    if message=$("$kvtgen" "$family" "$work/out" --target "$targets/$target.target" --forms "$work/table.txt" 2>&1); then
         echo "FAIL: $kernel on $target with '$fields' was built"
         failures=$((failures + 1))
     elif ! grep -q "$kernel" <<<"$message"; then
