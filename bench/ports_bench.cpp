@@ -4,8 +4,8 @@
 // dependent products measures).  Where a kind and the additions together reach
 // no more than the additions alone, they share the additions' ports, and every
 // such instruction of a kernel costs as much as an addition.  The packing's
-// cost of the complex kernels (gen/wide_pairs.cpp) weighs these kinds, and
-// that of the real ones (gen/real_pack.cpp) the conversions, by a fixed
+// cost of the complex kernels (gen/wide_packer.h) weighs these kinds, and
+// that of the real ones (gen/real_packer.h) the conversions, by a fixed
 // count; the rates differ from one core to the next, and this program
 // shows them where the other benchmarks run.
 #include <benchmark/benchmark.h>

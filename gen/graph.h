@@ -177,6 +177,8 @@ public:
 
 private:
     int make(const Node& node, bool canonical = true);
+    // The node equal to the given one, or -1 where the graph has none.
+    int find(const Node& node) const;
     bool isNeg(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Neg; }
     bool isConst(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Const; }
 

@@ -1,5 +1,6 @@
 #include "lane_forms.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <stdexcept>
@@ -141,6 +142,158 @@ void SumOrientations::keepLanes(const std::vector<int>& live)
     steered_.reset();
 }
 
+namespace {
+
+int bit(int mask, int i) { return (mask >> i) & 1; }
+
+// The operands of a sum without their sign changes, and the signs they take
+// into it, as lane masks.
+struct SumOperands {
+    int a0 = Graph::none, b0 = Graph::none;
+    int maskA = 0, maskB = 0;    // the signs inside the sum, a subtraction's included
+    int givenA = 0, givenB = 0;  // the signs the operands came with
+};
+
+// How a sum is made, and at what cost in instructions.
+struct SumPlan {
+    int cost;
+    int op;  // 0 a0 + b0, 1 a0 - b0, 2 b0 - a0; -1 a blend of kinds
+    int flipA, flipB, outside;
+    std::array<int, 4> kinds;  // lanes per kind: bit 1 a0 negative inside, bit 0 b0
+};
+
+// Per lane: whether the sum is made in the other orientation (its sign then
+// outside), or -1 where the fixed graph has no such sum, or the lane is not
+// held to it, and either will do.  The signs of a0 and b0 inside the sum
+// follow: those asked for, each changed once more when the orientation turns.
+std::array<int, 8> turnsOf(LaneForms& forms, const std::unordered_map<std::uint64_t, int>& seen,
+                           const SumOperands& s, int held)
+{
+    std::array<int, 8> turn{};
+    for (int i = 0; i < 8; ++i) {
+        const LaneForm& x = forms.form(s.a0, i);
+        const LaneForm& y = forms.form(s.b0, i);
+        const SumTerms t = sumTerms(x, x.negative != (((s.maskA >> i) & 1) != 0), y, y.negative != (((s.maskB >> i) & 1) != 0));
+        const auto found = seen.find(t.valueKey());
+        if (found == seen.end() || !((held >> i) & 1))
+            turn[static_cast<std::size_t>(i)] = -1;
+        else
+            turn[static_cast<std::size_t>(i)] = (found->second & (t.firstNegative ? 2 : 1)) ? 0 : 1;
+    }
+    return turn;
+}
+
+// a product by constants changes the sign of lanes in its constants, at no cost
+bool freeFlip(const Graph& graph, int id)
+{
+    const Node& n = graph.node(id);
+    return n.op == Op::Mul && graph.node(n.b).op == Op::Const;
+}
+
+int flipCost(const Graph& graph, const std::unordered_set<int>& materialised, int id, int mask)
+{
+    if (mask == 0 || freeFlip(graph, id))
+        return 0;
+    const int made = graph.findSignLanes(id, mask);
+    return made >= 0 && materialised.count(made) ? 0 : 1;
+}
+
+int flipped(Graph& graph, int id, int mask)
+{
+    if (mask == 0 || !freeFlip(graph, id))
+        return graph.signLanes(id, mask);
+    Node n = graph.node(id);
+    n.b = graph.signLanes(n.b, mask);
+    return graph.raw(n);
+}
+
+// One instruction makes the sum where every lane wants the same signs
+// inside, after the operands' lanes change sign (a mask each): the cheapest
+// of a0 + b0, a0 - b0 and b0 - a0.
+SumPlan planOneSum(const Graph& graph, const std::unordered_set<int>& materialised, const std::array<int, 8>& turn,
+                   const SumOperands& s)
+{
+    SumPlan best{1 << 20, -1, 0, 0, 0, {}};
+    const int opSigns[3][2] = {{0, 0}, {0, 1}, {1, 0}};
+    for (int op = 0; op < 3; ++op) {
+        SumPlan p{1, op, 0, 0, 0, {}};
+        for (int i = 0; i < 8; ++i) {
+            int t = turn[static_cast<std::size_t>(i)];
+            if (t < 0)  // the orientation that needs fewer sign changes here
+                t = ((bit(s.maskA, i) ^ opSigns[op][0]) + (bit(s.maskB, i) ^ opSigns[op][1]) <= 1) ? 0 : 1;
+            p.flipA |= (bit(s.maskA, i) ^ t ^ opSigns[op][0]) << i;
+            p.flipB |= (bit(s.maskB, i) ^ t ^ opSigns[op][1]) << i;
+            p.outside |= t << i;
+        }
+        p.cost += flipCost(graph, materialised, s.a0, p.flipA) + flipCost(graph, materialised, s.b0, p.flipB);
+        // of equal costs, the operands' own signs: the other sum of a
+        // butterfly takes the same ones
+        const bool own = p.flipA == s.givenA && p.flipB == s.givenB;
+        if (p.cost < best.cost || (p.cost == best.cost && own))
+            best = p;
+    }
+    return best;
+}
+
+// The sums of each kind of signs inside, blended lane by lane.
+SumPlan planBlend(const std::array<int, 8>& turn, const SumOperands& s)
+{
+    SumPlan p{0, -1, 0, 0, 0, {}};
+    int turned = 0, kept = 0;
+    for (int t : turn) {
+        turned += t == 1;
+        kept += t == 0;
+    }
+    for (int i = 0; i < 8; ++i) {
+        const int t = turn[static_cast<std::size_t>(i)] < 0 ? (turned > kept ? 1 : 0) : turn[static_cast<std::size_t>(i)];
+        p.kinds[static_cast<std::size_t>(((bit(s.maskA, i) ^ t) << 1) | (bit(s.maskB, i) ^ t))] |= 1 << i;
+        p.outside |= t << i;
+    }
+    for (int kind = 0; kind < 4; ++kind)
+        if (p.kinds[static_cast<std::size_t>(kind)] != 0)
+            p.cost += p.cost == 0 ? 1 : 2;  // a sum, and a blend after the first
+    p.cost += p.kinds[3] != 0;              // -a0 - b0 needs -a0
+    return p;
+}
+
+int sumOf(Graph& graph, Op op, int x, int y)
+{
+    Node n{op, Type::V8F};
+    n.a = op == Op::Add ? std::min(x, y) : x;
+    n.b = op == Op::Add ? std::max(x, y) : y;
+    return graph.raw(n);
+}
+
+// The sum as the plan says, its sign outside left to the caller.
+int makeSum(Graph& graph, std::unordered_set<int>& materialised, const SumPlan& best, const SumOperands& s)
+{
+    const int a0 = s.a0, b0 = s.b0;
+    int core = Graph::none;
+    if (best.op >= 0) {
+        // signs changed by instructions of their own, kept inside the sum
+        const int x = flipped(graph, a0, best.flipA), y = flipped(graph, b0, best.flipB);
+        materialised.insert(x);
+        materialised.insert(y);
+        core = best.op == 0   ? sumOf(graph, Op::Add, x, y)
+               : best.op == 1 ? sumOf(graph, Op::Sub, x, y)
+                              : sumOf(graph, Op::Sub, y, x);
+    } else {
+        for (int kind = 0; kind < 4; ++kind) {
+            const int lanes = best.kinds[static_cast<std::size_t>(kind)];
+            if (lanes == 0)
+                continue;
+            const int made = kind == 0   ? sumOf(graph, Op::Add, a0, b0)
+                             : kind == 1 ? sumOf(graph, Op::Sub, a0, b0)
+                             : kind == 2 ? sumOf(graph, Op::Sub, b0, a0)
+                                         : sumOf(graph, Op::Sub, graph.neg(a0), b0);  // (-a0) - b0
+            core = core == Graph::none ? made : graph.blend(core, made, lanes);
+        }
+    }
+    return core;
+}
+
+}  // namespace
+
 int SumOrientations::sum(Graph& graph, int a, int b, bool subtract)
 {
     if (!steered_ || &steered_->graph() != &graph) {
@@ -151,119 +304,24 @@ int SumOrientations::sum(Graph& graph, int a, int b, bool subtract)
     const std::size_t call = calls_.size();
     // lanes held to the fixed orientation: all, or those the same sum of the last graph needed
     const int held = call < liveByCall_.size() ? liveByCall_[call] : 0xFF;
-    int maskA = 0, maskB = 0;
-    const int a0 = graph.strip(a, maskA), b0 = graph.strip(b, maskB);
-    const int givenA = maskA, givenB = maskB;
+    SumOperands s;
+    s.a0 = graph.strip(a, s.maskA);
+    s.b0 = graph.strip(b, s.maskB);
+    s.givenA = s.maskA;
+    s.givenB = s.maskB;
     if (subtract)
-        maskB ^= 0xFF;
-    // Per lane: whether the sum is made in the other orientation (its sign
-    // then outside), or -1 where the fixed graph has no such sum and either
-    // will do.  The signs of a0 and b0 inside the sum follow: those asked
-    // for, each changed once more when the orientation turns.
-    std::array<int, 8> turn{};
-    for (int i = 0; i < 8; ++i) {
-        const LaneForm& x = steered_->form(a0, i);
-        const LaneForm& y = steered_->form(b0, i);
-        const SumTerms t = sumTerms(x, x.negative != (((maskA >> i) & 1) != 0), y, y.negative != (((maskB >> i) & 1) != 0));
-        const auto found = seen_.find(t.valueKey());
-        if (found == seen_.end() || !((held >> i) & 1))
-            turn[static_cast<std::size_t>(i)] = -1;
-        else
-            turn[static_cast<std::size_t>(i)] = (found->second & (t.firstNegative ? 2 : 1)) ? 0 : 1;
-    }
+        s.maskB ^= 0xFF;
+    const std::array<int, 8> turn = turnsOf(*steered_, seen_, s, held);
 
     // One instruction makes the sum where every lane wants the same signs
     // inside; otherwise either the operands' lanes change sign first (a
     // mask each) or the sums of each kind are blended.  The cheaper wins.
-    struct Plan {
-        int cost;
-        int op;  // 0 a0 + b0, 1 a0 - b0, 2 b0 - a0; -1 a blend of kinds
-        int flipA, flipB, outside;
-        std::array<int, 4> kinds;  // lanes per kind: bit 1 a0 negative inside, bit 0 b0
-    };
-    auto bit = [](int mask, int i) { return (mask >> i) & 1; };
-    // a product by constants changes the sign of lanes in its constants, at no cost
-    auto freeFlip = [&](int id) {
-        const Node& n = graph.node(id);
-        return n.op == Op::Mul && graph.node(n.b).op == Op::Const;
-    };
-    auto flipCost = [&](int id, int mask) {
-        if (mask == 0 || freeFlip(id))
-            return 0;
-        const int made = graph.findSignLanes(id, mask);
-        return made >= 0 && materialised_.count(made) ? 0 : 1;
-    };
-    auto flipped = [&](int id, int mask) {
-        if (mask == 0 || !freeFlip(id))
-            return graph.signLanes(id, mask);
-        Node n = graph.node(id);
-        n.b = graph.signLanes(n.b, mask);
-        return graph.raw(n);
-    };
-    Plan best{1 << 20, -1, 0, 0, 0, {}};
-    const int opSigns[3][2] = {{0, 0}, {0, 1}, {1, 0}};
-    for (int op = 0; op < 3; ++op) {
-        Plan p{1, op, 0, 0, 0, {}};
-        for (int i = 0; i < 8; ++i) {
-            int t = turn[static_cast<std::size_t>(i)];
-            if (t < 0)  // the orientation that needs fewer sign changes here
-                t = ((bit(maskA, i) ^ opSigns[op][0]) + (bit(maskB, i) ^ opSigns[op][1]) <= 1) ? 0 : 1;
-            p.flipA |= (bit(maskA, i) ^ t ^ opSigns[op][0]) << i;
-            p.flipB |= (bit(maskB, i) ^ t ^ opSigns[op][1]) << i;
-            p.outside |= t << i;
-        }
-        p.cost += flipCost(a0, p.flipA) + flipCost(b0, p.flipB);
-        // of equal costs, the operands' own signs: the other sum of a
-        // butterfly takes the same ones
-        const bool own = p.flipA == givenA && p.flipB == givenB;
-        if (p.cost < best.cost || (p.cost == best.cost && own))
-            best = p;
-    }
-    {
-        Plan p{0, -1, 0, 0, 0, {}};
-        int turned = 0, kept = 0;
-        for (int t : turn) {
-            turned += t == 1;
-            kept += t == 0;
-        }
-        for (int i = 0; i < 8; ++i) {
-            const int t = turn[static_cast<std::size_t>(i)] < 0 ? (turned > kept ? 1 : 0) : turn[static_cast<std::size_t>(i)];
-            p.kinds[static_cast<std::size_t>(((bit(maskA, i) ^ t) << 1) | (bit(maskB, i) ^ t))] |= 1 << i;
-            p.outside |= t << i;
-        }
-        for (int kind = 0; kind < 4; ++kind)
-            if (p.kinds[static_cast<std::size_t>(kind)] != 0)
-                p.cost += p.cost == 0 ? 1 : 2;  // a sum, and a blend after the first
-        p.cost += p.kinds[3] != 0;              // -a0 - b0 needs -a0
-        if (p.cost < best.cost)
-            best = p;
-    }
+    SumPlan best = planOneSum(graph, materialised_, turn, s);
+    const SumPlan blend = planBlend(turn, s);
+    if (blend.cost < best.cost)
+        best = blend;
 
-    auto sumOf = [&](Op op, int x, int y) {
-        Node n{op, Type::V8F};
-        n.a = op == Op::Add ? std::min(x, y) : x;
-        n.b = op == Op::Add ? std::max(x, y) : y;
-        return graph.raw(n);
-    };
-    int core = Graph::none;
-    if (best.op >= 0) {
-        // signs changed by instructions of their own, kept inside the sum
-        const int x = flipped(a0, best.flipA), y = flipped(b0, best.flipB);
-        materialised_.insert(x);
-        materialised_.insert(y);
-        core = best.op == 0 ? sumOf(Op::Add, x, y) : best.op == 1 ? sumOf(Op::Sub, x, y) : sumOf(Op::Sub, y, x);
-    } else {
-        for (int kind = 0; kind < 4; ++kind) {
-            const int lanes = best.kinds[static_cast<std::size_t>(kind)];
-            if (lanes == 0)
-                continue;
-            const int made = kind == 0   ? sumOf(Op::Add, a0, b0)
-                             : kind == 1 ? sumOf(Op::Sub, a0, b0)
-                             : kind == 2 ? sumOf(Op::Sub, b0, a0)
-                                         : sumOf(Op::Sub, graph.neg(a0), b0);  // (-a0) - b0
-            core = core == Graph::none ? made : graph.blend(core, made, lanes);
-        }
-    }
+    const int core = makeSum(graph, materialised_, best, s);
     const int result = graph.signLanes(core, best.outside);
     calls_.emplace_back(result, core);
     return result;

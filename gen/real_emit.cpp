@@ -1,39 +1,23 @@
-// Real DFT and Hartley kernels: one flow per length and direction, written out
-// per layout and precision.
-//
-// The forward flow of a length follows its row; the inverse flow is the
-// transpose of the forward flow of the inverse row, with the middle bins
-// doubled on the way in; a Hartley kernel adds one butterfly stage to the
-// forward flow (on its outputs) or to the transposed flow (on its inputs).
-// Every flow is checked against the plain definition in long double and its
-// operation counts against the rule tables before anything is written.
+// Real DFT and Hartley kernels: one flow per length and direction
+// (real_kernels.cpp), written out per layout and precision, each kernel's body
+// scalar or packed into vectors as its line of the table of forms says, and
+// the size dispatchers.  Every flow is checked against the plain definition
+// in long double before anything is written, and the operation counts of the
+// flows go into a header for the test that holds them against the rule tables.
 #include <algorithm>
 #include <cmath>
-#include <map>
-#include <random>
 #include <sstream>
-#include <stdexcept>
 
 #include "family.h"
 #include "forms.h"
 #include "graph.h"
-#include "real_builder.h"
+#include "real_kernels.h"
 #include "real_pack.h"
 #include "real_rules.h"
 
 namespace gen::real {
 
 namespace {
-
-const long double pi = 3.141592653589793238462643383279502884L;
-
-// A finished flow: its inputs are the loaded values (in `loads` order), its
-// outputs the values to store before scaling.
-struct KernelFlow {
-    Flow flow;
-    std::vector<Ref> outputs;
-    FlowCounts counts;
-};
 
 // Position of value j of the order R0, R1, I1, ..., Rh in a layout's array.
 enum class Layout { CCS, Pack, Perm };
@@ -51,211 +35,6 @@ int position(Layout layout, int n, int j)
     }
     return -1;
 }
-
-
-
-KernelFlow forwardFlow(int n)
-{
-    KernelFlow k;
-    std::vector<Ref> x;
-    for (int i = 0; i < n; ++i)
-        x.push_back(k.flow.input(i));
-    k.outputs = foldProducts(k.flow, flatten(realDft(k.flow, forwardTree(n), x), n), true);
-    k.counts = countFlow(k.flow, k.outputs);
-    return k;
-}
-
-// Transposed flow of the inverse row; `scale[j]` multiplies value j first.
-KernelFlow transposedFlow(int n, const std::vector<long double>& scale)
-{
-    Flow forward;
-    std::vector<Ref> x;
-    for (int i = 0; i < n; ++i)
-        x.push_back(forward.input(i));
-    const std::vector<Ref> u = flatten(realDft(forward, inverseTree(n), x), n);
-    Transposed t = transpose(forward, u, n, scale);
-    KernelFlow k;
-    k.flow = std::move(t.flow);
-    k.outputs = foldProducts(k.flow, t.outputs, true);
-    k.counts = countFlow(k.flow, k.outputs);
-    return k;
-}
-
-KernelFlow inverseFlow(int n)
-{
-    std::vector<long double> scale(static_cast<std::size_t>(n), 2.0L);
-    scale[0] = 1;
-    if (n % 2 == 0)
-        scale[static_cast<std::size_t>(n - 1)] = 1;
-    return transposedFlow(n, scale);
-}
-
-bool hartleyForward(int n) { return hartleyRow(n).form != Form::Transposed; }
-
-KernelFlow hartleyFlow(int n)
-{
-    KernelFlow k;
-    const int m = (n - 1) / 2;
-    std::vector<Ref> x;
-    for (int i = 0; i < n; ++i)
-        x.push_back(k.flow.input(i));
-    if (hartleyForward(n)) {
-        const KernelFlow f = forwardFlow(n);
-        const std::vector<Ref> u = embed(k.flow, f.flow, f.outputs, x);
-        k.outputs.assign(static_cast<std::size_t>(n), Ref{});
-        k.outputs[0] = u[0];
-        for (int j = 1; j <= m; ++j) {
-            k.outputs[static_cast<std::size_t>(j)] = k.flow.sub(u[2 * j - 1], u[2 * j]);
-            k.outputs[static_cast<std::size_t>(n - j)] = k.flow.add(u[2 * j - 1], u[2 * j]);
-        }
-        if (n % 2 == 0)
-            k.outputs[static_cast<std::size_t>(n / 2)] = u[static_cast<std::size_t>(n - 1)];
-    } else {
-        std::vector<Ref> u{x[0]};
-        for (int j = 1; j <= m; ++j) {
-            u.push_back(k.flow.add(x[j], x[n - j]));
-            u.push_back(k.flow.sub(x[n - j], x[j]));
-        }
-        if (n % 2 == 0)
-            u.push_back(x[static_cast<std::size_t>(n / 2)]);
-        const KernelFlow t = transposedFlow(n, {});
-        k.outputs = embed(k.flow, t.flow, t.outputs, u);
-    }
-    k.counts = countFlow(k.flow, k.outputs);
-    return k;
-}
-
-// ---- self-check against the definitions -------------------------------------
-
-std::vector<long double> randomInputs(int n, unsigned seed)
-{
-    std::mt19937 rng(seed);
-    std::uniform_real_distribution<double> d(-1.0, 1.0);
-    std::vector<long double> v(static_cast<std::size_t>(n));
-    for (auto& e : v)
-        e = d(rng);
-    return v;
-}
-
-// Half spectrum values R0, R1, I1, ... of x by the plain sum.
-std::vector<long double> plainSpectrum(const std::vector<long double>& x)
-{
-    const int n = static_cast<int>(x.size());
-    std::vector<long double> u;
-    for (int k = 0; 2 * k <= n; ++k) {
-        long double re = 0, im = 0;
-        for (int t = 0; t < n; ++t) {
-            const long double a = 2 * pi * ((static_cast<long>(t) * k) % n) / n;
-            re += x[static_cast<std::size_t>(t)] * std::cos(a);
-            im -= x[static_cast<std::size_t>(t)] * std::sin(a);
-        }
-        u.push_back(re);
-        if (k > 0 && 2 * k < n)
-            u.push_back(im);
-    }
-    return u;
-}
-
-void expectClose(const std::vector<long double>& got, const std::vector<long double>& want, const std::string& what)
-{
-    for (std::size_t i = 0; i < want.size(); ++i)
-        if (std::fabs(got[i] - want[i]) > 1e-12L)
-            throw std::logic_error(what + ": flow differs from the definition at value " + std::to_string(i));
-}
-
-void selfCheck(int n)
-{
-    const std::vector<long double> x = randomInputs(n, 1234u + static_cast<unsigned>(n));
-    const std::vector<long double> u = plainSpectrum(x);
-    const KernelFlow fwd = forwardFlow(n);
-    expectClose(evaluate(fwd.flow, fwd.outputs, x), u, "forward " + std::to_string(n));
-
-    // inverse: y[n] = R0 + 2·sum(Rk cos - Ik sin) + (-1)^n Rh
-    std::vector<long double> y(static_cast<std::size_t>(n));
-    for (int t = 0; t < n; ++t) {
-        long double s = u[0];
-        for (int k = 1; 2 * k < n; ++k) {
-            const long double a = 2 * pi * ((static_cast<long>(t) * k) % n) / n;
-            s += 2 * (u[static_cast<std::size_t>(2 * k - 1)] * std::cos(a) - u[static_cast<std::size_t>(2 * k)] * std::sin(a));
-        }
-        if (n % 2 == 0)
-            s += (t % 2 ? -1 : 1) * u[static_cast<std::size_t>(n - 1)];
-        y[static_cast<std::size_t>(t)] = s;
-    }
-    const KernelFlow inv = inverseFlow(n);
-    expectClose(evaluate(inv.flow, inv.outputs, u), y, "inverse " + std::to_string(n));
-
-    std::vector<long double> h(static_cast<std::size_t>(n));
-    for (int k = 0; k < n; ++k)
-        for (int t = 0; t < n; ++t) {
-            const long double a = 2 * pi * ((static_cast<long>(t) * k) % n) / n;
-            h[static_cast<std::size_t>(k)] += x[static_cast<std::size_t>(t)] * (std::cos(a) + std::sin(a));
-        }
-    const KernelFlow har = hartleyFlow(n);
-    expectClose(evaluate(har.flow, har.outputs, x), h, "Hartley " + std::to_string(n));
-}
-
-// ---- typed lowering -------------------------------------------------------------
-
-// The flow in one precision: in Real32 kernels sums of samples stay Real32 and
-// every product by a constant is Real64, with the additions of its expression,
-// rounded once where the expression ends.  Returns the graph ids to store, per
-// flow output, scaled (and negated where the flow left a negative value).
-struct Lowered {
-    Graph graph{false};
-    std::vector<int> stores;
-};
-
-Lowered lower(const KernelFlow& k, const std::vector<int>& loadSlots, bool single)
-{
-    Lowered out;
-    Graph& g = out.graph;
-    const Type narrowType = single ? Type::F32 : Type::F64;
-    std::vector<int> inputIds;
-    for (int slot : loadSlots)
-        inputIds.push_back(g.input(narrowType, slot));
-    const int scale = g.param(narrowType, 0);
-    const std::vector<int> uses = k.flow.useCounts(k.outputs);
-    std::vector<int> value(static_cast<std::size_t>(k.flow.size()), -1);
-    auto wide = [&](int id) { return g.node(id).type == Type::F64; };
-    auto toWide = [&](int id) { return single ? g.widen(id) : id; };
-    auto toNarrow = [&](int id) { return single ? g.narrow(id) : id; };
-    for (int id = 0; id < k.flow.size(); ++id) {
-        if (uses[static_cast<std::size_t>(id)] == 0)
-            continue;
-        const Flow::Node& n = k.flow.node(id);
-        const int a = n.a >= 0 ? value[static_cast<std::size_t>(n.a)] : -1;
-        const int b = n.b >= 0 ? value[static_cast<std::size_t>(n.b)] : -1;
-        int v = -1;
-        switch (n.kind) {
-        case Flow::Kind::Input: v = inputIds[static_cast<std::size_t>(n.index)]; break;
-        case Flow::Kind::Mul: v = g.mulConst(toWide(toNarrow(a)), n.c); break;  // a product starts from a rounded value
-        case Flow::Kind::Double: v = g.mulConst(toNarrow(a), 2.0L); break;
-        case Flow::Kind::Add:
-        case Flow::Kind::Sub: {
-            const bool inWide = single && n.expr && (wide(a) || wide(b));
-            const int x = inWide ? toWide(a) : toNarrow(a);
-            const int y = inWide ? toWide(b) : toNarrow(b);
-            v = n.kind == Flow::Kind::Add ? g.add(x, y) : g.sub(x, y);
-            break;
-        }
-        }
-        value[static_cast<std::size_t>(id)] = v;
-    }
-    for (const Ref& r : k.outputs) {
-        if (r.zero())
-            throw std::logic_error("an output of a real kernel is a constant zero");
-        int v = value[static_cast<std::size_t>(r.id)];
-        const bool inWide = single && wide(v);
-        v = g.mul(v, inWide ? g.widen(scale) : scale);
-        if (r.neg)
-            v = g.zeroSub(v);
-        out.stores.push_back(toNarrow(v));
-    }
-    return out;
-}
-
-// ---- text -----------------------------------------------------------------------
 
 struct Precision {
     bool single;
@@ -362,51 +141,6 @@ const LayoutInfo layouts[] = {{Layout::CCS, "RToCCS", "CCSToR", "ccs"},
                               {Layout::Pack, "RToPack", "PackToR", "pack"},
                               {Layout::Perm, "RToPerm", "PermToR", "perm"}};
 
-// ---- count check ----------------------------------------------------------------
-
-struct Mismatch {
-    std::string what;
-    int size;
-    FlowCounts got;
-    int wantMul, wantAdd, wantThird;
-};
-
-std::vector<Mismatch> countMismatches(int n, const KernelFlow& fwd, const KernelFlow& inv, const KernelFlow& har)
-{
-    std::vector<Mismatch> list;
-    const ForwardRow& f = forwardRow(n);
-    if (fwd.counts.multiplications != f.multiplications || fwd.counts.additions != f.additions ||
-        fwd.counts.negations != f.negations)
-        list.push_back({"forward", n, fwd.counts, f.multiplications, f.additions, f.negations});
-    const InverseRow& i = inverseRow(n);
-    if (inv.counts.multiplications != i.multiplications || inv.counts.additions != i.additions ||
-        inv.counts.doublings != i.doublings || inv.counts.negations != 0)
-        list.push_back({"inverse", n, inv.counts, i.multiplications, i.additions, i.doublings});
-    const HartleyRow& h = hartleyRow(n);
-    if (har.counts.multiplications != h.multiplications || har.counts.additions != h.additions ||
-        har.counts.negations != 0)
-        list.push_back({"Hartley", n, har.counts, h.multiplications, h.additions, 0});
-    return list;
-}
-
-std::string mismatchReport()
-{
-    std::ostringstream out;
-    int count = 0;
-    for (int n = 2; n <= 64; ++n) {
-        selfCheck(n);
-        for (const Mismatch& m : countMismatches(n, forwardFlow(n), inverseFlow(n), hartleyFlow(n))) {
-            ++count;
-            out << m.what << " " << m.size << ": got " << m.got.multiplications << " mul " << m.got.additions
-                << " add " << (m.what == "inverse" ? m.got.doublings : m.got.negations) << " "
-                << (m.what == "inverse" ? "dbl" : "neg") << " (neg " << m.got.negations << "), table "
-                << m.wantMul << " / " << m.wantAdd << " / " << m.wantThird << "\n";
-        }
-    }
-    out << count << " rows differ\n";
-    return out.str();
-}
-
 void emitReal(const std::string& dir)
 {
     for (int n = 2; n <= 64; ++n) {
@@ -509,38 +243,6 @@ const FamilyRegistration realFamily("real", [](const std::string& dir) {
     writeIfChanged(dir + "/real_counts.h", countsHeader());
 });
 const FamilyRegistration hartleyFamily("hartley", emitHartley);
-const FamilyRegistration realCounts("real-counts", [](const std::string&) {
-    std::fputs(mismatchReport().c_str(), stdout);
-});
-
-// Arithmetic types of the forward Real32 kernels: additions (negations
-// included) and products (scaling included) per type, widenings, narrowings.
-const FamilyRegistration realTypes("real-types", [](const std::string&) {
-    for (int n = 2; n <= 64; ++n) {
-        std::vector<int> identity;
-        for (int j = 0; j < n; ++j)
-            identity.push_back(j);
-        const Lowered low = lower(forwardFlow(n), identity, true);
-        const std::vector<bool> live = low.graph.liveSet(low.stores);
-        int add32 = 0, add64 = 0, mul32 = 0, mul64 = 0, widen = 0, narrow = 0;
-        for (int id = 0; id < low.graph.size(); ++id) {
-            if (!live[static_cast<std::size_t>(id)])
-                continue;
-            const Node& node = low.graph.node(id);
-            const bool wide = node.type == Type::F64;
-            switch (node.op) {
-            case Op::Add:
-            case Op::Sub:
-            case Op::ZeroSub: (wide ? add64 : add32)++; break;
-            case Op::Mul: (wide ? mul64 : mul32)++; break;
-            case Op::Widen: ++widen; break;
-            case Op::Narrow: ++narrow; break;
-            default: break;
-            }
-        }
-        std::printf("%2d %4d %4d %4d %4d %4d %4d\n", n, add32, add64, mul32, mul64, widen, narrow);
-    }
-});
 
 }  // namespace
 

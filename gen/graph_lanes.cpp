@@ -1,0 +1,226 @@
+// The lanes of the operation graph: which lane of which operand each lane of a
+// selecting node reads, and the smart constructors of the nodes that move
+// lanes: selections, exchanges, joins and permutations of 128-bit halves, and
+// the per-lane sign changes and blends of the steered V8F graphs.  Like the
+// arithmetic they rewrite only what is exact: a selection commutes with a
+// sign change of all its sources, and a sign change rides on a constant.
+#include "graph.h"
+
+#include <stdexcept>
+
+namespace gen {
+
+int laneCount(Type type)
+{
+    switch (type) {
+    case Type::V8F: return 8;
+    case Type::V4F:
+    case Type::V4D: return 4;
+    case Type::V2D: return 2;
+    default: return 1;
+    }
+}
+
+bool selectsLanes(Op op)
+{
+    switch (op) {
+    case Op::Shuffle:
+    case Op::Join:
+    case Op::Extract:
+    case Op::Permute2:
+    case Op::Blend:
+    case Op::Neg:
+    case Op::SignLanes:
+    case Op::Swap:
+    case Op::SwapNeg: return true;
+    default: return false;
+    }
+}
+
+LaneSource laneSource(const Node& n, int lane)
+{
+    // lanes of a 128-bit half: 4 floats or 2 doubles
+    const int width = n.type == Type::V2D || n.type == Type::V4D || n.type == Type::F64 ? 2 : 4;
+    const int half = lane / width * width, j = lane % width;
+    switch (n.op) {
+    case Op::Shuffle:
+        if (n.index == 256)
+            return {j % 2, half + j / 2, false};
+        if (n.index == 257)
+            return {j % 2, half + 2 + j / 2, false};
+        return {j < 2 ? 0 : 1, half + ((n.index >> (2 * j)) & 3), false};
+    case Op::Join:
+        if (lane < width)
+            return {0, lane, false};
+        return {n.b >= 0 ? 1 : -1, lane - width, false};
+    case Op::Extract: return {0, width * n.index + lane, false};
+    case Op::Permute2: {
+        const int select = (n.index >> (lane / width * 4)) & 3;
+        return {select < 2 ? 0 : 1, width * (select & 1) + j, false};
+    }
+    case Op::Blend: return {(n.index >> lane) & 1, lane, false};
+    case Op::Neg: return {0, lane, true};
+    case Op::SignLanes: return {0, lane, ((n.index >> lane) & 1) != 0};
+    case Op::Swap: return {0, lane ^ 1, false};
+    case Op::SwapNeg: return {0, lane ^ 1, lane % 2 == 0};
+    default: throw std::logic_error("not a selection of lanes");
+    }
+}
+
+int Graph::join(int lo, int hi)
+{
+    // like a selection, joining commutes with a sign change of both halves
+    if (isNeg(lo) && (hi == none || isNeg(hi)))
+        return neg(join(node(lo).a, hi == none ? none : node(hi).a));
+    Node n{Op::Join, node(lo).type == Type::V2D ? Type::V4D : Type::V8F};
+    n.a = lo;
+    n.b = hi;
+    return make(n);
+}
+
+int Graph::strip(int id, int& mask) const
+{
+    mask = 0;
+    if (id < 0)
+        return id;
+    const Node& n = node(id);
+    if (n.op == Op::Neg) {
+        mask = (1 << laneCount(n.type)) - 1;
+        return n.a;
+    }
+    if (n.op == Op::SignLanes) {
+        mask = n.index;
+        return n.a;
+    }
+    return id;
+}
+
+std::pair<int, int> Graph::signsOver(int a, int mask) const
+{
+    int current = 0;
+    const int base = strip(a, current);
+    return {base, (mask & 0xFF) ^ current};
+}
+
+int Graph::signLanes(int a, int mask)
+{
+    if (a == none || (mask & 0xFF) == 0)
+        return a;
+    if (node(a).type != Type::V8F)
+        throw std::logic_error("a sign change of single lanes outside V8F");
+    const auto [base, lanes] = signsOver(a, mask);
+    if (lanes == 0)
+        return base;
+    if (lanes == 0xFF)
+        return neg(base);
+    if (isConst(base)) {
+        const std::vector<double> values = constantValues(base);
+        long double signed8[8];
+        for (std::size_t i = 0; i < 8; ++i)
+            signed8[i] = ((lanes >> i) & 1) ? -values[i] : values[i];
+        return constantLanes8(signed8);
+    }
+    Node n{Op::SignLanes, Type::V8F};
+    n.a = base;
+    n.index = lanes;
+    return make(n);
+}
+
+int Graph::findSignLanes(int a, int mask) const
+{
+    const auto [base, lanes] = signsOver(a, mask);
+    if (lanes == 0)
+        return base;
+    Node n{lanes == 0xFF ? Op::Neg : Op::SignLanes, node(base).type};
+    n.a = base;
+    n.index = lanes == 0xFF ? -1 : lanes;
+    return find(n);
+}
+
+int Graph::blend(int a, int b, int mask)
+{
+    mask &= 0xFF;
+    if (mask == 0 || a == b)
+        return a;
+    if (mask == 0xFF)
+        return b;
+    Node n{Op::Blend, Type::V8F};
+    n.a = a;
+    n.b = b;
+    n.index = mask;
+    return make(n);
+}
+
+int Graph::permute2(int a, int b, int select)
+{
+    int lo = select & 3, hi = (select >> 4) & 3;
+    if (a == b) {
+        lo &= 1;
+        hi &= 1;
+    }
+    if (lo == 0 && hi == 1)
+        return a;  // the halves of a in place
+    if (lo == 2 && hi == 3)
+        return b;
+    if (isNeg(a) && isNeg(b))
+        return neg(permute2(node(a).a, node(b).a, lo | (hi << 4)));
+    Node n{Op::Permute2, node(a).type};
+    n.a = a;
+    n.b = b;
+    n.index = lo | (hi << 4);
+    return make(n);
+}
+
+int Graph::shuffle(int a, int b, int selector)
+{
+    if (a == b && selector == 0xE4)  // lanes 0, 1, 2, 3 of one vector
+        return a;
+    if (isNeg(a) && isNeg(b))  // a selection commutes with a sign change of both sources
+        return neg(shuffle(node(a).a, node(b).a, selector));
+    Node n{Op::Shuffle, node(a).type};
+    n.a = a;
+    n.b = b;
+    n.index = selector;
+    return make(n);
+}
+
+int Graph::swapNeg(int a)
+{
+    if (a == none)
+        return none;
+    if (node(a).type != Type::V2D && node(a).type != Type::V4F)
+        throw std::logic_error("exchange of a scalar");
+    if (isNeg(a))
+        return neg(swapNeg(node(a).a));
+    // i*(x*k) = swap(x)*k' with k' = (-k1, k0): the sign change rides on the constant
+    const Node& x = node(a);
+    if (x.op == Op::Mul && isConst(x.b)) {
+        Node c = node(x.b);
+        Node k = c;
+        k.lane0 = -c.lane1;
+        k.lane1 = c.lane0;
+        if (c.type == Type::V4F) {
+            k.lane2 = -c.lane3;
+            k.lane3 = c.lane2;
+        }
+        const int source = x.a;
+        const int constant = make(k);
+        return mul(swapHalves(source), constant);
+    }
+    Node n{Op::SwapNeg, node(a).type};
+    n.a = a;
+    return make(n);
+}
+
+int Graph::swapHalves(int a)
+{
+    if (a == none)
+        return none;
+    if (isNeg(a))
+        return neg(swapHalves(node(a).a));
+    Node n{Op::Swap, node(a).type};
+    n.a = a;
+    return make(n);
+}
+
+}  // namespace gen

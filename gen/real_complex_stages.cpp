@@ -1,0 +1,200 @@
+// The complex stages that real rules use inside: the small transforms of
+// lengths 2 and 4, the direct rule of an odd prime, the twiddle and
+// prime-factor splits, and the complex Rader scheme of a prime of 13 or more,
+// each on complex values held as pairs of references of a real flow.  Also
+// the rotation by a root of unity that every twiddle step uses.
+#include <cmath>
+#include <complex>
+#include <stdexcept>
+#include <string>
+
+#include "real_stages.h"
+
+namespace gen::real {
+
+namespace {
+
+// Direct rule of an odd prime on complex samples: sums and differences of
+// positions n and p-n, then two product expressions per output pair.
+std::vector<Cx> directComplex(Flow& f, const std::vector<Cx>& x)
+{
+    const int p = static_cast<int>(x.size());
+    const int half = (p - 1) / 2;
+    std::vector<Cx> e(static_cast<std::size_t>(half + 1)), d(static_cast<std::size_t>(half + 1));
+    for (int n = 1; n <= half; ++n) {
+        e[n] = cadd(f, x[n], x[p - n]);
+        d[n] = csub(f, x[n], x[p - n]);
+    }
+    std::vector<Cx> out(static_cast<std::size_t>(p));
+    Cx acc = x[0];
+    for (int n = 1; n <= half; ++n)
+        acc = cadd(f, acc, e[n]);
+    out[0] = acc;
+    for (int k = 1; k <= half; ++k) {
+        std::vector<Ref> ar{x[0].re}, ai{x[0].im}, br, bi;
+        for (int n = 1; n <= half; ++n) {
+            const long double angle = 2 * pi * ((static_cast<long>(n) * k) % p) / p;
+            const long double c = std::cos(angle), s = std::sin(angle);
+            ar.push_back(f.mul(e[n].re, c));
+            ai.push_back(f.mul(e[n].im, c));
+            br.push_back(f.mul(d[n].re, s));
+            bi.push_back(f.mul(d[n].im, s));
+        }
+        const Cx a{f.sum(ar, true), f.sum(ai, true)};
+        const Cx b{f.sum(br, true), f.sum(bi, true)};
+        // X[k] = a - i·b, X[p-k] = a + i·b
+        out[k] = cadd(f, a, timesMinusI(b));
+        out[p - k] = cadd(f, a, timesI(b));
+    }
+    return out;
+}
+
+// Complex twiddle split: a-point transforms on b groups x[b·j + r], twiddles,
+// b-point transforms; output k1 + a·k2.
+std::vector<Cx> complexTwiddle(Flow& f, int a, int b, const std::vector<Cx>& x)
+{
+    const int n = a * b;
+    std::vector<std::vector<Cx>> y(static_cast<std::size_t>(b));
+    for (int r = 0; r < b; ++r) {
+        std::vector<Cx> group;
+        for (int j = 0; j < a; ++j)
+            group.push_back(x[static_cast<std::size_t>(b * j + r)]);
+        y[r] = complexDft(f, a, group);
+    }
+    std::vector<Cx> out(static_cast<std::size_t>(n));
+    for (int k1 = 0; k1 < a; ++k1) {
+        std::vector<Cx> column;
+        for (int r = 0; r < b; ++r)
+            column.push_back(rotate(f, y[r][k1], static_cast<long>(r) * k1, n));
+        const std::vector<Cx> z = complexDft(f, b, column);
+        for (int k2 = 0; k2 < b; ++k2)
+            out[static_cast<std::size_t>(k1 + a * k2)] = z[k2];
+    }
+    return out;
+}
+
+// Complex prime-factor split: a-point transforms on b groups, then b-point
+// transforms, no twiddles.
+std::vector<Cx> complexPrimeFactor(Flow& f, int a, int b, const std::vector<Cx>& x)
+{
+    const int n = a * b;
+    std::vector<std::vector<Cx>> y(static_cast<std::size_t>(b));
+    for (int t = 0; t < b; ++t) {
+        std::vector<Cx> g;
+        for (int u = 0; u < a; ++u)
+            g.push_back(x[static_cast<std::size_t>((a * t + b * u) % n)]);
+        y[t] = complexDft(f, a, g);
+    }
+    std::vector<Cx> out(static_cast<std::size_t>(n));
+    for (int k1 = 0; k1 < a; ++k1) {
+        std::vector<Cx> column;
+        for (int t = 0; t < b; ++t)
+            column.push_back(y[t][k1]);
+        const std::vector<Cx> z = complexDft(f, b, column);
+        for (int k2 = 0; k2 < b; ++k2)
+            out[static_cast<std::size_t>(crt(k1, a, k2, b))] = z[k2];
+    }
+    return out;
+}
+
+// Complex Rader scheme on the given inner length n = p - 1, used where a real
+// rule needs a complex stage of a prime of 13 or more.
+std::vector<Cx> complexRader(Flow& f, const std::vector<Cx>& x)
+{
+    const int p = static_cast<int>(x.size());
+    const int n = p - 1;
+    const int g = primitiveRoot(p);
+    std::vector<Cx> a(static_cast<std::size_t>(n));
+    long power = 1;
+    for (int j = 0; j < n; ++j) {
+        a[j] = x[static_cast<std::size_t>(power)];
+        power = power * g % p;
+    }
+    const std::vector<Cx> big = complexDft(f, n, a);
+    std::vector<Cx> c(static_cast<std::size_t>(n));
+    for (int k = 0; k < n; ++k) {
+        std::complex<long double> bk = 0;
+        long t = 1;
+        for (int j = 0; j < n; ++j) {
+            bk += std::polar(1.0L, -2 * pi * t / p) * std::polar(1.0L, 2 * pi * ((static_cast<long>(j) * k) % n) / n);
+            t = t * g % p;
+        }
+        bk /= n;
+        const Cx v = big[k];
+        Cx prod{f.sub(f.mul(v.re, bk.real()), f.mul(v.im, bk.imag()), true),
+                f.add(f.mul(v.re, bk.imag()), f.mul(v.im, bk.real()), true)};
+        if (k == 0)
+            prod = {f.add(x[0].re, f.mul(v.re, bk.real()), true), f.add(x[0].im, f.mul(v.im, bk.real()), true)};
+        c[k] = prod;
+    }
+    // inverse transform: conjugate in, conjugate out
+    for (Cx& v : c)
+        v = conj(v);
+    const std::vector<Cx> back = complexDft(f, n, c);
+    std::vector<Cx> out(static_cast<std::size_t>(p));
+    out[0] = cadd(f, x[0], big[0]);
+    long inv = 1;  // g^(-m)
+    const int ginv = inverseModulo(g, p);
+    for (int m = 0; m < n; ++m) {
+        out[static_cast<std::size_t>(inv)] = conj(back[m]);
+        inv = inv * ginv % p;
+    }
+    return out;
+}
+
+}  // namespace
+
+Cx rotate(Flow& f, Cx x, long e, long m)
+{
+    e %= m;
+    if (e < 0)
+        e += m;
+    if (e == 0)
+        return x;
+    if ((8 * e) % m == 0) {
+        const long q = 8 * e / m;
+        for (long turn = 0; turn < q / 2; ++turn)
+            x = timesMinusI(x);
+        if (q % 2 == 0)
+            return x;
+        // (a + ib)·(1 - i)/sqrt 2 = ((a + b) + i(b - a))/sqrt 2
+        const long double r = std::sqrt(0.5L);
+        if (transposedDepth % 2 == 1) {
+            const Ref a = f.mul(x.re, r), b = f.mul(x.im, r);
+            return {f.add(a, b), f.sub(b, a)};
+        }
+        return {f.mul(f.add(x.re, x.im), r), f.mul(f.sub(x.im, x.re), r)};
+    }
+    const long double angle = 2 * pi * e / m;
+    const long double c = std::cos(angle), s = -std::sin(angle);
+    return {f.sub(f.mul(x.re, c), f.mul(x.im, s), true), f.add(f.mul(x.re, s), f.mul(x.im, c), true)};
+}
+
+std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)
+{
+    switch (size) {
+    case 1: return x;
+    case 2: return {cadd(f, x[0], x[1]), csub(f, x[0], x[1])};
+    case 4: {
+        const Cx a = cadd(f, x[0], x[2]), b = csub(f, x[0], x[2]);
+        const Cx c = cadd(f, x[1], x[3]), d = csub(f, x[1], x[3]);
+        return {cadd(f, a, c), cadd(f, b, timesMinusI(d)), csub(f, a, c), cadd(f, b, timesI(d))};
+    }
+    case 8: return complexTwiddle(f, 4, 2, x);
+    case 9: return complexTwiddle(f, 3, 3, x);
+    case 16: return complexTwiddle(f, 8, 2, x);
+    case 6: return complexPrimeFactor(f, 3, 2, x);
+    case 10: return complexPrimeFactor(f, 5, 2, x);
+    case 12: return complexPrimeFactor(f, 4, 3, x);
+    case 14: return complexPrimeFactor(f, 7, 2, x);
+    case 15: return complexPrimeFactor(f, 5, 3, x);
+    default: break;
+    }
+    if (size == 3 || size == 5 || size == 7 || size == 11)
+        return directComplex(f, x);
+    if (size >= 13)
+        return complexRader(f, x);
+    throw std::logic_error("no complex stage of length " + std::to_string(size));
+}
+
+}  // namespace gen::real

@@ -1,0 +1,49 @@
+// The flows of the real DFT and Hartley kernels, one per length and
+// direction, and their lowering to the operation graph of one precision.
+//
+// The forward flow of a length follows its row; the inverse flow is the
+// transpose of the forward flow of the inverse row, with the middle bins
+// doubled on the way in; a Hartley kernel adds one butterfly stage to the
+// forward flow (on its outputs) or to the transposed flow (on its inputs).
+#ifndef KVTGEN_REAL_KERNELS_H
+#define KVTGEN_REAL_KERNELS_H
+
+#include <vector>
+
+#include "graph.h"
+#include "real_flow.h"
+
+namespace gen::real {
+
+// A finished flow: its inputs are the loaded values (in `loads` order), its
+// outputs the values to store before scaling.
+struct KernelFlow {
+    Flow flow;
+    std::vector<Ref> outputs;
+    FlowCounts counts;
+};
+
+KernelFlow forwardFlow(int n);
+KernelFlow inverseFlow(int n);
+KernelFlow hartleyFlow(int n);
+// Whether the Hartley kernel of length n adds its stage to the forward flow.
+bool hartleyForward(int n);
+
+// Checks the three flows of length n against the plain definitions in long
+// double on random inputs; throws where one differs.
+void selfCheck(int n);
+
+// The flow in one precision: in Real32 kernels sums of samples stay Real32 and
+// every product by a constant is Real64, with the additions of its expression,
+// rounded once where the expression ends.  Returns the graph ids to store, per
+// flow output, scaled (and negated where the flow left a negative value).
+struct Lowered {
+    Graph graph{false};
+    std::vector<int> stores;
+};
+
+Lowered lower(const KernelFlow& k, const std::vector<int>& loadSlots, bool single);
+
+}  // namespace gen::real
+
+#endif

@@ -1,0 +1,112 @@
+// The state that the real packing pass shares between its steps: what a node
+// costs, which pack and lane holds it, and how an operand vector is gathered.
+//
+// real_pack.cpp holds these and runs the pass for each way of packing;
+// real_pack_choice.cpp chooses the packs level by level; real_pack_print.cpp
+// prints the packed body and counts its instructions.  The choice and the
+// printing weigh a gathered operand by the same plan, so the cost that picks
+// a packing is the cost of the text that is printed.
+#ifndef KVTGEN_REAL_PACKER_H
+#define KVTGEN_REAL_PACKER_H
+
+#include <string>
+#include <vector>
+
+#include "graph.h"
+
+namespace gen::real::packing {
+
+constexpr int lanes = 4;
+
+// The scale factor, or a conversion of it: broadcast where a vector needs it.
+bool isFactor(const Graph& g, int id);
+// Whether a node is an operation that a vector can do lane by lane.
+bool packable(const Graph& g, int id);
+
+// What one operation counts, scalar or on a vector.  A conversion between
+// the precisions counts two: on the cores measured (bench/ports_bench) it
+// starts at one per cycle, scalar or four lanes at once, half the rate of an
+// addition, and takes an addition's place beside them.  In a long kernel the
+// ports are the limit and a scalar conversion counts one more, so that
+// packing four of them pays for more moves.  In a short one the dependency
+// chains are, and the moves that a packing adds to them weigh as much as the
+// instructions it saves.
+struct Weights {
+    int scalarConversion = 2;
+
+    int of(const Graph& g, int id, bool vector = false) const
+    {
+        const Op op = g.node(id).op;
+        if (op != Op::Widen && op != Op::Narrow)
+            return 1;
+        return vector ? 2 : scalarConversion;
+    }
+};
+
+// Scalar operations (loads and stores included) from which a kernel counts
+// as long.
+constexpr int longKernel = 1000;
+
+// What a lane's operand is, for the choice of how to gather a vector operand.
+enum class Source { Packed, Input, Const, Factor, Scalar };
+
+struct Packer {
+    const Graph& g;
+    int inputLimit;
+    std::vector<int> pack, lane;  // per node: its pack and lane, -1 when scalar
+    std::vector<std::vector<int>> packs;  // node ids per lane, -1 for an unused lane
+
+    Packer(const Graph& graph, int limit)
+        : g(graph), inputLimit(limit), pack(static_cast<std::size_t>(graph.size()), -1),
+          lane(static_cast<std::size_t>(graph.size()), -1)
+    {
+    }
+
+    // a move of Real64 lanes crosses the halves of a 256-bit vector and costs
+    // about two simple instructions; Real32 lanes move within one register
+    int moveWeight(int q) const;
+
+    Source sourceOf(int id) const;
+
+    // How an operand vector with the given lane sources is built, and at what
+    // cost in instructions.
+    enum class Gather { InPlace, Permute, Blend, Constant, Broadcast, Load, Lanes };
+    struct Plan {
+        Gather kind;
+        int cost;
+        int first = -1, second = -1;  // packs (InPlace, Permute, Blend), or the first input slot (Load)
+    };
+
+    Plan plan(const std::vector<int>& src) const;
+
+    // The operands a (or b, `second`) of the members of a pack, -1 for an unused lane.
+    std::vector<int> operandsOf(const std::vector<int>& members, bool second) const;
+};
+
+// Instructions of the scalar body: its loads, operations and stores.
+int scalarBodyCost(const Graph& g, const std::vector<int>& stores, const std::vector<bool>& live, const Weights& w);
+
+// Per node: its level, the longest path from the loads, and its position,
+// the first store slot it feeds (the order in which a pack's members go).
+struct Levels {
+    std::vector<int> level, position;
+    int maxLevel = 0;
+};
+Levels levelsOf(const Graph& g, const std::vector<bool>& live, const std::vector<int>& stores,
+                const std::vector<int>& storeSlots);
+
+// Groups the packable operations of each level into packs (in `pk`): in the
+// order of their operands, four at a time, or greedily.
+void choosePacks(Packer& pk, const Levels& levels, const std::vector<bool>& live, bool greedy, const Weights& w);
+
+// The statements of the packed body, and its instructions as the weights count them.
+struct PrintedBody {
+    std::string text;
+    int cost = 0;
+};
+PrintedBody printPacked(const Packer& pk, const Levels& levels, const std::vector<bool>& live,
+                        const std::vector<int>& stores, const std::vector<int>& storeSlots, const Weights& w);
+
+}  // namespace gen::real::packing
+
+#endif

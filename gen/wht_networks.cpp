@@ -1,0 +1,308 @@
+// The butterfly networks of the Walsh-Hadamard family, written into the header
+// wht_networks.h that the kernels and the passes of src/wht/passes.h call.
+//
+// The butterfly networks are written out statement by statement: for a vector
+// of 2^k samples the stages h = 1, 2, 4, ... run in that order, each pair
+// (n, n+h) giving a+b at n and a-b at n+h, exactly the plain radix-2 network.
+// A vector holds `lanes` consecutive samples; the stages h < lanes pair samples
+// inside a vector and need lane moves, every later stage is whole-vector
+// arithmetic.  With 128-bit vectors, Real32 networks from 16 samples transpose
+// 4x4 blocks for the stages h = 1, 2 and Real64 networks from 8 samples
+// interleave pairs of vectors for the stage h = 1.  With 256-bit vectors (8
+// floats or 4 doubles) each pair of vectors is loaded with its 128-bit halves
+// traded, which puts the top lane bit across the pair, then splits even and odd
+// lanes once per remaining stage, which rotates the next index bit across the
+// pair; a last trade of halves restores the rows.  The block passes of the
+// blocked orders skip that trade: they hold two blocks, one per half, and the
+// column pass after them loads each row from its halves.  The lane moves only
+// carry samples, so every addition keeps its two operands and the bits don't
+// depend on the width.  Column networks combine R whole vectors at a stride.
+#include <cmath>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "family.h"
+#include "wht_sample.h"
+
+namespace gen::wht {
+
+namespace {
+
+std::string butterfly(const Sample& s, const std::string& a, const std::string& b, const std::string& indent)
+{
+    return indent + "{ const " + s.vector + " t = " + a + "; " + a + " = kv::add(t, " + b + "); " + b + " = kv::sub(t, " + b +
+           "); }\n";
+}
+
+// Four floats per vector: each 4x4 block is transposed, takes the stages
+// h = 1, 2 as whole-vector arithmetic and is transposed back.
+std::string transposedBlocks(const Sample&, int count)
+{
+    std::ostringstream out;
+    // stages 1 and 2 across the columns of each 4x4 block
+    for (int g = 0; g < count; g += 4) {
+        const std::string v0 = "v" + std::to_string(g), v1 = "v" + std::to_string(g + 1),
+                          v2 = "v" + std::to_string(g + 2), v3 = "v" + std::to_string(g + 3);
+        out << "    kv::transpose4(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
+        out << "    {\n"
+            << "        const kv::v4f p0 = kv::add(" << v0 << ", " << v1 << "), p1 = kv::sub(" << v0 << ", " << v1 << ");\n"
+            << "        const kv::v4f p2 = kv::add(" << v2 << ", " << v3 << "), p3 = kv::sub(" << v2 << ", " << v3 << ");\n"
+            << "        " << v0 << " = kv::add(p0, p2);\n        " << v2 << " = kv::sub(p0, p2);\n"
+            << "        " << v1 << " = kv::add(p1, p3);\n        " << v3 << " = kv::sub(p1, p3);\n"
+            << "    }\n";
+        out << "    kv::transpose4(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
+    }
+    return out.str();
+}
+
+// Two doubles per vector: the stage h = 1 between the interleaved lanes of
+// each pair of vectors.
+std::string interleavedPairs(const Sample&, int count)
+{
+    std::ostringstream out;
+    // stage 1 within each pair of vectors, then back to rows
+    for (int j = 0; j < count; j += 2) {
+        const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
+        out << "    {\n"
+            << "        const kv::v2d even = kv::unpackLow(" << a << ", " << b << "), odd = kv::unpackHigh(" << a << ", "
+            << b << ");\n"
+            << "        const kv::v2d sum = kv::add(even, odd), difference = kv::sub(even, odd);\n"
+            << "        " << a << " = kv::unpackLow(sum, difference);\n"
+            << "        " << b << " = kv::unpackHigh(sum, difference);\n"
+            << "    }\n";
+    }
+    return out.str();
+}
+
+// 256-bit vectors of two 128-bit halves: per pair of vectors (a, b), whose
+// index bit h = lanes is 0 in a and 1 in b, the loads trade the halves, which
+// puts the top lane bit between a and b (an insert of a 128-bit load costs
+// less than a move across halves in registers); each split of even and odd
+// lanes then rotates the bits (pair, lane 0, .., lane top-1) by one place, so
+// that the lane bits 0, 1, .. come between a and b in turn, each taking its
+// stage there; after the last rotation the top lane bit is back between a and
+// b and a trade of halves in registers restores the rows for the stage
+// h = lanes.  Four lane moves per vector for three stages of 8 floats, three
+// for two stages of 4 doubles.
+std::string exchangedPairs(const Sample& s, int count)
+{
+    std::ostringstream out;
+    for (int j = 0; j < count; j += 2) {
+        const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
+        // the halves were traded by the loads
+        out << "    {\n";
+        for (int h = 1; h < s.lanes; h *= 2)
+            out << "        kv::splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
+        out << "        kv::exchangeHalves(" << a << ", " << b << ");\n    }\n";
+    }
+    return out.str();
+}
+
+const Sample real32{"32f", "float", "kv::v4f", 4, Type::F32, "kv::set1f", "kv::AlignedAccess", "kv::UnalignedAccess",
+                    transposedBlocks, nullptr};
+const Sample real64{"64f", "double", "kv::v2d", 2, Type::F64, "kv::set1", "kv::AlignedAccess", "kv::UnalignedAccess",
+                    interleavedPairs, nullptr};
+// The 256-bit forms: a kernel knows its arrays to be aligned to 16 bytes, not
+// 32, so every 256-bit access is an unaligned move, which costs no more than
+// an aligned one where the address happens to be a multiple of 32; aligned
+// kernels and twins differ in their route only.
+const Sample wide32{"32f", "float", "kv::v8f", 8, Type::F32, "kv::set1f8", "kv::WideAccess", "kv::WideAccess",
+                    exchangedPairs, "kv::UnalignedAccess"};
+const Sample wide64{"64f", "double", "kv::v4d", 4, Type::F64, "kv::set1d", "kv::WideAccess", "kv::WideAccess",
+                    exchangedPairs, "kv::UnalignedAccess"};
+
+}  // namespace
+
+const Sample& single() { return target().wide() ? wide32 : real32; }
+const Sample& dual() { return target().wide() ? wide64 : real64; }
+
+namespace {
+
+// Scalar network of 2^order samples (the small orders that stay scalar).
+std::string scalarNetwork(const Sample& s, int order)
+{
+    const int n = 1 << order;
+    std::ostringstream out;
+    out << "// " << n << "-point network on single numbers, then the scale.\n"
+        << "inline void network" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
+        << s.real << " s)\n{\n";
+    for (int i = 0; i < n; ++i)
+        out << "    const " << s.real << " a" << i << " = x[" << i << "];\n";
+    std::string prefix = "a";
+    int level = 0;
+    for (int h = 1; h < n; h *= 2, ++level) {
+        const std::string next = "b" + std::to_string(level) + "_";
+        for (int i = 0; i < n; ++i) {
+            if (i & h)
+                out << "    const " << s.real << " " << next << i << " = " << prefix << (i - h) << " - " << prefix << i << ";\n";
+            else
+                out << "    const " << s.real << " " << next << i << " = " << prefix << i << " + " << prefix << (i + h) << ";\n";
+        }
+        prefix = next;
+    }
+    for (int i = 0; i < n; ++i)
+        out << "    y[" << i << "] = " << prefix << i << " * s;\n";
+    out << "}\n\n";
+    return out.str();
+}
+
+// Vector network of 2^order samples: Load reads x, Store writes y, Scaled
+// multiplies every output by s as it is stored.
+std::string vectorNetwork(const Sample& s, int order)
+{
+    const int n = 1 << order, count = n / s.lanes;
+    std::ostringstream out;
+    out << "// " << n << "-point network in " << count << " vectors of " << s.lanes << " samples.\n"
+        << "template <class Load, class Store, bool Scaled>\n"
+        << "inline void network" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
+        << s.vector << " s)\n{\n";
+    if (s.halves != nullptr) {
+        const int half = s.lanes / 2;
+        for (int j = 0; j < count; j += 2)
+            for (int k = 0; k < 2; ++k)
+                out << "    " << s.vector << " v" << j + k << " = kv::join(" << s.halves << "::loadVector(x + "
+                    << j * s.lanes + k * half << "), " << s.halves << "::loadVector(x + " << (j + 1) * s.lanes + k * half
+                    << "));\n";
+    } else {
+        for (int j = 0; j < count; ++j)
+            out << "    " << s.vector << " v" << j << " = Load::loadVector(x + " << j * s.lanes << ");\n";
+    }
+    out << s.laneStages(s, count);
+    // whole-vector stages: vectors j and j + step, step = h / lanes
+    for (int h = s.lanes, step = 1; h < n; h *= 2, step *= 2) {
+        for (int j = 0; j < count; ++j) {
+            if (j & step)
+                continue;
+            out << butterfly(s, "v" + std::to_string(j), "v" + std::to_string(j + step), "    ");
+        }
+    }
+    for (int j = 0; j < count; ++j)
+        out << "    Store::storeVector(y + " << j * s.lanes << ", Scaled ? kv::mul(v" << j << ", s) : v" << j << ");\n";
+    out << "}\n\n";
+    return out.str();
+}
+
+// 256-bit block network on two neighbouring blocks of 2^order samples at
+// once, whose halves share every vector: vector j holds samples j half .. of
+// the first block in its lower half and the same samples of the second block
+// in its upper half.  The block bit then lies between the halves and the
+// stages below it need no move across them: the lane stages rotate the pairs
+// back to their loaded layout, the later stages combine whole vectors, and the
+// vectors are stored as they are.  The column pass that reads them takes its
+// rows' halves apart again with its loads (tradedColumns), which costs a load
+// port and a simple operation instead of two moves across halves on the
+// shuffle port, which the additions use too.
+std::string tradedNetwork(const Sample& s, int order)
+{
+    const int block = 1 << order, half = s.lanes / 2, count = 2 * block / s.lanes;
+    std::ostringstream out;
+    out << "// Two " << block << "-point networks in " << count << " vectors of " << s.lanes
+        << " samples, the blocks in the halves.\n"
+        << "inline void traded" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
+        << s.vector << ")\n{\n";
+    for (int j = 0; j < count; ++j)
+        out << "    " << s.vector << " v" << j << " = kv::join(" << s.halves << "::loadVector(x + " << j * half << "), "
+            << s.halves << "::loadVector(x + " << block + j * half << "));\n";
+    for (int j = 0; j < count; j += 2) {
+        const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
+        out << "    {\n";
+        for (int h = 1; h < s.lanes; h *= 2)
+            out << "        kv::splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
+        out << "    }\n";
+    }
+    // sample bit log2(h) of a block is bit log2(h / half) of the vector index
+    for (int h = s.lanes, step = 2; h < block; h *= 2, step *= 2)
+        for (int j = 0; j < count; ++j) {
+            if (j & step)
+                continue;
+            out << butterfly(s, "v" + std::to_string(j), "v" + std::to_string(j + step), "    ");
+        }
+    for (int j = 0; j < count; ++j)
+        out << "    kv::WideAccess::storeVector(y + " << j * s.lanes << ", v" << j << ");\n";
+    out << "}\n\n";
+    return out.str();
+}
+
+// Radix-R network over R whole vectors at a stride of `stride` samples.
+// traded: the rows come in pairs as tradedNetwork stores them, x pointing at
+// twice the position within a row: row r's vector is made of the halves that
+// hold it, at x + (r - r % 2) stride + (r % 2) half and `lanes` further on.
+std::string columnNetwork(const Sample& s, int radix, bool traded = false)
+{
+    std::ostringstream out;
+    out << "// Radix-" << radix << " stages over " << radix << " vectors at a stride"
+        << (traded ? ", read from pairs of rows in the halves of their vectors" : "") << ".\n"
+        << (traded ? "template <class Store, bool Scaled>\n" : "template <class Load, class Store, bool Scaled>\n")
+        << "inline void " << (traded ? "tradedColumns" : "columns") << s.suffix << "_" << radix << "(const " << s.real
+        << "* x, " << s.real << "* y, int stride, " << s.vector << " s)\n{\n";
+    for (int r = 0; r < radix; ++r) {
+        if (traded) {
+            const int offset = (r % 2) * (s.lanes / 2);
+            out << "    " << s.vector << " v" << r << " = kv::join(" << s.halves << "::loadVector(x + " << r - r % 2
+                << " * stride + " << offset << "), " << s.halves << "::loadVector(x + " << r - r % 2 << " * stride + "
+                << offset + s.lanes << "));\n";
+        } else {
+            out << "    " << s.vector << " v" << r << " = Load::loadVector(x + " << r << " * stride);\n";
+        }
+    }
+    for (int step = 1; step < radix; step *= 2)
+        for (int r = 0; r < radix; ++r) {
+            if (r & step)
+                continue;
+            out << butterfly(s, "v" + std::to_string(r), "v" + std::to_string(r + step), "    ");
+        }
+    for (int r = 0; r < radix; ++r)
+        out << "    Store::storeVector(y + " << r << " * stride, Scaled ? kv::mul(v" << r << ", s) : v" << r << ");\n";
+    out << "}\n\n";
+    return out.str();
+}
+
+}  // namespace
+
+std::string networksHeader()
+{
+    std::ostringstream out;
+    out << "// Generated by kvtgen; do not edit.\n"
+        << "// Butterfly networks of the Walsh-Hadamard kernels.\n"
+        << "#pragma once\n#include \"" << target().simdHeader() << "\"\n\nnamespace wht {\n\n";
+    for (int order = 1; order <= 3; ++order)
+        out << scalarNetwork(single(), order);
+    for (int order = 1; order <= 2; ++order)
+        out << scalarNetwork(dual(), order);
+    for (int order = 4; order <= 7; ++order)
+        out << vectorNetwork(single(), order);
+    for (int order = 3; order <= 7; ++order)
+        out << vectorNetwork(dual(), order);
+    for (int radix : {8, 16, 32}) {
+        out << columnNetwork(single(), radix);
+        out << columnNetwork(dual(), radix);
+    }
+    if (target().wide()) {
+        // the networks that the passes of the blocked orders name
+        for (const Sample* s : {&single(), &dual()}) {
+            std::set<int> blocks, radices, tradedRadices;
+            for (int order = 8; order <= 13; ++order) {
+                const WidePasses p = widePassesOf(*s, order);
+                if (!p.traded)
+                    continue;
+                blocks.insert(static_cast<int>(std::log2(p.block)));
+                tradedRadices.insert(p.first[0]);
+                radices.insert(p.first.begin() + 1, p.first.end());
+                radices.insert(p.last.begin(), p.last.end());
+            }
+            for (int order : blocks)
+                out << tradedNetwork(*s, order);
+            for (int radix : radices)
+                if (radix < 8)
+                    out << columnNetwork(*s, radix);
+            for (int radix : tradedRadices)
+                out << columnNetwork(*s, radix, true);
+        }
+    }
+    out << "}  // namespace wht\n";
+    return out.str();
+}
+
+}  // namespace gen::wht
