@@ -10,6 +10,7 @@
 #include <string>
 
 #include "kvtgen.h"
+#include "processor_level.h"
 
 namespace bench {
 
@@ -41,7 +42,7 @@ inline std::string describeMachineAndLibrary()
 {
     const std::string path = loadedLibraryFile();
     return "processor: " + processorModel() + " (x86-64-v3: " +
-           (__builtin_cpu_supports("x86-64-v3") ? "yes" : "no") + ")\n" +
+           (processorRunsX86_64_v3() ? "yes" : "no") + ")\n" +
            "instruction set level chosen by the loader: " +
            (isVariantFile(path) ? "x86-64-v3 (AVX2, 256-bit vectors)" : "baseline x86-64 (SSE2, 128-bit vectors)") +
            "\nlibrary file: " + (path.empty() ? std::string("(unknown)") : path) + "\n";

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "library_file.h"
+#include "processor_level.h"
 
 namespace bench {
 
@@ -70,7 +71,7 @@ private:
             std::fprintf(stderr, "cannot load %s: %s\n", paths[Baseline].c_str(), dlerror());
             std::exit(1);
         }
-        if (__builtin_cpu_supports("x86-64-v3"))
+        if (processorRunsX86_64_v3())
             handles[Variant] = dlopen(paths[Variant].c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_DEEPBIND);
     }
     std::string paths[2];

@@ -13,6 +13,7 @@
 #include <cstdint>
 
 #include "bench_report.h"
+#include "processor_level.h"
 
 namespace {
 
@@ -57,8 +58,8 @@ namespace {
 template <class Body>
 void run(benchmark::State& state, Body body)
 {
-    if (!__builtin_cpu_supports("avx2")) {
-        state.SkipWithError("the processor has no AVX2");
+    if (!bench::processorRunsX86_64_v3()) {
+        state.SkipWithError("the processor has no x86-64-v3 (AVX2)");
         return;
     }
     static const double clockGHz = bench::measureClockGHz();

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "library_file.h"
+#include "processor_level.h"
 
 namespace {
 
@@ -26,7 +27,7 @@ struct LibraryUnderTest {
         if (expected == nullptr)
             return;
         if (std::strcmp(expected, "x86-64-v3") == 0 && !variant) {
-            if (!__builtin_cpu_supports("x86-64-v3")) {
+            if (!bench::processorRunsX86_64_v3()) {
                 std::printf("skipped: this processor lacks x86-64-v3 (AVX2), so the loader gives the baseline "
                             "file and the x86-64-v3 file cannot run here\n");
                 std::exit(77);

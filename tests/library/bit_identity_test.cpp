@@ -1,12 +1,15 @@
-// The two files of the library, the baseline and the x86-64-v3 build, must
-// give the same bits for every export.  Both are loaded by path into this one
-// process (RTLD_LOCAL, so that each file's dispatchers reach its own kernels),
-// and every one of the 1,193 exports is called on the same inputs in both:
+// Two files of the library must give the same bits for every export: the
+// baseline and the x86-64-v3 build, and each of them as GCC and as clang
+// build it.  Both files are loaded by path into this one process (RTLD_LOCAL,
+// so that each file's dispatchers reach its own kernels), and every one of
+// the 1,193 exports is called on the same inputs in both:
 // every flag (and illegal ones), aligned, misaligned and in place, through the
 // size dispatchers and directly.  Outputs are compared bit for bit over the
 // whole destination with guard space around it; two NaNs count as equal
 // whatever their payloads, which IEEE arithmetic does not fix.
-//   bit_identity_tests <baseline file> <x86-64-v3 file>
+// A file from glibc-hwcaps/x86-64-v3/ is run only on a processor that has
+// x86-64-v3; otherwise the program ends as skipped (77).
+//   bit_identity_tests <first file> <second file>
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -22,10 +25,11 @@
 #include <vector>
 
 #include "kvtgen.h"
+#include "library_file.h"
+#include "processor_level.h"
 
 namespace {
 
-std::string baselinePath, variantPath;
 std::set<std::string> exportsCalled;
 
 struct Library {
@@ -43,7 +47,7 @@ struct Library {
     }
 };
 
-Library files[2];  // baseline, variant
+Library files[2];  // first, second
 int namesCalled = 0;
 
 // One 64-byte aligned block with guard space on both sides of the data.
@@ -132,8 +136,8 @@ void compare(const std::string& what, const std::vector<T>& input, std::size_t o
         std::memcpy(&b, result[1].data() + i * sizeof(T), sizeof(T));
         if (!sameBits(a, b)) {
             const long index = static_cast<long>(i) - static_cast<long>(Buffer::guard / sizeof(T));
-            ADD_FAILURE() << what << ": output " << index << " differs: " << a << " (baseline) vs " << b
-                          << " (x86-64-v3)";
+            ADD_FAILURE() << what << ": output " << index << " differs: " << a << " (first file) vs " << b
+                          << " (second file)";
             return;
         }
     }
@@ -406,23 +410,22 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     if (argc != 3) {
-        std::fprintf(stderr, "usage: bit_identity_tests <baseline file> <x86-64-v3 file>\n");
+        std::fprintf(stderr, "usage: bit_identity_tests <first file> <second file>\n");
         return 2;
     }
-    baselinePath = argv[1];
-    variantPath = argv[2];
-    if (!__builtin_cpu_supports("x86-64-v3")) {
-        std::printf("skipped: this processor lacks x86-64-v3 (AVX2); the x86-64-v3 file cannot run here\n");
-        return 77;
-    }
-    const std::string paths[2] = {baselinePath, variantPath};
+    const std::string paths[2] = {argv[1], argv[2]};
+    for (int f = 0; f < 2; ++f)
+        if (bench::isVariantFile(paths[f]) && !bench::processorRunsX86_64_v3()) {
+            std::printf("skipped: this processor lacks x86-64-v3 (AVX2); %s cannot run here\n", paths[f].c_str());
+            return 77;
+        }
     for (int f = 0; f < 2; ++f) {
         files[f].handle = dlopen(paths[f].c_str(), RTLD_NOW | RTLD_LOCAL);
         if (files[f].handle == nullptr) {
             std::fprintf(stderr, "cannot load %s: %s\n", paths[f].c_str(), dlerror());
             return 1;
         }
-        std::printf("%s: %s\n", f == 0 ? "baseline" : "x86-64-v3", paths[f].c_str());
+        std::printf("%s file: %s\n", f == 0 ? "first" : "second", paths[f].c_str());
     }
     if (files[0].handle == files[1].handle) {
         std::fprintf(stderr, "both paths gave the same loaded file\n");
