@@ -8,6 +8,7 @@
 
 #include "dct4/compute.h"
 #include "dct4/plan.h"
+#include "dct4/plan_sizes.h"
 #include "dct4_kernels.h"
 #include "kvtcore.h"
 
@@ -19,7 +20,7 @@ struct Api {
 
     static Status getSize(int32_t n, int32_t* pSize)
     {
-        const int32_t total = S::env1_mem(n);
+        const int32_t total = PlanSizes<T>::env1_mem(n);
         if (total < 0)
             return StatusBadSize;
         *pSize = wrap32(int64_t(total) + 2 * kvtgAlignSize32Bytes(1));
