@@ -157,12 +157,12 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
             Compute<T>::env4_compute(rows, dst, work);
     }
 #else
-    Env3* const spans = Compute<T>::template first<Env3>(root->secondList);
+    Env3* const spans = firstOf<Env3>(root->secondList);
     if (spans->rule == 1)
-        Compute<T>::env5_compute(Compute<T>::template first<Env5>(spans->firstList), work, src);
-    Env2* const table = Compute<T>::template first<Env2>(root->firstList);
+        Compute<T>::env5_compute(firstOf<Env5>(spans->firstList), work, src);
+    Env2* const table = firstOf<Env2>(root->firstList);
     if (table->rule == 1)
-        Compute<T>::env4_compute(Compute<T>::template first<Env4>(table->firstList), dst, work);
+        Compute<T>::env4_compute(firstOf<Env4>(table->firstList), dst, work);
 #endif
     // the stores that bypassed the caches are ordered before the return
     _mm_sfence();

@@ -6,38 +6,29 @@
 
 #include <type_traits>
 
-#include <unistd.h>
-
 #include "dct4/env.h"
+#include "dct4/memory_policy.h"
+#include "dct4/stage_vectors.h"
 #include "dct4/tables.h"
-#include "dct4/vector_kernels.h"
 
 namespace dct4 {
 
 // W is the vector's lanes: by default those of the 16-byte vector that the
-// plan's counts and tables are laid out for (tableLanes).  A wider vector
-// takes `factor` neighbouring column groups or row blocks of the plan at a
-// time, and reads two table groups per vector (or one group twice, where
-// its values are equal in all lanes); the caller sees that the counts divide.
+// plan's counts and tables are laid out for (stage_vectors.h).
 template <class T, int W = Vec<T>::lanes>
 struct Compute {
-    using VT = Vec<T, W>;
-    using V = typename VT::V;
-    using C = Complex<T, W>;
-    using K = Kernels<T, W>;
-    static constexpr int lanes = VT::lanes;
-    static constexpr int tableLanes = Tables<T>::lanes;
-    static constexpr int factor = lanes / tableLanes;
-    static_assert(factor * tableLanes == lanes, "a vector holds whole table groups");
+    using Shape = StageVectors<T, W>;
+    using Memory = MemoryPolicy<T, W>;
+    using VT = typename Shape::VT;
+    using V = typename Shape::V;
+    using C = typename Shape::C;
+    using K = typename Shape::K;
+    static constexpr int lanes = Shape::lanes;
+    static constexpr int tableLanes = Shape::tableLanes;
+    static constexpr int factor = Shape::factor;
     // samples from the table of one row block of radix R to the next
     template <int R>
     static constexpr int64_t blockTable = 2 * tableLanes * R;
-
-    template <class Record>
-    static Record* first(EnvList* list)
-    {
-        return static_cast<Record*>(EnvList_get(list, 0));
-    }
 
     // One SpanTransform of size S on a group of columns: ascending reads at
     // src + up + q * upStride, descending (reversed, negated) at
@@ -110,7 +101,7 @@ struct Compute {
         if (env->rule == 7) {
             // all column groups at once: each stage runs its groups side by side,
             // so that neighbouring groups share the cache lines of their strided reads
-            env7_compute(first<Env7>(env->firstList), dst, env->stride, src, 0, env->lastIndex,
+            env7_compute(firstOf<Env7>(env->firstList), dst, env->stride, src, 0, env->lastIndex,
                          env->vectors / factor);
             return StatusOk;
         }
@@ -138,74 +129,10 @@ struct Compute {
         T* const work = static_cast<T*>(env->work);
         const int32_t width = lanes * groups;
         // the stage of the second list runs first
-        env9_compute(first<Env9>(env->secondList), work, width, src, inOff, mirrorOff, groups);
-        env8_compute(first<Env8>(env->firstList), dst, dstStride, work, width, groups);
+        env9_compute(firstOf<Env9>(env->secondList), work, width, src, inOff, mirrorOff, groups);
+        env8_compute(firstOf<Env8>(env->firstList), dst, dstStride, work, width, groups);
         return StatusOk;
     }
-
-    // Scratch of the composite stages, on the stack: the rows that one kernel
-    // call touches, for as many column groups as fit.  Rows of the arrays lie
-    // at large power-of-two strides; moving whole rows through this buffer
-    // uses every cache line once, instead of once per column group.
-    static constexpr int32_t scratchSamples = 2048;
-
-    static KVTG_INLINE void copyRows(T* to, int64_t toStride, const T* from, int64_t fromStride, int32_t rows,
-                                     int32_t width)
-    {
-        for (int32_t row = 0; row < rows; ++row)
-            for (int32_t k = 0; k < width; k += lanes) {
-                V v = VT::load(from + row * fromStride + k);
-                // keeps the compiler from making a call of memcpy out of short rows
-                asm("" : "+x"(v));
-                VT::store(to + row * toStride + k, v);
-            }
-    }
-
-    // Destinations from this size on are written past the caches: a stage
-    // that writes more than the last-level cache holds leaves little of it
-    // there for the next one, and fetching lines only to overwrite them costs
-    // more than the misses.  Below that size the output of a stage is read
-    // again from cache (on a machine with a 260 MiB last level, streaming the
-    // stages of the Real32 transform of 2^20 points made it 2.8x slower).
-    // The size is the processor's, read once; where it cannot be read, 8 MiB.
-    static int64_t streamBytes()
-    {
-        static const int64_t bytes = [] {
-            const long lastLevel = sysconf(_SC_LEVEL3_CACHE_SIZE);
-            return lastLevel > 0 ? int64_t(lastLevel) : int64_t(8) << 20;
-        }();
-        return bytes;
-    }
-
-    // copyRows into memory that the caches would not keep anyway: the stores
-    // bypass them (where the destination is aligned), so that no line is
-    // first read only to be overwritten.
-    static KVTG_INLINE void streamRows(T* to, int64_t toStride, const T* from, int64_t fromStride, int32_t rows,
-                                       int32_t width)
-    {
-        if (reinterpret_cast<uintptr_t>(to) % 16 != 0 || (toStride * int64_t(sizeof(T))) % 16 != 0) {
-            copyRows(to, toStride, from, fromStride, rows, width);
-            return;
-        }
-        for (int32_t row = 0; row < rows; ++row)
-            for (int32_t k = 0; k < width; k += lanes)
-                VT::stream(to + row * toStride + k, VT::loadAligned(from + row * fromStride + k));
-    }
-
-    // Column groups per pass through a scratch buffer of `rows` rows.
-    static int32_t groupsPerChunk(int32_t rows, int32_t groups)
-    {
-        const int32_t fit = scratchSamples / (rows * lanes);
-        return fit < groups ? (fit > 0 ? fit : 1) : groups;
-    }
-
-    // Rows that span at most this many bytes stay in cache from one column
-    // group to the next and are used where they lie; the bound for the rows
-    // that are written is lower, since partly written lines must stay as well.
-    static constexpr int64_t directReadBytes = int64_t(128) << 10, directWriteBytes = int64_t(32) << 10;
-    // The combine writes whole row pairs, all column groups of one before the
-    // next, and goes straight to its destination up to twice that.
-    static constexpr int64_t combineDirectBytes = 2 * directWriteBytes;
 
     // The span transforms of one sub-transform for `groups` neighbouring column
     // groups: ascending rows from src + up, descending rows ending at src + down,
@@ -216,18 +143,18 @@ struct Compute {
     static void spanRows(const T* src, int64_t up, int64_t down, int64_t rowStride, T* dst, int64_t outStride,
                          int32_t groups)
     {
-        alignas(16) T in[scratchSamples], out[scratchSamples];
-        const bool copyIn = S * rowStride * int64_t(sizeof(T)) > directReadBytes;
-        const bool copyOut = S * outStride * int64_t(sizeof(T)) > directWriteBytes;
-        const int32_t chunk = groupsPerChunk(S, groups);
+        alignas(16) T in[Memory::scratchSamples], out[Memory::scratchSamples];
+        const bool copyIn = S * rowStride * int64_t(sizeof(T)) > Memory::directReadBytes;
+        const bool copyOut = S * outStride * int64_t(sizeof(T)) > Memory::directWriteBytes;
+        const int32_t chunk = Memory::groupsPerChunk(S, groups);
         for (int32_t g0 = 0; g0 < groups; g0 += chunk) {
             const int32_t count = groups - g0 < chunk ? groups - g0 : chunk;
             const int32_t width = lanes * count, first = lanes * g0;
             if (copyIn) {
                 // row q of the buffer: ascending row q, or the samples of descending row q in memory order
-                copyRows(in, width, src + up + first, rowStride, S / 2, width);
-                copyRows(in + (S / 2) * width, width, src + down - first - (width - 1) - (S / 2) * rowStride,
-                         -rowStride, S / 2, width);
+                Memory::copyRows(in, width, src + up + first, rowStride, S / 2, width);
+                Memory::copyRows(in + (S / 2) * width, width,
+                                 src + down - first - (width - 1) - (S / 2) * rowStride, -rowStride, S / 2, width);
             }
             for (int32_t g = 0; g < count; ++g) {
                 const int32_t column = lanes * g;
@@ -239,7 +166,7 @@ struct Compute {
                     spanGroup<S>(src, up + first + column, rowStride, down - first - column, rowStride, to, toStride);
             }
             if (copyOut)
-                copyRows(dst + first, outStride, out, width, S, width);
+                Memory::copyRows(dst + first, outStride, out, width, S, width);
         }
     }
 
@@ -254,13 +181,14 @@ struct Compute {
         for (int32_t t = 0; t < env->radix; ++t) {
             const int64_t in = inOff + int64_t(t) * env->inStride0;
             if (env->rule == 7) {
-                env7_compute(first<Env7>(env->firstList), dst + t * rowStride, subStride, src, static_cast<int32_t>(in),
-                             mirrorOff - 2 * t * env->inStride0, groups);
+                env7_compute(firstOf<Env7>(env->firstList), dst + t * rowStride, subStride, src,
+                             static_cast<int32_t>(in), mirrorOff - 2 * t * env->inStride0, groups);
                 continue;
             }
-            if (t + 1 < env->radix && env->span * env->inStride * int64_t(sizeof(T)) > directReadBytes)
-                prefetchRows(src, in + env->inStride0, int64_t(inOff) + mirrorOff - int64_t(t + 1) * env->inStride0,
-                             env->inStride, env->span, lanes * groups);
+            if (t + 1 < env->radix && env->span * env->inStride * int64_t(sizeof(T)) > Memory::directReadBytes)
+                Memory::prefetchRows(src, in + env->inStride0,
+                                     int64_t(inOff) + mirrorOff - int64_t(t + 1) * env->inStride0, env->inStride,
+                                     env->span, lanes * groups);
             withSpan(env->rule, [&](auto size) {
                 spanRows<size()>(src, in, int64_t(inOff) + mirrorOff - int64_t(t) * env->inStride0, env->inStride,
                                  dst + t * rowStride, subStride, groups);
@@ -269,32 +197,6 @@ struct Compute {
         return StatusOk;
     }
 
-    // Asks for the input rows of the next sub-transform while this one runs:
-    // they lie far apart, in pages of their own, where no hardware stream
-    // detection finds them.
-    static void prefetchRows(const T* src, int64_t up, int64_t down, int64_t rowStride, int32_t span, int32_t width)
-    {
-        const int64_t bytes = int64_t(width) * int64_t(sizeof(T));
-        for (int32_t q = 0; q < span / 2; ++q) {
-            const char* ascending = reinterpret_cast<const char*>(src + up + q * rowStride);
-            const char* descending = reinterpret_cast<const char*>(src + down - (q + span / 2) * rowStride - (width - 1));
-            // every line that a row touches: each 64 bytes from its start, and its last byte
-            for (int64_t b = 0; b < bytes; b += 64) {
-                _mm_prefetch(ascending + b, _MM_HINT_T0);
-                _mm_prefetch(descending + b, _MM_HINT_T0);
-            }
-            _mm_prefetch(ascending + bytes - 1, _MM_HINT_T0);
-            _mm_prefetch(descending + bytes - 1, _MM_HINT_T0);
-        }
-    }
-
-    // (re + i im)(c + i s) with a cosine and sine pair of a table whose
-    // values are equal in all lanes (the combine's, and the fold's own)
-    static KVTG_INLINE C rotate(C z, const T* pair)
-    {
-        const V c = VT::tableBroadcast(pair), s = VT::tableBroadcast(pair + tableLanes);
-        return {kv::sub(kv::mul(c, z.re), kv::mul(s, z.im)), kv::add(kv::mul(s, z.re), kv::mul(c, z.im))};
-    }
     // the same with the rotations of a fold block of radix R, whose lanes are
     // rows: a wider vector takes its upper lanes from the next block's table
     template <int R>
@@ -322,7 +224,7 @@ struct Compute {
             C v[S];
 #pragma GCC unroll 8
             for (int t = 0; t < S; ++t)
-                v[t] = t == 0 ? input(0) : rotate(input(t), pairs + (t - 1) * pairWidth);
+                v[t] = t == 0 ? input(0) : Shape::rotate(input(t), pairs + (t - 1) * pairWidth);
             // the outputs l >= S/2 are the pairs of the upper half, stored conjugated
             K::template dft<S, true>(v);
 #pragma GCC unroll 8
@@ -339,7 +241,7 @@ struct Compute {
             for (int j = 0; j < 4; ++j) {
 #pragma GCC unroll 8
                 for (int t = 0; t < parts; ++t)
-                    d[j][t] = t == 0 ? input(j) : rotate(input(j + 4 * t), pairsB + (t - 1) * pairWidth);
+                    d[j][t] = t == 0 ? input(j) : Shape::rotate(input(j + 4 * t), pairsB + (t - 1) * pairWidth);
                 K::template dft<parts>(d[j]);
             }
             const T* pairsA = sectionA + int64_t(i) * 3 * parts * pairWidth;
@@ -348,7 +250,7 @@ struct Compute {
                 C four[4];
 #pragma GCC unroll 4
                 for (int j = 0; j < 4; ++j)
-                    four[j] = j == 0 ? d[0][l] : rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
+                    four[j] = j == 0 ? d[0][l] : Shape::rotate(d[j][l], pairsA + (l * 3 + j - 1) * pairWidth);
                 // its outputs 2 and 3 have l >= S/2: conjugated, as the upper half is stored
                 K::template dft<4, true>(four);
 #pragma GCC unroll 4
@@ -371,10 +273,10 @@ struct Compute {
         const int64_t aSize = int64_t(half) * 3 * parts * pairWidth, bSize = int64_t(half) * (parts - 1) * pairWidth;
         const T* sectionA = bFirst ? table + bSize : table;
         const T* sectionB = bFirst ? table : table + aSize;
-        alignas(16) T in[scratchSamples], out[scratchSamples];
+        alignas(16) T in[Memory::scratchSamples], out[Memory::scratchSamples];
         const int64_t extent = int64_t(2) * env->half * dstStride * int64_t(sizeof(T));
-        const bool stream = extent >= streamBytes(), direct = extent <= combineDirectBytes;
-        const int32_t chunk = groupsPerChunk(2 * S, groups);
+        const bool stream = extent >= Memory::streamBytes(), direct = extent <= Memory::combineDirectBytes;
+        const int32_t chunk = Memory::groupsPerChunk(2 * S, groups);
         for (int32_t g0 = 0; g0 < groups; g0 += chunk) {
             const int32_t count = groups - g0 < chunk ? groups - g0 : chunk;
             const int32_t width = lanes * count, first = lanes * g0;
@@ -383,7 +285,7 @@ struct Compute {
                 const T* block = src + first + int64_t(i) * 2 * S * srcStride;
                 int64_t inStride = srcStride;
                 if (srcStride != width) {
-                    copyRows(in, width, block, srcStride, 2 * S, width);
+                    Memory::copyRows(in, width, block, srcStride, 2 * S, width);
                     block = in;
                     inStride = width;
                 }
@@ -416,9 +318,11 @@ struct Compute {
                     const int32_t p = i + m * l;
                     const int32_t pair = l < S / 2 ? p : env->lastIndex - p;
                     if (stream)
-                        streamRows(rows + int64_t(2 * pair) * dstStride, dstStride, out + 2 * l * width, width, 2, width);
+                        Memory::streamRows(rows + int64_t(2 * pair) * dstStride, dstStride, out + 2 * l * width, width,
+                                           2, width);
                     else
-                        copyRows(rows + int64_t(2 * pair) * dstStride, dstStride, out + 2 * l * width, width, 2, width);
+                        Memory::copyRows(rows + int64_t(2 * pair) * dstStride, dstStride, out + 2 * l * width, width,
+                                         2, width);
                 }
             }
         }
@@ -533,7 +437,7 @@ struct Compute {
                                       table + columnOffset<R>(steps, mirror));
             // the butterfly of the pair, its difference rotated by (2 column + 1) pi / 2R
             plus[column] = {kv::add(a.re, b.re), kv::sub(a.im, b.im)};
-            minus[column] = rotate({kv::sub(a.re, b.re), kv::add(a.im, b.im)}, steps.rotation[column]);
+            minus[column] = Shape::rotate({kv::sub(a.re, b.re), kv::add(a.im, b.im)}, steps.rotation[column]);
             foldLanes<R, k + 1>(J, table, re, im, reMirror, imMirror, plus, minus);
         }
     }
@@ -575,16 +479,6 @@ struct Compute {
         }
     }
 
-    // Blocks per staged run: a run fills 128 bytes, two cache lines, of each
-    // output row (one line per run measured 10 to 15 percent slower from
-    // 2^15 on, four lines slower again).
-    static constexpr int32_t stagedBlocks = 128 / (lanes * static_cast<int32_t>(sizeof(T)));
-    // Output rows from this length on take the staged runs.  A 32-byte vector
-    // fills a quarter of a run per block, and staging paid from rows of 1 KiB
-    // on (N = 4096 in Real64: 10 percent); not below that, nor with runs of
-    // four lines.
-    static constexpr int64_t stagedRowBytes = factor > 1 ? 1024 : 2048;
-
     template <int R>
     static void foldBlocks(Env4* env, T* dst, const T* src)
     {
@@ -593,15 +487,15 @@ struct Compute {
         // a vector's rows take `factor` blocks of the table
         constexpr int32_t tableStep = 2 * lanes * R;
         int32_t b = 0;
-        if (span * int64_t(sizeof(T)) >= stagedRowBytes) {
+        if (span * int64_t(sizeof(T)) >= Memory::stagedRowBytes) {
             // Output rows lie a span apart, at a stride that maps them onto few
             // cache sets; a run of blocks first fills whole 128-byte pieces of
             // every row in a buffer, which then go out in one piece each.
-            constexpr int32_t run = stagedBlocks * lanes;
+            constexpr int32_t run = Memory::stagedBlocks * lanes;
             alignas(16) T up[R][run], down[R][run];
-            const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes();
-            for (; b + stagedBlocks <= env->blocks / factor; b += stagedBlocks) {
-                for (int32_t k = 0; k < stagedBlocks; ++k)
+            const bool stream = span * 2 * R * int64_t(sizeof(T)) >= Memory::streamBytes();
+            for (; b + Memory::stagedBlocks <= env->blocks / factor; b += Memory::stagedBlocks) {
+                for (int32_t k = 0; k < Memory::stagedBlocks; ++k)
                     foldBlock<R>(env, table + int64_t(b + k) * tableStep, src, b + k, [&](int y, V v) KVTG_LAMBDA_INLINE {
                         if (y >= R)
                             VT::storeAligned(up[y - R] + lanes * k, v);
@@ -611,11 +505,11 @@ struct Compute {
                 const int64_t p = lanes * b;
                 for (int q = 0; q < R; ++q) {
                     if (stream) {
-                        streamRows(dst + span * q + p, 0, up[q], 0, 1, run);
-                        streamRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                        Memory::streamRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                        Memory::streamRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
                     } else {
-                        copyRows(dst + span * q + p, 0, up[q], 0, 1, run);
-                        copyRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                        Memory::copyRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                        Memory::copyRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
                     }
                 }
             }
@@ -641,12 +535,6 @@ struct Compute {
     // comes from the same operations as in the two stages run one after the
     // other; only the order of the blocks differs.
 
-    // Samples between the runs of the buffer, two lines: runs a power of two
-    // apart would share their cache sets, and the combine writes all runs at
-    // once.  Where the buffer has no room for them, the stages run one after
-    // the other (packed runs measured 4 percent slower than that).
-    static constexpr int64_t runGap = 128 / int64_t(sizeof(T));
-
     // Row pairs per chunk: a staged run of the table pass where the combine
     // has that many indices.  0 where the stages do not line up so (other
     // radices than those of the power-of-two lengths, counts that do not
@@ -659,11 +547,12 @@ struct Compute {
         if (s != (1 << merge->rule) || int64_t(m) * s != n || fold->span != n ||
             int64_t(fold->blocks) * tableLanes * 2 != n || fold->blocks % factor != 0)
             return 0;
-        const int32_t chunk = m / 2 < stagedBlocks * lanes ? m / 2 : stagedBlocks * lanes;
+        const int32_t chunk = m / 2 < Memory::stagedBlocks * lanes ? m / 2 : Memory::stagedBlocks * lanes;
         // rows long enough for the staged output take whole staged runs
-        const bool staged = int64_t(fold->span) * int64_t(sizeof(T)) >= stagedRowBytes;
-        if (chunk <= 0 || chunk % lanes != 0 || (m / 2) % chunk != 0 || (staged && chunk != stagedBlocks * lanes) ||
-            int64_t(s) * (int64_t(chunk) * 2 * width + runGap) > bufferSamples)
+        const bool staged = int64_t(fold->span) * int64_t(sizeof(T)) >= Memory::stagedRowBytes;
+        if (chunk <= 0 || chunk % lanes != 0 || (m / 2) % chunk != 0 ||
+            (staged && chunk != Memory::stagedBlocks * lanes) ||
+            int64_t(s) * (int64_t(chunk) * 2 * width + Memory::runGap) > bufferSamples)
             return 0;
         return chunk;
     }
@@ -708,9 +597,9 @@ struct Compute {
         const int64_t span = env->span;
         constexpr int32_t tableStep = 2 * lanes * R;
         if (staged) {
-            constexpr int32_t run = stagedBlocks * lanes;
+            constexpr int32_t run = Memory::stagedBlocks * lanes;
             alignas(16) T up[R][run], down[R][run];
-            for (int32_t k = 0; k < stagedBlocks; ++k)
+            for (int32_t k = 0; k < Memory::stagedBlocks; ++k)
                 foldBlock<R>(env, table + int64_t(first + k) * tableStep, rows, k, [&](int y, V v) KVTG_LAMBDA_INLINE {
                     if (y >= R)
                         VT::storeAligned(up[y - R] + lanes * k, v);
@@ -720,11 +609,11 @@ struct Compute {
             const int64_t p = lanes * int64_t(first);
             for (int q = 0; q < R; ++q) {
                 if (stream) {
-                    streamRows(dst + span * q + p, 0, up[q], 0, 1, run);
-                    streamRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                    Memory::streamRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                    Memory::streamRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
                 } else {
-                    copyRows(dst + span * q + p, 0, up[q], 0, 1, run);
-                    copyRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
+                    Memory::copyRows(dst + span * q + p, 0, up[q], 0, 1, run);
+                    Memory::copyRows(dst + span * (q + 1) - p - run, 0, down[q], 0, 1, run);
                 }
             }
             return;
@@ -749,22 +638,23 @@ struct Compute {
     {
         if (columns->rule != 7)
             return false;
-        Env7* const outer = first<Env7>(columns->firstList);
+        Env7* const outer = firstOf<Env7>(columns->firstList);
         if (outer->rule != 1)
             return false;
-        Env8* const merge = first<Env8>(outer->firstList);
+        Env8* const merge = firstOf<Env8>(outer->firstList);
         const int32_t groups = columns->vectors / factor, width = lanes * groups;
         const int32_t chunk = fusedChunk(merge, fold, width, bufferSamples);
         if (chunk == 0)
             return false;
         T* const work = static_cast<T*>(outer->work);
-        env9_compute(first<Env9>(outer->secondList), work, width, src, 0, columns->lastIndex, groups);
+        env9_compute(firstOf<Env9>(outer->secondList), work, width, src, 0, columns->lastIndex, groups);
         constexpr int R = 32;
         const int64_t span = fold->span;
-        const bool staged = chunk == stagedBlocks * lanes && span * int64_t(sizeof(T)) >= stagedRowBytes;
-        const bool stream = span * 2 * R * int64_t(sizeof(T)) >= streamBytes();
+        const bool staged =
+            chunk == Memory::stagedBlocks * lanes && span * int64_t(sizeof(T)) >= Memory::stagedRowBytes;
+        const bool stream = span * 2 * R * int64_t(sizeof(T)) >= Memory::streamBytes();
         const int32_t s = merge->radix, m = merge->span;
-        const int64_t runStride = int64_t(chunk) * 2 * width + runGap;
+        const int64_t runStride = int64_t(chunk) * 2 * width + Memory::runGap;
         for (int32_t i0 = 0; i0 < m / 2; i0 += chunk) {
             switch (merge->rule) {
             case 3: combineChunk<8>(merge, buffer, runStride, work, width, groups, i0, chunk); break;
