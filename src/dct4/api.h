@@ -9,6 +9,7 @@
 #include "dct4/compute.h"
 #include "dct4/plan.h"
 #include "dct4/plan_sizes.h"
+#include "dct4/table_pass.h"
 #include "dct4_kernels.h"
 #include "kvtcore.h"
 
@@ -152,9 +153,9 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
     }
     if (rows != nullptr) {
         if (rows->blocks % Wide::factor == 0)
-            Wide::env4_compute(rows, dst, work);
+            TablePass<T, 2 * Vec<T>::lanes>::env4_compute(rows, dst, work);
         else
-            Compute<T>::env4_compute(rows, dst, work);
+            TablePass<T>::env4_compute(rows, dst, work);
     }
 #else
     Env3* const spans = firstOf<Env3>(root->secondList);
@@ -162,7 +163,7 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
         Compute<T>::env5_compute(firstOf<Env5>(spans->firstList), work, src);
     Env2* const table = firstOf<Env2>(root->firstList);
     if (table->rule == 1)
-        Compute<T>::env4_compute(firstOf<Env4>(table->firstList), dst, work);
+        TablePass<T>::env4_compute(firstOf<Env4>(table->firstList), dst, work);
 #endif
     // the stores that bypassed the caches are ordered before the return
     _mm_sfence();
