@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "dct4/compute.h"
+#include "dct4/fused_sweep.h"
 #include "dct4/plan.h"
 #include "dct4/plan_sizes.h"
 #include "dct4/table_pass.h"
@@ -140,7 +141,8 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
         // Real64 lengths with a composite span stage: its combine and the
         // table pass run together, with the root's work as their buffer
         if (columns != nullptr && rows != nullptr && columns->rule == 7 && columns->vectors % Wide::factor == 0 &&
-            rows->blocks % Wide::factor == 0 && Wide::spanAndTable(columns, rows, dst, src, work, root->n)) {
+            rows->blocks % Wide::factor == 0 &&
+            FusedSweep<T, 2 * Vec<T>::lanes>::spanAndTable(columns, rows, dst, src, work, root->n)) {
             _mm_sfence();
             return StatusOk;
         }
