@@ -6,10 +6,10 @@
 
 #include <cstring>
 
-#include "dct4/compute.h"
 #include "dct4/fused_sweep.h"
 #include "dct4/plan.h"
 #include "dct4/plan_sizes.h"
+#include "dct4/span_pass.h"
 #include "dct4/table_pass.h"
 #include "dct4_kernels.h"
 #include "kvtcore.h"
@@ -136,33 +136,33 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
     Env4* const rows = table->rule == 1 ? static_cast<Env4*>(head(table->firstList)) : nullptr;
     // 32-byte vectors take two column groups or row blocks of the plan at a
     // time; a pass with a single one keeps the 16-byte vectors
-    using Wide = Compute<T, 2 * Vec<T>::lanes>;
+    using Wide = StageVectors<T, 2 * Vec<T>::lanes>;
     if constexpr (sizeof(T) == 8) {
         // Real64 lengths with a composite span stage: its combine and the
         // table pass run together, with the root's work as their buffer
         if (columns != nullptr && rows != nullptr && columns->rule == 7 && columns->vectors % Wide::factor == 0 &&
             rows->blocks % Wide::factor == 0 &&
-            FusedSweep<T, 2 * Vec<T>::lanes>::spanAndTable(columns, rows, dst, src, work, root->n)) {
+            FusedSweep<T, Wide::lanes>::spanAndTable(columns, rows, dst, src, work, root->n)) {
             _mm_sfence();
             return StatusOk;
         }
     }
     if (columns != nullptr) {
         if (columns->vectors % Wide::factor == 0)
-            Wide::env5_compute(columns, work, src);
+            SpanPass<T, Wide::lanes>::env5_compute(columns, work, src);
         else
-            Compute<T>::env5_compute(columns, work, src);
+            SpanPass<T>::env5_compute(columns, work, src);
     }
     if (rows != nullptr) {
         if (rows->blocks % Wide::factor == 0)
-            TablePass<T, 2 * Vec<T>::lanes>::env4_compute(rows, dst, work);
+            TablePass<T, Wide::lanes>::env4_compute(rows, dst, work);
         else
             TablePass<T>::env4_compute(rows, dst, work);
     }
 #else
     Env3* const spans = firstOf<Env3>(root->secondList);
     if (spans->rule == 1)
-        Compute<T>::env5_compute(firstOf<Env5>(spans->firstList), work, src);
+        SpanPass<T>::env5_compute(firstOf<Env5>(spans->firstList), work, src);
     Env2* const table = firstOf<Env2>(root->firstList);
     if (table->rule == 1)
         TablePass<T>::env4_compute(firstOf<Env4>(table->firstList), dst, work);

@@ -1,13 +1,14 @@
 // The combine of the composite span stages (env8): the s sub-transforms of
 // a split span, which env9 left interleaved in the stage's `work`, are
-// rotated by their twiddles and joined by s-point complex DFTs, frequency
-// block by frequency block and for all column groups side by side.  The
-// table holds the twiddles as cosine and sine pairs equal in all lanes; for
+// rotated by their twiddles and joined by s-point complex DFTs, one
+// frequency block after the other and all column groups side by side.  The
+// table holds the twiddles as cosine and sine pairs, equal in all lanes; for
 // s of 16 and 32 the DFT runs in two levels, with the pairs of two sections.
-// The outputs of the upper half are the conjugates of the lower half's
-// mirrors and are stored so.  Besides the stage itself, the combine of a run
-// of frequency blocks into a buffer, which the fused sweep hands to the table
-// pass while it is still in cache.
+// An output that falls in the upper half of the spectrum is stored
+// conjugated at its mirror, the spectrum of a real sequence being
+// conjugate-symmetric.  Besides the stage itself, the combine of a run of
+// frequency blocks into a buffer, which the fused sweep hands on to the
+// table pass while it is still in cache.
 #ifndef KVTG_DCT4_COMBINE_H
 #define KVTG_DCT4_COMBINE_H
 

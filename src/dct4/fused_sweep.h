@@ -12,7 +12,7 @@
 #define KVTG_DCT4_FUSED_SWEEP_H
 
 #include "dct4/combine.h"
-#include "dct4/compute.h"
+#include "dct4/composite_stages.h"
 #include "dct4/env.h"
 #include "dct4/memory_policy.h"
 #include "dct4/table_pass.h"
@@ -22,7 +22,7 @@ namespace dct4 {
 template <class T, int W = Vec<T>::lanes>
 struct FusedSweep {
     using Memory = MemoryPolicy<T, W>;
-    using Composite = Compute<T, W>;
+    using Composite = CompositeStages<T, W>;
     using Combine = CombineStage<T, W>;
     using Table = TablePass<T, W>;
     static constexpr int lanes = StageVectors<T, W>::lanes;
