@@ -6,8 +6,11 @@
 
 #include <cstring>
 
-#include "dct4/compute.h"
+#include "dct4/fused_sweep.h"
 #include "dct4/plan.h"
+#include "dct4/plan_sizes.h"
+#include "dct4/span_pass.h"
+#include "dct4/table_pass.h"
 #include "dct4_kernels.h"
 #include "kvtcore.h"
 
@@ -19,7 +22,7 @@ struct Api {
 
     static Status getSize(int32_t n, int32_t* pSize)
     {
-        const int32_t total = S::env1_mem(n);
+        const int32_t total = PlanSizes<T>::env1_mem(n);
         if (total < 0)
             return StatusBadSize;
         *pSize = wrap32(int64_t(total) + 2 * kvtgAlignSize32Bytes(1));
@@ -133,35 +136,36 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
     Env4* const rows = table->rule == 1 ? static_cast<Env4*>(head(table->firstList)) : nullptr;
     // 32-byte vectors take two column groups or row blocks of the plan at a
     // time; a pass with a single one keeps the 16-byte vectors
-    using Wide = Compute<T, 2 * Vec<T>::lanes>;
+    using Wide = StageVectors<T, 2 * Vec<T>::lanes>;
     if constexpr (sizeof(T) == 8) {
         // Real64 lengths with a composite span stage: its combine and the
         // table pass run together, with the root's work as their buffer
         if (columns != nullptr && rows != nullptr && columns->rule == 7 && columns->vectors % Wide::factor == 0 &&
-            rows->blocks % Wide::factor == 0 && Wide::spanAndTable(columns, rows, dst, src, work, root->n)) {
+            rows->blocks % Wide::factor == 0 &&
+            FusedSweep<T, Wide::lanes>::spanAndTable(columns, rows, dst, src, work, root->n)) {
             _mm_sfence();
             return StatusOk;
         }
     }
     if (columns != nullptr) {
         if (columns->vectors % Wide::factor == 0)
-            Wide::env5_compute(columns, work, src);
+            SpanPass<T, Wide::lanes>::env5_compute(columns, work, src);
         else
-            Compute<T>::env5_compute(columns, work, src);
+            SpanPass<T>::env5_compute(columns, work, src);
     }
     if (rows != nullptr) {
         if (rows->blocks % Wide::factor == 0)
-            Wide::env4_compute(rows, dst, work);
+            TablePass<T, Wide::lanes>::env4_compute(rows, dst, work);
         else
-            Compute<T>::env4_compute(rows, dst, work);
+            TablePass<T>::env4_compute(rows, dst, work);
     }
 #else
-    Env3* const spans = Compute<T>::template first<Env3>(root->secondList);
+    Env3* const spans = firstOf<Env3>(root->secondList);
     if (spans->rule == 1)
-        Compute<T>::env5_compute(Compute<T>::template first<Env5>(spans->firstList), work, src);
-    Env2* const table = Compute<T>::template first<Env2>(root->firstList);
+        SpanPass<T>::env5_compute(firstOf<Env5>(spans->firstList), work, src);
+    Env2* const table = firstOf<Env2>(root->firstList);
     if (table->rule == 1)
-        Compute<T>::env4_compute(Compute<T>::template first<Env4>(table->firstList), dst, work);
+        TablePass<T>::env4_compute(firstOf<Env4>(table->firstList), dst, work);
 #endif
     // the stores that bypassed the caches are ordered before the return
     _mm_sfence();

@@ -1,8 +1,10 @@
 // The entry points of the DCT-IV, both sample types: the size of a plan's
 // block, a plan built in the caller's block or in one from the core allocator,
-// its release, and the transform.  The plan objects, tables and stages they
-// reach are in plan.h, tables.h and compute.h, the base kernels in the
-// generated dct4_kernels.h.
+// its release, and the transform (api.h).  The plan objects, their sizes and
+// tables are in plan.h, plan_sizes.h and tables.h, the stages of the general
+// path in a file each (span_pass.h, composite_stages.h, combine.h,
+// table_pass.h, fused_sweep.h), the base kernels in the generated
+// dct4_kernels.h.
 #include "dct4/api.h"
 
 extern "C" KVTG_API Status kvtgDCT4GetSize_32f(int32_t n, int32_t* pSize) { return dct4::Api<float>::getSize(n, pSize); }

@@ -102,6 +102,14 @@ struct Envlambda {
     int32_t n, radix;
 };
 
+// The object at the head of a list, as the record that it is: the stages
+// reach their children so.
+template <class Record>
+inline Record* firstOf(EnvList* list)
+{
+    return static_cast<Record*>(EnvList_get(list, 0));
+}
+
 // Arena footprints of the records: the sizes that the plan sizes are made of.
 static_assert(sizeof(Env1) <= 96 && sizeof(Env2) <= 96 && sizeof(Env3) <= 96 && sizeof(Env4) <= 96, "record size");
 static_assert(sizeof(Env5) <= 96 && sizeof(Env7) <= 96 && sizeof(Env9) <= 96, "record size");

@@ -1,10 +1,12 @@
-// Construction, planning, release and sizing of the DCT-IV plan objects, for
-// one sample type T (float: four lanes per vector, double: two).
+// Construction, planning and release of the DCT-IV plan objects, for one
+// sample type T (float: four lanes per vector, double: two), and the rules
+// that choose each object's stage.
 //
-// Two walks cover the same tree: the plan operations build it in the arena,
-// the mem functions add up its bytes without building anything; both reject
-// the same lengths.  Planning is depth first, so the arena order follows the
-// tree, and a complete release returns the cursor to where the root began.
+// Two walks cover the same tree: the plan operations here build it in the
+// arena, the mem functions of plan_sizes.h add up its bytes without building
+// anything; both reject the same lengths.  Planning is depth first, so the
+// arena order follows the tree, and a complete release returns the cursor to
+// where the root began.
 #ifndef KVTG_DCT4_PLAN_H
 #define KVTG_DCT4_PLAN_H
 
@@ -430,68 +432,6 @@ struct Stages : Tables<T> {
         r->table = kvtgArenaMalloc(r->head.arena, Tables<T>::env8TableBytes(r->rule, r->blocks));
         Tables<T>::fillEnv8(static_cast<T*>(r->table), r->rule, r->blocks, r->fn);
         return StatusOk;
-    }
-
-    // ---- sizes without building: 32-bit totals, negative on rejection
-    static int32_t env1_mem(int32_t n)
-    {
-        if (rootRule(n) <= 5)
-            return 192;
-        int32_t radix = 0;
-        if (divisorsIntNonTriv(&radix, n / 2) != StatusOk)
-            return -1;
-        const int32_t table = env2_mem(radix, n, 2 * radix, n / (2 * radix), n, wrap32(int64_t(2) * n - 1), n / radix);
-        if (table < 0)
-            return table;
-        const int32_t spans = env3_mem(n / radix, n, wrap32(int64_t(2) * n - 1), 2 * radix, radix, n, radix);
-        if (spans < 0)
-            return spans;
-        return wrap32(int64_t(table) + spans + kvtgAlignSize32Bytes(int64_t(n) * width) + 416);
-    }
-
-    static int32_t env2_mem(int32_t radix, int32_t, int32_t, int32_t blocks, int32_t, int32_t, int32_t)
-    {
-        if (blocks % lanes != 0 || Tables<T>::env4Rule(radix) == 0)
-            return -1;
-        return wrap32(kvtgAlignSize32Bytes(int64_t(16) * 2 * radix * (blocks / lanes)) + 448);
-    }
-
-    static int32_t env3_mem(int32_t span, int32_t n, int32_t lastIndex, int32_t radix2, int32_t radix, int32_t outN,
-                            int32_t stride)
-    {
-        if (radix % lanes != 0)
-            return -1;
-        const int32_t inner = env5_mem(span, n, lastIndex, radix2, radix / lanes, outN, stride);
-        return inner < 0 ? inner : wrap32(int64_t(inner) + 224);
-    }
-
-    static int32_t env5_mem(int32_t span, int32_t n, int32_t, int32_t radix2, int32_t, int32_t outN, int32_t stride)
-    {
-        if (spanRule(span) != 7)
-            return 160;
-        const int32_t inner = env7_mem(span, n, n, radix2, outN, stride);
-        return inner < 0 ? inner : wrap32(int64_t(inner) + 224);
-    }
-
-    static int32_t env7_mem(int32_t n, int32_t a, int32_t b, int32_t c, int32_t d, int32_t e)
-    {
-        int32_t s = 0;
-        if (divisorsIntNonTriv(&s, n / 2) != StatusOk || Tables<T>::env8__chooseRule(s) == 0)
-            return -1;
-        const int32_t inner = env9_mem(n / s, a, b, s * c, c, s, d, s * e, e);
-        if (inner < 0)
-            return inner;
-        const int64_t table = int64_t(16) * 2 * (s - 1) * (n / (2 * s));
-        return wrap32(kvtgAlignSize32Bytes(table) + inner + kvtgAlignSize32Bytes(int64_t(d) * width) + 576);
-    }
-
-    static int32_t env9_mem(int32_t span, int32_t inLen, int32_t outLen, int32_t inStride, int32_t, int32_t, int32_t total,
-                            int32_t outStride, int32_t)
-    {
-        if (spanRule(span) != 7)
-            return 160;
-        const int32_t inner = env7_mem(span, inLen, outLen, inStride, total, outStride);
-        return inner < 0 ? inner : wrap32(int64_t(inner) + 224);
     }
 };
 
