@@ -1,13 +1,16 @@
-// The SIMD layer of the target this unit is compiled for: the 128-bit SSE2
-// layer in the baseline library, the 256-bit AVX2 layer (which also carries
-// the 128-bit operations) in its x86-64-v3 twin.
+// The SIMD layer of the target this unit is compiled for: the build names
+// the target's header (KVTG_SIMD_HEADER) and the width of its vectors
+// (KVTG_VECTOR_BITS), as its description in targets/ gives them.  A unit
+// compiled outside the library gets the baseline's 128-bit layer.
 #ifndef KVTG_SIMD_H
 #define KVTG_SIMD_H
 
-#if defined(KVTG_TARGET_AVX2)
-#include "simd_avx2.h"
-#else
-#include "simd_sse2.h"
+#if !defined(KVTG_SIMD_HEADER)
+#define KVTG_SIMD_HEADER "simd_sse2.h"
 #endif
+#if !defined(KVTG_VECTOR_BITS)
+#define KVTG_VECTOR_BITS 128
+#endif
+#include KVTG_SIMD_HEADER
 
 #endif

@@ -123,7 +123,7 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
         return StatusBadArg;
     // the general path: the stage of the second list runs first
     T* const work = static_cast<T*>(root->work);
-#if defined(KVTG_TARGET_AVX2)
+#if KVTG_VECTOR_BITS >= 256
     // The stages hang from the head nodes of their lists: read in place
     // (a list's head holds its first value), the two chains of loads from the
     // root run side by side, where two calls of EnvList_get each would order

@@ -72,7 +72,7 @@ struct Vec<double, 2> {
     }
 };
 
-#if defined(KVTG_TARGET_AVX2)
+#if KVTG_VECTOR_BITS >= 256
 // Eight floats: every lane computes what the same lane of a 16-byte vector
 // would, so the kernels give the same bits on either width.  The tables of a
 // plan stay laid out for 16-byte vectors; a 32-byte vector takes two of
