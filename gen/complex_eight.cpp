@@ -225,10 +225,9 @@ EightLanes exactEightLanes(int n, const Tree& tree, int sign, bool batch, const 
         return out;
     }
     out.graph->steerSums(nullptr);
-    std::vector<int> roots;
     for (const WideStore& store : out.stores)
-        roots.push_back(store.node);
-    out.time = timeCost(*out.graph, roots, storeCount(out.stores));
+        out.roots.push_back(store.node);
+    out.storeInstructions = storeCount(out.stores);
     return out;
 }
 

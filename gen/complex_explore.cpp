@@ -1,5 +1,7 @@
-// The explorer's search of the complex kernels' forms: the 128-bit flow of
-// fewest instructions, then on a 256-bit target the body of least cost.
+// The explorer's search of the complex kernels' forms, by the cost model of
+// the target's description: on the baseline the 128-bit flow of least cost,
+// which every other target takes; on a 256-bit target the body of least
+// time.
 #include <algorithm>
 
 #include "complex_kernel.h"
@@ -8,10 +10,47 @@ namespace gen {
 
 namespace {
 
-// Cost of a kernel for the choice of layout: every instruction counts one.
-int cost(const OpCounts& c, int loadsAndStores)
+// The cost of a 128-bit flow, as the target's cost model weighs its
+// instructions: arithmetic (sign changes included), selections and
+// exchanges, loads and stores.
+int flowCost(const OpCounts& c, int loadsAndStores)
 {
-    return c.additions + c.multiplications + c.exchanges + c.signedExchanges + c.signFlips + loadsAndStores;
+    const Target& t = target();
+    return t.weight("arithmetic") * (c.additions + c.multiplications + c.signFlips) +
+           t.weight("selection") * (c.exchanges + c.signedExchanges) + t.weight("load-store") * loadsAndStores;
+}
+
+// The time of a 256-bit body (the nodes the roots need and `stores` store
+// instructions), as the target's cost model weighs them: an operation (an
+// arithmetic instruction, a selection inside the halves, a load), a move
+// across halves, a load into an upper half, a store; a multiplication by i
+// is two operations.
+int timeCost(const Graph& g, const std::vector<int>& roots, int stores)
+{
+    const Target& t = target();
+    const std::vector<bool> live = g.liveSet(roots);
+    int cost = stores * t.weight("store");
+    for (int id = 0; id < g.size(); ++id) {
+        const Node& n = g.node(id);
+        if (!live[static_cast<std::size_t>(id)] || n.op == Op::Const || n.op == Op::Param ||
+            (n.op == Op::Extract && n.index == 0) || (n.op == Op::Join && n.b < 0))
+            continue;
+        if (n.op == Op::Join && g.node(n.b).op == Op::Input)
+            cost += t.weight("upper-half-load");
+        else if (n.op == Op::Join || n.op == Op::Permute2 || n.op == Op::Extract)
+            cost += t.weight("move-across-halves");
+        else
+            cost += t.weight("operation") * (n.op == Op::SwapNeg ? 2 : 1);
+    }
+    return cost;
+}
+
+int packedTime(const PackedKernel& packed)
+{
+    std::vector<int> roots;
+    for (const PackedStore& store : packed.stores)
+        roots.push_back(store.node);
+    return timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
 }
 
 // Of the 128-bit flows a kernel can take, the one with the fewest instructions.
@@ -25,7 +64,7 @@ Flow searchFlow(const Variant& v, int n)
     int bestCost = 0;
     for (Flow flow : {Flow::Pairs, Flow::Joined, Flow::Split}) {
         const NarrowKernel k = buildNarrow(v, n, flow);
-        const int c = cost(k.kernel.counts, k.kernel.memoryAccesses);
+        const int c = flowCost(k.kernel.counts, k.kernel.memoryAccesses);
         if (flow == Flow::Pairs || c < bestCost) {
             best = flow;
             bestCost = c;
@@ -55,13 +94,19 @@ void searchWideBody(const Variant& v, int n, Flow flow, Form& form)
     const int packTime = packedTime(packed);
     const TreePtr tree = complexRule(n, v.precision);
     EightLanes eight;
+    int eightTime = 0;
     for (bool batch : {false, true}) {
         EightLanes candidate = exactEightLanes(n, *tree, v.inverse ? 1 : -1, batch, k.graph, k.roots,
                                                outputLanes(k.stores, n));
-        if (candidate.graph && (!eight.graph || candidate.time < eight.time))
+        if (!candidate.graph)
+            continue;
+        const int time = timeCost(*candidate.graph, candidate.roots, candidate.storeInstructions);
+        if (!eight.graph || time < eightTime) {
             eight = std::move(candidate);
+            eightTime = time;
+        }
     }
-    if (eight.graph && eight.time < std::min(narrowTime, packTime))
+    if (eight.graph && eightTime < std::min(narrowTime, packTime))
         form.set("body", "eight").set("batch", eight.batch ? "yes" : "no");
     else if (packTime < narrowTime)
         takePacked();
@@ -71,7 +116,10 @@ void searchWideBody(const Variant& v, int n, Flow flow, Form& form)
 
 Form searchForm(const Variant& v, int n)
 {
-    const Flow flow = searchFlow(v, n);
+    // the flow fixes the bits: the baseline chooses it, the others take it
+    const std::string& baseline = target().baseline;
+    const Flow flow = baseline.empty() || baseline == target().name ? searchFlow(v, n)
+                                                                      : flowOf(formOn(v.kernelName(n), baseline));
     Form form;
     form.set("flow", flowNames[static_cast<int>(flow)]);
     if (target().wide() && flow != Flow::Scalar)

@@ -141,14 +141,6 @@ std::string packedBody(const Variant& v, const PackedKernel& packed, const std::
     return body.str();
 }
 
-// The time of a packed kernel, as the 256-bit target's cost model counts it.
-int packedTime(const PackedKernel& packed)
-{
-    std::vector<int> roots;
-    for (const PackedStore& store : packed.stores)
-        roots.push_back(store.node);
-    return timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
-}
 
 // Where a store puts the lanes of its node among the kernel's real outputs.
 void placeStore(const Store& store, bool single, OutputLanes& y)

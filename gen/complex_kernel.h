@@ -103,8 +103,6 @@ OutputLanes outputLanes(const PackedKernel& packed, const std::vector<Store>& st
 // its inputs read from (-1: not a contiguous 16-byte read).
 std::vector<VectorStore> vectorStores(const Variant& v, const std::vector<Store>& stores);
 InputSpan inputSpan(const Variant& v);
-// The time of a packed kernel, as the 256-bit target's cost model counts it.
-int packedTime(const PackedKernel& packed);
 
 // Inputs on which every wide body of a kernel must give its flow's bits.
 std::vector<std::vector<double>> checkInputs(int n);
@@ -116,11 +114,12 @@ struct WideStore {
     bool pair;   // the lower half holds two samples (else one)
 };
 
-// An eight-lane graph of a kernel with the 128-bit graph's bits, and its time.
+// An eight-lane graph of a kernel with the 128-bit graph's bits.
 struct EightLanes {
     std::unique_ptr<Graph> graph;  // null where no such graph was found
     std::vector<WideStore> stores;
-    int time = 0;
+    std::vector<int> roots;         // the nodes the stores write
+    int storeInstructions = 0;      // a store of two halves counts two
     bool batch = false;
 };
 

@@ -41,9 +41,20 @@ Target readTarget(const std::string& path)
     t.name = values["name"];
     t.vectorBits = std::atoi(values["vector-bits"].c_str());
     t.simdHeaderName = values["simd-header"];
+    for (const auto& [key, value] : values)
+        if (key.rfind("cost.", 0) == 0)
+            t.cost[key.substr(5)] = std::atoi(value.c_str());
     if (t.vectorBits != 128 && t.vectorBits != 256)
         throw std::runtime_error(path + ": the generator writes 128-bit and 256-bit vectors only");
     return t;
+}
+
+int Target::weight(const std::string& costClass) const
+{
+    const auto found = cost.find(costClass);
+    if (found == cost.end())
+        throw std::runtime_error("the description of target " + name + " weighs no cost." + costClass);
+    return found->second;
 }
 
 std::vector<Target> readTargetList(const std::string& path)
@@ -56,6 +67,8 @@ std::vector<Target> readTargetList(const std::string& path)
     for (std::string line; std::getline(in, line);)
         if (!line.empty() && line[0] != '#')
             targets.push_back(readTarget(folder + "/" + line + ".target"));
+    for (Target& t : targets)
+        t.baseline = targets.empty() ? std::string() : targets.front().name;
     return targets;
 }
 

@@ -21,8 +21,17 @@ struct Target {
     std::string name = "sse2";
     int vectorBits = 128;
     std::string simdHeaderName = "simd_sse2.h";
+    // the explorer's cost model: what an instruction of each class counts
+    // (the description's cost.<class> lines)
+    std::map<std::string, int> cost;
+    // the first target of the list the explorer runs over, whose flows the
+    // others take (empty when building)
+    std::string baseline;
+
     const char* simdHeader() const { return simdHeaderName.c_str(); }
     bool wide() const { return vectorBits == 256; }
+    // A class's weight; a class the description does not weigh stops the generator.
+    int weight(const std::string& costClass) const;
 };
 // Reads a target's description (lines "key = value", # comments); a width
 // the generator cannot write for stops it.

@@ -115,6 +115,15 @@ Form formOf(const std::string& kernel, const std::function<Form()>& search)
     return at->second;
 }
 
+const Form& formOn(const std::string& kernel, const std::string& targetName)
+{
+    Entry& e = table().entry(kernel);
+    const auto at = e.byTarget.find(targetName);
+    if (at == e.byTarget.end())
+        formError(kernel, "the table of forms has no line for it on " + targetName);
+    return at->second;
+}
+
 void loadForms(const std::string& path)
 {
     std::ifstream in(path);

@@ -51,6 +51,10 @@ private:
 // outside the generator (by timing): exploring keeps its line.
 Form formOf(const std::string& kernel, const std::function<Form()>& search);
 
+// The form of a kernel on another target (exploring: the baseline's line,
+// already explored, whose flow the other targets take).
+const Form& formOn(const std::string& kernel, const std::string& targetName);
+
 // The table the generator runs with: read from a file, or explored anew.
 void loadForms(const std::string& path);
 void startExploring();

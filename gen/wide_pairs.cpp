@@ -99,25 +99,6 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
 
 using wide::Options;
 
-int timeCost(const Graph& g, const std::vector<int>& roots, int stores)
-{
-    const std::vector<bool> live = g.liveSet(roots);
-    int cost = stores;
-    for (int id = 0; id < g.size(); ++id) {
-        const Node& n = g.node(id);
-        if (!live[static_cast<std::size_t>(id)] || n.op == Op::Const || n.op == Op::Param ||
-            (n.op == Op::Extract && n.index == 0) || (n.op == Op::Join && n.b < 0))
-            continue;
-        if (n.op == Op::Join && g.node(n.b).op == Op::Input)
-            cost += 3;
-        else if (n.op == Op::Join || n.op == Op::Permute2 || n.op == Op::Extract)
-            cost += 4;
-        else
-            cost += 2 + (n.op == Op::SwapNeg ? 2 : 0);
-    }
-    return cost;
-}
-
 PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
                       const PackOptions& options)
 {

@@ -57,13 +57,6 @@ struct PackedKernel {
 // reads something else (a half, or two separate places).
 using InputSpan = std::function<int(const Node&)>;
 
-// Time of a 256-bit kernel's instructions (the nodes the roots need and
-// `stores` stores), in halves of an arithmetic instruction, as fitted to the
-// split-layout Complex32 kernels timed in three forms on an x86-64-v3 core:
-// a selection inside the halves counts as an arithmetic instruction, a move
-// across halves as two, a load into an upper half as one and a half, a store
-// as a half.  It ranks the forms of a kernel: 128-bit, packed, eight lanes.
-int timeCost(const Graph& graph, const std::vector<int>& roots, int stores);
 
 // How the pass pairs nodes: the pairs asked for from the start (none, pairs
 // asked for by neighbouring outputs, the outputs whose computations share the
