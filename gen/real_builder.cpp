@@ -19,6 +19,16 @@ Cx conj(Cx a) { return {a.re, -a.im}; }
 Cx timesMinusI(Cx a) { return {a.im, -a.re}; }  // -i·(a + ib) = b - ia
 Cx timesI(Cx a) { return {-a.im, a.re}; }
 
+// (a.re + i a.im)·(c + i s) as two product expressions, one product per
+// statement in the order of the note in gen/graph.h.
+Cx times(Flow& f, Cx a, long double c, long double s)
+{
+    const Ref imS = f.mul(a.im, s), reC = f.mul(a.re, c);
+    const Ref re = f.sub(reC, imS, true);
+    const Ref imC = f.mul(a.im, c), reS = f.mul(a.re, s);
+    return {re, f.add(reS, imC, true)};
+}
+
 // Stores bin k of a length-n half spectrum, by its conjugate mirror above n/2.
 void place(std::vector<Cx>& spectrum, std::vector<bool>& filled, int n, long k, Cx value)
 {
@@ -192,8 +202,7 @@ std::vector<Cx> complexRader(Flow& f, const std::vector<Cx>& x)
         }
         bk /= n;
         const Cx v = big[k];
-        Cx prod{f.sub(f.mul(v.re, bk.real()), f.mul(v.im, bk.imag()), true),
-                f.add(f.mul(v.re, bk.imag()), f.mul(v.im, bk.real()), true)};
+        Cx prod = times(f, v, bk.real(), bk.imag());
         if (k == 0)
             prod = {f.add(x[0].re, f.mul(v.re, bk.real()), true), f.add(x[0].im, f.mul(v.im, bk.real()), true)};
         c[k] = prod;
@@ -334,8 +343,7 @@ std::vector<Cx> raderReal(Flow& f, const TreePtr& tree, const std::vector<Ref>& 
     std::vector<Cx> D(static_cast<std::size_t>(h + 1));
     for (int k = 1; k < h; ++k) {
         const auto m = M(k);
-        D[k] = {f.sub(f.mul(A[k].re, m.real()), f.mul(A[k].im, m.imag()), true),
-                f.add(f.mul(A[k].re, m.imag()), f.mul(A[k].im, m.real()), true)};
+        D[k] = times(f, A[k], m.real(), m.imag());
     }
     const auto mh = M(h);
     if (h % 2 == 0)
@@ -514,7 +522,7 @@ Cx rotate(Flow& f, Cx x, long e, long m)
     }
     const long double angle = 2 * pi * e / m;
     const long double c = std::cos(angle), s = -std::sin(angle);
-    return {f.sub(f.mul(x.re, c), f.mul(x.im, s), true), f.add(f.mul(x.re, s), f.mul(x.im, c), true)};
+    return times(f, x, c, s);
 }
 
 std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)
