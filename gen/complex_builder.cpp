@@ -93,6 +93,15 @@ std::complex<long double> bluesteinFilter(int p, int length, int k, int sign)
     return {re / length, sign * im / length};
 }
 
+Cx multiplyByNodes(Graph& graph, Cx v, int cosines, int sines)
+{
+    // one product per statement, in the order of graph.h's note
+    const int qs = graph.mul(v.q, sines), pc = graph.mul(v.p, cosines);
+    const int p = graph.sub(pc, qs);
+    const int qc = graph.mul(v.q, cosines), ps = graph.mul(v.p, sines);
+    return {p, graph.add(ps, qc)};
+}
+
 int primitiveRoot(int p)
 {
     for (int g = 2; g < p; ++g) {
@@ -162,9 +171,15 @@ Cx ComplexBuilder::multiply(Cx a, long double re, long double im)
         const Type t = g_.node(z).type;
         const int cosines = g_.constant(t, re);
         const int sines = t == Type::V2D ? g_.constantPair(-im, im) : g_.constantLanes(-im, im, -im, im);
-        return {g_.add(g_.mul(z, cosines), g_.mul(g_.swapHalves(z), sines)), Graph::none};
+        // the second product first, in the order of graph.h's note
+        const int swappedSines = g_.mul(g_.swapHalves(z), sines);
+        return {g_.add(g_.mul(z, cosines), swappedSines), Graph::none};
     }
-    return {subNode(mulNode(a.p, re), mulNode(a.q, im)), addNode(mulNode(a.p, im), mulNode(a.q, re))};
+    // one product per statement, in the order of graph.h's note
+    const int qIm = mulNode(a.q, im), pRe = mulNode(a.p, re);
+    const int p = subNode(pRe, qIm);
+    const int qRe = mulNode(a.q, re), pIm = mulNode(a.p, im);
+    return {p, addNode(pIm, qRe)};
 }
 
 Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
@@ -282,8 +297,10 @@ std::vector<Cx> ComplexBuilder::fiveW(const std::vector<Cx>& x, int sign)
     const Cx a = sub(x[0], scale(t, -(c1 + c2) / 2));
     const Cx b = scale(sub(s1, s2), (c1 - c2) / 2);
     const Cx a1 = add(a, b), a2 = sub(a, b);
-    const Cx b1 = add(scale(d1, sn1), scale(d2, sn2));
-    const Cx b2 = sub(scale(d1, sn2), scale(d2, sn1));
+    const Cx d2Sn2 = scale(d2, sn2), d1Sn1 = scale(d1, sn1);
+    const Cx b1 = add(d1Sn1, d2Sn2);
+    const Cx d2Sn1 = scale(d2, sn1), d1Sn2 = scale(d1, sn2);
+    const Cx b2 = sub(d1Sn2, d2Sn1);
     const Cx ib1 = mulI(b1, sign), ib2 = mulI(b2, sign);
     return {add(x[0], t), add(a1, ib1), add(a2, ib2), sub(a2, ib2), sub(a1, ib1)};
 }

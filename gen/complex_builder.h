@@ -66,6 +66,10 @@ private:
     bool materialize_ = false;
 };
 
+// (p + i q)(c + i s) = (cp - sq) + i(sp + cq) by four products, with the
+// constants as nodes `cosines` and `sines` whose lanes may differ.
+Cx multiplyByNodes(Graph& graph, Cx v, int cosines, int sines);
+
 // Smallest primitive root modulo a prime.
 int primitiveRoot(int p);
 long long powMod(long long base, long long exp, long long mod);

@@ -296,13 +296,15 @@ Cx SplitBuilder::multiplyLanes(Cx v, const std::vector<Constant>& constants)
                 im[j] = lanes[j].imag();
             }
             const int cosines = g_.constantLanes8(re), sines = g_.constantLanes8(im);
-            return {g_.sub(g_.mul(v.p, cosines), g_.mul(v.q, sines)), g_.add(g_.mul(v.p, sines), g_.mul(v.q, cosines))};
+            return multiplyByNodes(g_, v, cosines, sines);
         }
         const std::vector<Constant> lower(lanes.begin(), lanes.begin() + 4), upper(lanes.begin() + 4, lanes.end());
         std::vector<Constant> lowerTwice = lower, upperTwice = upper;
         lowerTwice.insert(lowerTwice.end(), lower.begin(), lower.end());
         upperTwice.insert(upperTwice.end(), upper.begin(), upper.end());
-        return joinForms(multiplyLanes(v, lowerTwice), multiplyLanes(v, upperTwice));
+        // the upper half's nodes first, in the order of graph.h's note
+        const Cx upperForm = multiplyLanes(v, upperTwice);
+        return joinForms(multiplyLanes(v, lowerTwice), upperForm);
     }
     bool uniform = true;
     for (const Constant& c : constants)
@@ -317,8 +319,8 @@ Cx SplitBuilder::multiplyLanes(Cx v, const std::vector<Constant>& constants)
     }
     const int cosines = g_.constantLanes(re[0], re[1], re[2], re[3]);
     const int sines = g_.constantLanes(im[0], im[1], im[2], im[3]);
-    // (p + iq)(c + is) = (cp - sq) + i(sp + cq), the constants differing per lane
-    return {g_.sub(g_.mul(v.p, cosines), g_.mul(v.q, sines)), g_.add(g_.mul(v.p, sines), g_.mul(v.q, cosines))};
+    // the constants differing per lane
+    return multiplyByNodes(g_, v, cosines, sines);
 }
 
 Cx SplitBuilder::twiddleHalves(Cx v, const std::vector<Constant>& twiddles, const std::array<bool, 2>& uniform,

@@ -67,8 +67,8 @@ Cx PairedBuilder::multiplyHalves(Cx v, Constant low, Constant high)
         return uniform_.multiply(v, low.real(), low.imag());
     const int re = g_.constantLanes(low.real(), low.real(), high.real(), high.real());
     const int im = g_.constantLanes(low.imag(), low.imag(), high.imag(), high.imag());
-    // (p + iq)(c + is) = (cp - sq) + i(sp + cq), the constants differing per half
-    return {g_.sub(g_.mul(v.p, re), g_.mul(v.q, im)), g_.add(g_.mul(v.p, im), g_.mul(v.q, re))};
+    // the constants differing per half
+    return multiplyByNodes(g_, v, re, im);
 }
 
 Cx PairedBuilder::rotateHalves(Cx v, long long kLow, long long kHigh, long long n, int sign)

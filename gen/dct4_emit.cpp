@@ -34,7 +34,11 @@ public:
     Value rotate(Value v, long double angle)
     {
         const long double c = cosl(angle), s = sinl(angle);
-        return {g_.sub(mul(v.re, c), mul(v.im, s)), g_.add(mul(v.re, s), mul(v.im, c))};
+        // one product per statement, in the order of graph.h's note
+        const int imS = mul(v.im, s), reC = mul(v.re, c);
+        const int re = g_.sub(reC, imS);
+        const int imC = mul(v.im, c), reS = mul(v.re, s);
+        return {re, g_.add(reS, imC)};
     }
 
     // SpanTransform of size S: S/2 complex values at the odd half-frequencies.

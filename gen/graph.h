@@ -8,6 +8,17 @@
 // IEEE arithmetic: a negation is merged into the addition or subtraction that
 // consumes it, a multiplication by 1 disappears, a negative constant becomes a
 // positive one with a negation.  Nothing is reassociated.
+//
+// The order in which nodes are made is part of the kernel: a sum takes its
+// operands in the order of their ids, and a subtraction is oriented by which
+// operand came first (see canonicalSubtraction), so that two orders of making
+// the same nodes give kernels that differ in the sign of zero results.  (The
+// real family's flows, gen/real_flow.h, order their sums by id too.)  C++
+// leaves the order of one call's arguments to the compiler, and GCC and clang
+// take them in opposite orders, so no call of a builder takes two arguments
+// that both make nodes: those are made in statements of their own, the last
+// argument first, the order the kernels have always been generated in.  The
+// generated text is then the same whichever compiler built the generator.
 #ifndef KVTGEN_GRAPH_H
 #define KVTGEN_GRAPH_H
 

@@ -13,6 +13,14 @@
 
 namespace gen::real {
 
+Cx times(Flow& f, Cx a, long double c, long double s)
+{
+    const Ref imS = f.mul(a.im, s), reC = f.mul(a.re, c);
+    const Ref re = f.sub(reC, imS, true);
+    const Ref imC = f.mul(a.im, c), reS = f.mul(a.re, s);
+    return {re, f.add(reS, imC, true)};
+}
+
 void place(std::vector<Cx>& spectrum, std::vector<bool>& filled, int n, long k, Cx value)
 {
     k %= n;

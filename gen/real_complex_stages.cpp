@@ -121,8 +121,7 @@ std::vector<Cx> complexRader(Flow& f, const std::vector<Cx>& x)
         }
         bk /= n;
         const Cx v = big[k];
-        Cx prod{f.sub(f.mul(v.re, bk.real()), f.mul(v.im, bk.imag()), true),
-                f.add(f.mul(v.re, bk.imag()), f.mul(v.im, bk.real()), true)};
+        Cx prod = times(f, v, bk.real(), bk.imag());
         if (k == 0)
             prod = {f.add(x[0].re, f.mul(v.re, bk.real()), true), f.add(x[0].im, f.mul(v.im, bk.real()), true)};
         c[k] = prod;
@@ -167,7 +166,7 @@ Cx rotate(Flow& f, Cx x, long e, long m)
     }
     const long double angle = 2 * pi * e / m;
     const long double c = std::cos(angle), s = -std::sin(angle);
-    return {f.sub(f.mul(x.re, c), f.mul(x.im, s), true), f.add(f.mul(x.re, s), f.mul(x.im, c), true)};
+    return times(f, x, c, s);
 }
 
 std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)

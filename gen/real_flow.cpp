@@ -169,8 +169,14 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs, bool 
         Ref r;
         switch (n.kind) {
         case Flow::Kind::Input: r = out.input(n.index); break;
-        case Flow::Kind::Add: r = out.add(copy(n.a), copy(n.b), n.expr); break;
-        case Flow::Kind::Sub: r = out.sub(copy(n.a), copy(n.b), n.expr); break;
+        case Flow::Kind::Add:
+        case Flow::Kind::Sub: {
+            // the second operand first, in the order of the note in gen/graph.h
+            const Ref b = copy(n.b);
+            const Ref a = copy(n.a);
+            r = n.kind == Flow::Kind::Add ? out.add(a, b, n.expr) : out.sub(a, b, n.expr);
+            break;
+        }
         case Flow::Kind::Double: r = out.twice(copy(n.a)); break;
         case Flow::Kind::Mul: {
             const Flow::Node& inner = flow.node(n.a);

@@ -227,8 +227,7 @@ std::vector<Cx> RaderReal::products()
     std::vector<Cx> D(static_cast<std::size_t>(h_ + 1));
     for (int k = 1; k < h_; ++k) {
         const auto m = multiplier(k);
-        D[k] = {f_.sub(f_.mul(A_[k].re, m.real()), f_.mul(A_[k].im, m.imag()), true),
-                f_.add(f_.mul(A_[k].re, m.imag()), f_.mul(A_[k].im, m.real()), true)};
+        D[k] = times(f_, A_[k], m.real(), m.imag());
     }
     const auto mh = multiplier(h_);
     if (h_ % 2 == 0)

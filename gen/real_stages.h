@@ -19,6 +19,9 @@ inline Cx csub(Flow& f, Cx a, Cx b) { return {f.sub(a.re, b.re), f.sub(a.im, b.i
 inline Cx conj(Cx a) { return {a.re, -a.im}; }
 inline Cx timesMinusI(Cx a) { return {a.im, -a.re}; }  // -i·(a + ib) = b - ia
 inline Cx timesI(Cx a) { return {-a.im, a.re}; }
+// (a.re + i a.im)·(c + i s) as two product expressions, one product per
+// statement in the order of the note in gen/graph.h.
+Cx times(Flow& f, Cx a, long double c, long double s);
 
 // Stores bin k of a length-n half spectrum, by its conjugate mirror above n/2.
 void place(std::vector<Cx>& spectrum, std::vector<bool>& filled, int n, long k, Cx value);
