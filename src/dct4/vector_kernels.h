@@ -152,11 +152,30 @@ struct Kernels {
     // 32-byte vectors: the x86-64-v3 build's wider kernels
     static constexpr bool wide = W * static_cast<int>(sizeof(T)) == 32;
 
+    // cos and sin of pi K / D in every lane, computed once at load.  A
+    // compiler that folds the long double cosine (GCC) makes them literals of
+    // the kernels instead; one that does not (clang 14) would otherwise call
+    // the math library at every rotation.  Either way they are the long double
+    // values rounded to T, the same bits (the bit-identity test holds the
+    // files of the two compilers against each other).
+    template <int K, int D>
+    struct RotationAtLoad {
+        static inline const V c = constant(__builtin_cosl(kPi * K / D));
+        static inline const V s = constant(__builtin_sinl(kPi * K / D));
+    };
+
     // (re + i im) e^(i pi k / d), four products and two additions
     template <int K, int D>
     static KVTG_INLINE C rotate(C z)
     {
-        const V c = constant(__builtin_cosl(kPi * K / D)), s = constant(__builtin_sinl(kPi * K / D));
+        V c, s;
+        if constexpr (__builtin_constant_p(__builtin_cosl(kPi * K / D))) {
+            c = constant(__builtin_cosl(kPi * K / D));
+            s = constant(__builtin_sinl(kPi * K / D));
+        } else {
+            c = RotationAtLoad<K, D>::c;
+            s = RotationAtLoad<K, D>::s;
+        }
         return {kv::sub(kv::mul(c, z.re), kv::mul(s, z.im)), kv::add(kv::mul(s, z.re), kv::mul(c, z.im))};
     }
 
