@@ -19,7 +19,7 @@ struct Value {
     double v[4] = {0, 0, 0, 0};
 };
 
-double roundTo(bool isDouble, double a) { return isDouble ? a : static_cast<double>(static_cast<float>(a)); }
+double inPrecision(bool isDouble, double a) { return isDouble ? a : static_cast<double>(static_cast<float>(a)); }
 
 // One IEEE operation, rounded once in the precision of its type.
 double arithmetic(char op, bool isDouble, double a, double b)
@@ -203,7 +203,7 @@ Value Interpreter::primary()
         value.v[0] = std::strtod(text_.c_str() + pos_, &end);
         pos_ = static_cast<std::size_t>(end - text_.c_str());
         value.isDouble = !accept("f");
-        value.v[0] = roundTo(value.isDouble, value.v[0]);
+        value.v[0] = inPrecision(value.isDouble, value.v[0]);
         return value;
     }
     if (accept("static_cast<")) {
@@ -228,7 +228,7 @@ Value Interpreter::primary()
     }
     if (word == "c") {
         value.isDouble = !single_;
-        value.v[0] = roundTo(value.isDouble, factor_);
+        value.v[0] = inPrecision(value.isDouble, factor_);
         return value;
     }
     if (word == "Scaled")
@@ -300,11 +300,11 @@ Value Interpreter::call(const std::string& function)
     if (function == "kv::set4d" || function == "kv::set4") {
         arity(4);
         for (int i = 0; i < 4; ++i)
-            out.v[i] = roundTo(out.isDouble, a[static_cast<std::size_t>(i)].v[0]);
+            out.v[i] = inPrecision(out.isDouble, a[static_cast<std::size_t>(i)].v[0]);
     } else if (function == "kv::set1d" || function == "kv::set1f") {
         arity(1);
         for (double& lane : out.v)
-            lane = roundTo(out.isDouble, a[0].v[0]);
+            lane = inPrecision(out.isDouble, a[0].v[0]);
     } else if (function != "kv::zero4" && function != "kv::zero4d") {
         fail("an unknown function " + function);
     }
@@ -326,7 +326,7 @@ Value Interpreter::convert(bool toDouble, const Value& a) const
     Value out = a;
     out.isDouble = toDouble;
     for (int i = 0; i < a.lanes; ++i)
-        out.v[i] = roundTo(toDouble, a.v[i]);
+        out.v[i] = inPrecision(toDouble, a.v[i]);
     return out;
 }
 

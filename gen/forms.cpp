@@ -155,7 +155,6 @@ void loadForms(const std::string& path)
 }
 
 void startExploring() { table().exploring = true; }
-bool exploring() { return table().exploring; }
 
 void writeForms(const std::string& path)
 {

@@ -32,7 +32,6 @@ public:
     // The value of a field; a missing field stops the generator, naming `kernel`.
     const std::string& get(const std::string& field) const;
     std::string text() const;
-    bool operator==(const Form& other) const { return text() == other.text(); }
 
     // The kernel whose form this is (for messages).
     std::string kernel;
@@ -58,7 +57,6 @@ const Form& formOn(const std::string& kernel, const std::string& targetName);
 // The table the generator runs with: read from a file, or explored anew.
 void loadForms(const std::string& path);
 void startExploring();
-bool exploring();
 // Writes the table, the lines of every target, sorted by kernel and target.
 void writeForms(const std::string& path);
 
