@@ -178,8 +178,8 @@ bool sameEightLanes(const Graph& fixed, const OutputLanes& fixedLanes, const Gra
 {
     LaneForms fixedForms(fixed), otherForms(other);
     for (std::size_t i = 0; i < fixedLanes.size(); ++i) {
-        const LaneForm& f = fixedForms.form(fixedLanes[i].first, fixedLanes[i].second);
-        const LaneForm& g = otherForms.form(otherLanes[i].first, otherLanes[i].second);
+        const LaneForm f = fixedForms.form(fixedLanes[i].first, fixedLanes[i].second);
+        const LaneForm g = otherForms.form(otherLanes[i].first, otherLanes[i].second);
         if (f.key != g.key || f.negative != g.negative)
             return false;
     }

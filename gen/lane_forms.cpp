@@ -47,7 +47,7 @@ SumTerms sumTerms(const LaneForm& x, bool xNegative, const LaneForm& y, bool yNe
     return {x.key, y.key, xNegative, yNegative};
 }
 
-const LaneForm& LaneForms::form(int id, int lane)
+LaneForm LaneForms::form(int id, int lane)
 {
     if (static_cast<std::size_t>(id) >= forms_.size())
         extend();
@@ -171,8 +171,8 @@ std::array<int, 8> turnsOf(LaneForms& forms, const std::unordered_map<std::uint6
 {
     std::array<int, 8> turn{};
     for (int i = 0; i < 8; ++i) {
-        const LaneForm& x = forms.form(s.a0, i);
-        const LaneForm& y = forms.form(s.b0, i);
+        const LaneForm x = forms.form(s.a0, i);
+        const LaneForm y = forms.form(s.b0, i);
         const SumTerms t = sumTerms(x, x.negative != (((s.maskA >> i) & 1) != 0), y, y.negative != (((s.maskB >> i) & 1) != 0));
         const auto found = seen.find(t.valueKey());
         if (found == seen.end() || !((held >> i) & 1))

@@ -39,7 +39,7 @@ struct LaneForm {
 class LaneForms {
 public:
     explicit LaneForms(const Graph& graph) : graph_(graph) {}
-    const LaneForm& form(int id, int lane);
+    LaneForm form(int id, int lane);  // by value: a later call may grow the table
     const Graph& graph() const { return graph_; }
 
 private:
