@@ -3,6 +3,8 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "complex_walk.h"
+
 namespace gen {
 
 namespace {
@@ -215,18 +217,34 @@ Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
 
 std::vector<Cx> ComplexBuilder::dft(const Tree& tree, const std::vector<Cx>& x, int sign)
 {
-    if (static_cast<int>(x.size()) != tree.size)
-        throw std::logic_error("input of the wrong length");
+    return walkTree(*this, tree, x, sign);
+}
+
+std::vector<Cx> ComplexBuilder::butterfly(const Tree& tree, const std::vector<Cx>& x, int sign)
+{
     switch (tree.kind) {
     case Tree::Kind::Direct: return direct(tree, x, sign);
     case Tree::Kind::Direct5w: return fiveW(x, sign);
     case Tree::Kind::OddSymmetric: return oddSymmetric(tree.size, x, sign, false);
-    case Tree::Kind::Prime:
-    case Tree::Kind::Twiddle: return split(tree, x, sign);
-    case Tree::Kind::Rader: return rader(tree, x, sign);
-    case Tree::Kind::Bluestein: return bluestein(tree, x, sign);
+    default: throw std::logic_error("not a leaf");
     }
-    throw std::logic_error("unknown tree");
+}
+
+std::vector<Cx> ComplexBuilder::multiplyEach(const std::vector<Cx>& values, int count,
+                                             const std::function<Constant(int)>& constant)
+{
+    std::vector<Cx> out = values;
+    for (int i = 0; i < count; ++i) {
+        const Constant c = constant(i);
+        out[static_cast<std::size_t>(i)] = multiply(values[static_cast<std::size_t>(i)], c.real(), c.imag());
+    }
+    return out;
+}
+
+std::vector<Cx> ComplexBuilder::padded(std::vector<Cx> x, int length)
+{
+    x.resize(static_cast<std::size_t>(length));
+    return x;
 }
 
 std::vector<Cx> ComplexBuilder::direct(const Tree& tree, const std::vector<Cx>& x, int sign)
@@ -350,53 +368,6 @@ std::vector<Cx> ComplexBuilder::split(const Tree& tree, const std::vector<Cx>& x
             out[static_cast<std::size_t>(k)] = v[static_cast<std::size_t>(k2)];
         }
     }
-    return out;
-}
-
-// Rader: a cyclic convolution of length p-1 over the inputs in generator order,
-// with 1/(p-1) folded into the constants B[k] and x[0] carried in through C[0].
-std::vector<Cx> ComplexBuilder::rader(const Tree& tree, const std::vector<Cx>& x, int sign)
-{
-    const int p = tree.size, n = p - 1;
-    const int g = primitiveRoot(p);
-    std::vector<Cx> a(static_cast<std::size_t>(n));
-    for (int j = 0; j < n; ++j)
-        a[static_cast<std::size_t>(j)] = x[static_cast<std::size_t>(powMod(g, j, p))];
-    const std::vector<Cx> spectrum = dft(*tree.first, a, sign);
-    std::vector<Cx> product(static_cast<std::size_t>(n));
-    product[0] = add(x[0], scale(spectrum[0], -1.0L / n));
-    for (int k = 1; k < n; ++k) {
-        const std::complex<long double> b = raderConstant(p, k, sign);
-        product[static_cast<std::size_t>(k)] = multiply(spectrum[static_cast<std::size_t>(k)], b.real(), b.imag());
-    }
-    const std::vector<Cx> cyclic = dft(*tree.second, product, -sign);
-    std::vector<Cx> out(static_cast<std::size_t>(p));
-    out[0] = add(x[0], spectrum[0]);
-    for (int m = 0; m < n; ++m) {
-        const long long index = powMod(g, (n - m) % n, p);  // g^(-m)
-        out[static_cast<std::size_t>(index)] = cyclic[static_cast<std::size_t>(m)];
-    }
-    return out;
-}
-
-// Bluestein: chirp, zero-padded convolution of length L with 1/L folded into
-// the constants H[k], chirp again.  Padded zeros are never materialised.
-std::vector<Cx> ComplexBuilder::bluestein(const Tree& tree, const std::vector<Cx>& x, int sign)
-{
-    const int p = tree.size, length = tree.chirpLength;
-    std::vector<Cx> y(static_cast<std::size_t>(length));
-    for (int k = 0; k < p; ++k)
-        y[static_cast<std::size_t>(k)] = rotate(x[static_cast<std::size_t>(k)], 1LL * k * k, 2LL * p, sign);
-    const std::vector<Cx> spectrum = dft(*tree.first, y, sign);
-    std::vector<Cx> product(static_cast<std::size_t>(length));
-    for (int k = 0; k < length; ++k) {
-        const std::complex<long double> h = bluesteinFilter(p, length, k, sign);
-        product[static_cast<std::size_t>(k)] = multiply(spectrum[static_cast<std::size_t>(k)], h.real(), h.imag());
-    }
-    const std::vector<Cx> z = dft(*tree.second, product, -sign);
-    std::vector<Cx> out(static_cast<std::size_t>(p));
-    for (int k = 0; k < p; ++k)
-        out[static_cast<std::size_t>(k)] = rotate(z[static_cast<std::size_t>(k)], 1LL * k * k, 2LL * p, sign);
     return out;
 }
 

@@ -10,6 +10,7 @@
 #define KVTGEN_COMPLEX_BUILDER_H
 
 #include <complex>
+#include <functional>
 #include <vector>
 
 #include "graph.h"
@@ -35,6 +36,21 @@ public:
 
     // DFT of x by the tree; sign -1 gives exp(-2*pi*i*nk/N), +1 the conjugate.
     std::vector<Cx> dft(const Tree& tree, const std::vector<Cx>& x, int sign);
+    // The butterfly of a leaf of a tree (2, 3, 4, 5, 5w, 7d, 11d, ...).
+    std::vector<Cx> butterfly(const Tree& tree, const std::vector<Cx>& x, int sign);
+
+    // The uniform layout of the tree walk (complex_walk.h): a value is a
+    // vector (or a scalar pair) of its own.
+    using Value = Cx;
+    using Constant = std::complex<long double>;
+    static constexpr bool binZeroFirst = true;
+    ComplexBuilder& arithmetic() { return *this; }
+    static Cx single(const Cx& value) { return value; }
+    static Cx wrap(const Cx& value) { return value; }
+    static Cx zero() { return {}; }
+    std::vector<Cx> split(const Tree& tree, const std::vector<Cx>& x, int sign);
+    std::vector<Cx> multiplyEach(const std::vector<Cx>& values, int count, const std::function<Constant(int)>& constant);
+    static std::vector<Cx> padded(std::vector<Cx> x, int length);
 
     Cx add(Cx a, Cx b) { return {addNode(a.p, b.p), addNode(a.q, b.q)}; }
     Cx sub(Cx a, Cx b) { return {subNode(a.p, b.p), subNode(a.q, b.q)}; }
@@ -57,9 +73,6 @@ private:
     std::vector<Cx> direct(const Tree& tree, const std::vector<Cx>& x, int sign);
     std::vector<Cx> oddSymmetric(int p, const std::vector<Cx>& x, int sign, bool x0First);
     std::vector<Cx> fiveW(const std::vector<Cx>& x, int sign);
-    std::vector<Cx> split(const Tree& tree, const std::vector<Cx>& x, int sign);
-    std::vector<Cx> rader(const Tree& tree, const std::vector<Cx>& x, int sign);
-    std::vector<Cx> bluestein(const Tree& tree, const std::vector<Cx>& x, int sign);
 
     Graph& g_;
     bool wide_;

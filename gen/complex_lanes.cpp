@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "complex_walk.h"
+
 namespace gen {
 
 namespace {
@@ -419,26 +421,13 @@ std::vector<SplitRef> SplitBuilder::multiplyEach(const std::vector<SplitRef>& va
 
 std::vector<SplitRef> SplitBuilder::dft(const Tree& tree, const std::vector<SplitRef>& x, int sign)
 {
-    if (static_cast<int>(x.size()) != tree.size)
-        throw std::logic_error("input of the wrong length");
-    switch (tree.kind) {
-    case Tree::Kind::Prime:
-    case Tree::Kind::Twiddle: return split(tree, x, sign);
-    case Tree::Kind::Rader: return rader(tree, x, sign);
-    case Tree::Kind::Bluestein: return bluestein(tree, x, sign);
-    default: return leaf(tree, x, sign);
-    }
+    return walkTree(*this, tree, x, sign);
 }
 
-std::vector<SplitRef> SplitBuilder::leaf(const Tree& tree, const std::vector<SplitRef>& x, int sign)
+std::vector<SplitRef> SplitBuilder::padded(std::vector<SplitRef> x, int length)
 {
-    std::vector<Cx> vectors;
-    for (const SplitRef& ref : x)
-        vectors.push_back(gather({ref}));
-    std::vector<SplitRef> out;
-    for (const Cx& v : uniform_.dft(tree, vectors, sign))
-        out.push_back(lanesOf(v, 1)[0]);
-    return out;
+    x.resize(static_cast<std::size_t>(length));
+    return x;
 }
 
 std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<SplitRef>& x, int sign)
@@ -578,47 +567,6 @@ std::vector<std::vector<SplitRef>> SplitBuilder::splitRows(const Tree& tree, con
                     lanes[static_cast<std::size_t>(t - t0)];
         }
     }
-    return out;
-}
-
-std::vector<SplitRef> SplitBuilder::rader(const Tree& tree, const std::vector<SplitRef>& x, int sign)
-{
-    const int p = tree.size, n = p - 1;
-    const int g = primitiveRoot(p);
-    std::vector<SplitRef> a(static_cast<std::size_t>(n));
-    for (int j = 0; j < n; ++j)
-        a[static_cast<std::size_t>(j)] = x[static_cast<std::size_t>(powMod(g, j, p))];
-    const std::vector<SplitRef> spectrum = dft(*tree.first, a, sign);
-
-    const Cx x0 = gather({x[0]});
-    const Cx a0 = gather({spectrum[0]});
-    std::vector<SplitRef> product = multiplyEach(spectrum, n, [&](int k) {
-        return k == 0 ? Constant(-1.0L / n, 0) : raderConstant(p, k, sign);
-    });
-    // bin 0 of the product carries x[0] into every output
-    product[0] = lanesOf(uniform_.add(x0, uniform_.scale(a0, -1.0L / n)), 1)[0];
-    const std::vector<SplitRef> cyclic = dft(*tree.second, product, -sign);
-
-    std::vector<SplitRef> out(static_cast<std::size_t>(p));
-    out[0] = lanesOf(uniform_.add(x0, a0), 1)[0];
-    for (int m = 0; m < n; ++m)
-        out[static_cast<std::size_t>(powMod(g, (n - m) % n, p))] = cyclic[static_cast<std::size_t>(m)];
-    return out;
-}
-
-std::vector<SplitRef> SplitBuilder::bluestein(const Tree& tree, const std::vector<SplitRef>& x, int sign)
-{
-    const int p = tree.size, length = tree.chirpLength;
-    std::vector<SplitRef> y(static_cast<std::size_t>(length));
-    for (int k = 0; k < p; ++k)
-        y[static_cast<std::size_t>(k)] = x[static_cast<std::size_t>(k)];
-    y = multiplyEach(y, p, [&](int k) { return bluesteinChirp(p, k, sign); });
-    const std::vector<SplitRef> spectrum = dft(*tree.first, y, sign);
-    const std::vector<SplitRef> product =
-        multiplyEach(spectrum, length, [&](int k) { return bluesteinFilter(p, length, k, sign); });
-    const std::vector<SplitRef> z = dft(*tree.second, product, -sign);
-    std::vector<SplitRef> out = multiplyEach(z, p, [&](int k) { return bluesteinChirp(p, k, sign); });
-    out.resize(static_cast<std::size_t>(p));
     return out;
 }
 

@@ -46,6 +46,21 @@ public:
     const std::vector<SplitRef>& inputs() const { return inputs_; }
     std::vector<SplitRef> dft(const Tree& tree, const std::vector<SplitRef>& x, int sign);
 
+    // The layout of the tree walk (complex_walk.h).
+    using Value = SplitRef;
+    using Constant = std::complex<long double>;
+    static constexpr bool binZeroFirst = false;
+    ComplexBuilder& arithmetic() { return uniform_; }
+    // the value in lane 0 of a split pair of its own
+    Cx single(const SplitRef& ref) { return gather({ref}); }
+    static SplitRef wrap(const Cx& v) { return {{v.p, 0}, {v.q, 0}}; }
+    static SplitRef zero() { return {}; }
+    std::vector<SplitRef> split(const Tree& tree, const std::vector<SplitRef>& x, int sign);
+    // Values that share a vector are multiplied together, by a constant per lane.
+    std::vector<SplitRef> multiplyEach(const std::vector<SplitRef>& values, int count,
+                                       const std::function<Constant(int)>& constant);
+    static std::vector<SplitRef> padded(std::vector<SplitRef> x, int length);
+
     // A vector whose lane i holds source i; lanes with care[i] false may hold anything.
     int gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> care);
     // The same for eight lanes: a V8F value.
@@ -55,8 +70,6 @@ public:
     bool inHalfPlaces(const std::array<Lane, 8>& source, const std::array<bool, 8>& care) const;
 
 private:
-    using Constant = std::complex<long double>;
-
     // `width` complex numbers (or fewer) as a split pair of vectors.
     Cx gather(const std::vector<SplitRef>& values);
     int gatherWidth(const std::vector<Lane>& source, const std::vector<bool>& care);
@@ -71,15 +84,9 @@ private:
     Cx twiddleHalves(Cx v, const std::vector<Constant>& twiddles, const std::array<bool, 2>& uniform,
                      const std::array<long long, 2>& k, long long n, int sign);
     Cx joinForms(Cx lower, Cx upper);
-    std::vector<SplitRef> split(const Tree& tree, const std::vector<SplitRef>& x, int sign);
     // the transforms of several inputs (rows) of one tree at once
     std::vector<std::vector<SplitRef>> splitRows(const Tree& tree, const std::vector<std::vector<SplitRef>>& xs, int sign);
-    std::vector<SplitRef> rader(const Tree& tree, const std::vector<SplitRef>& x, int sign);
-    std::vector<SplitRef> bluestein(const Tree& tree, const std::vector<SplitRef>& x, int sign);
-    std::vector<SplitRef> leaf(const Tree& tree, const std::vector<SplitRef>& x, int sign);
     Cx multiplyLanes(Cx v, const std::vector<Constant>& constants);
-    std::vector<SplitRef> multiplyEach(const std::vector<SplitRef>& values, int count,
-                                       const std::function<Constant(int)>& constant);
     static std::vector<SplitRef> lanesOf(const Cx& v, int count);
 
     Graph& g_;

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "complex_walk.h"
+
 namespace gen {
 
 namespace {
@@ -34,7 +36,7 @@ int PairedBuilder::pick(int a, int halfA, int b, int halfB)
     return g_.shuffle(a, b, selectorOf(halfA, halfB));
 }
 
-Cx PairedBuilder::lowVector(const HalfRef& ref)
+Cx PairedBuilder::single(const HalfRef& ref)
 {
     if (ref.zero)
         return {};
@@ -47,15 +49,14 @@ Cx PairedBuilder::lowVector(const HalfRef& ref)
 
 Cx PairedBuilder::gather(const HalfRef& low, const HalfRef& high)
 {
-    const bool single = sameValue(low, high);
-    if (single)
-        return lowVector(low);
+    if (sameValue(low, high))
+        return single(low);
     if (low.zero && high.zero)
         return {};
     if (low.sample >= 0 && high.sample >= 0)
         return {g_.inputPair(low.sample, high.sample), Graph::none};
-    const Cx a = low.sample >= 0 ? lowVector(low) : low.vector;
-    const Cx b = high.sample >= 0 ? lowVector(high) : high.vector;
+    const Cx a = low.sample >= 0 ? single(low) : low.vector;
+    const Cx b = high.sample >= 0 ? single(high) : high.vector;
     const int halfA = low.sample >= 0 ? 0 : low.half;
     const int halfB = high.sample >= 0 ? 0 : high.half;
     return {pick(a.p, halfA, b.p, halfB), pick(a.q, halfA, b.q, halfB)};
@@ -89,7 +90,7 @@ std::vector<HalfRef> PairedBuilder::multiplyEach(const std::vector<HalfRef>& val
         if (ref.zero)
             continue;
         if (ref.sample >= 0) {
-            ref.vector = lowVector(ref);
+            ref.vector = single(ref);
             ref.sample = -1;
             ref.half = 0;
         }
@@ -110,29 +111,14 @@ std::vector<HalfRef> PairedBuilder::multiplyEach(const std::vector<HalfRef>& val
 
 std::vector<HalfRef> PairedBuilder::dft(const Tree& tree, const std::vector<HalfRef>& x, int sign)
 {
-    if (static_cast<int>(x.size()) != tree.size)
-        throw std::logic_error("input of the wrong length");
-    switch (tree.kind) {
-    case Tree::Kind::Prime:
-    case Tree::Kind::Twiddle: return split(tree, x, sign);
-    case Tree::Kind::Rader: return rader(tree, x, sign);
-    case Tree::Kind::Bluestein: return bluestein(tree, x, sign);
-    default: return leaf(tree, x, sign);
-    }
+    return walkTree(*this, tree, x, sign);
 }
 
-std::vector<HalfRef> PairedBuilder::leaf(const Tree& tree, const std::vector<HalfRef>& x, int sign)
+HalfRef PairedBuilder::wrap(const Cx& v)
 {
-    std::vector<Cx> vectors;
-    for (const HalfRef& ref : x)
-        vectors.push_back(lowVector(ref));
-    std::vector<HalfRef> out;
-    for (const Cx& v : uniform_.dft(tree, vectors, sign)) {
-        HalfRef ref;
-        ref.vector = v;
-        out.push_back(ref);
-    }
-    return out;
+    HalfRef ref;
+    ref.vector = v;
+    return ref;
 }
 
 // Two transforms of a stage at a time: the lower half of every vector carries
@@ -198,58 +184,20 @@ std::vector<HalfRef> PairedBuilder::split(const Tree& tree, const std::vector<Ha
     return out;
 }
 
-// Rader's convolution with its two inner transforms laid out in halves.
-std::vector<HalfRef> PairedBuilder::rader(const Tree& tree, const std::vector<HalfRef>& x, int sign)
+std::vector<HalfRef> PairedBuilder::padded(const std::vector<HalfRef>& x, int length)
 {
-    const int p = tree.size, n = p - 1;
-    const int g = primitiveRoot(p);
-    std::vector<HalfRef> a(static_cast<std::size_t>(n));
-    for (int j = 0; j < n; ++j)
-        a[static_cast<std::size_t>(j)] = x[static_cast<std::size_t>(powMod(g, j, p))];
-    const std::vector<HalfRef> spectrum = dft(*tree.first, a, sign);
-
-    const Cx x0 = lowVector(x[0]);
-    const Cx a0 = lowVector(spectrum[0]);
-    std::vector<HalfRef> product = multiplyEach(spectrum, n, [&](int k) {
-        return k == 0 ? Constant(-1.0L / n, 0) : raderConstant(p, k, sign);
-    });
-    // bin 0 of the product carries x[0] into every output
-    product[0] = HalfRef{};
-    product[0].vector = uniform_.add(x0, uniform_.scale(a0, -1.0L / n));
-    const std::vector<HalfRef> cyclic = dft(*tree.second, product, -sign);
-
-    std::vector<HalfRef> out(static_cast<std::size_t>(p));
-    out[0].vector = uniform_.add(x0, a0);
-    for (int m = 0; m < n; ++m)
-        out[static_cast<std::size_t>(powMod(g, (n - m) % n, p))] = cyclic[static_cast<std::size_t>(m)];
-    return out;
-}
-
-// Bluestein's chirp convolution; padded zeros stay symbolic.
-std::vector<HalfRef> PairedBuilder::bluestein(const Tree& tree, const std::vector<HalfRef>& x, int sign)
-{
-    const int p = tree.size, length = tree.chirpLength;
+    const int p = static_cast<int>(x.size());
     std::vector<HalfRef> y(static_cast<std::size_t>(length), HalfRef::zeroValue());
     for (int k = 0; k < p; k += 2) {
-        // neighbouring samples share a vector
         const int partner = k + 1 < p ? k + 1 : k;
         const Cx v = gather(x[static_cast<std::size_t>(k)], x[static_cast<std::size_t>(partner)]);
-        y[static_cast<std::size_t>(k)] = HalfRef{};
-        y[static_cast<std::size_t>(k)].vector = v;
+        y[static_cast<std::size_t>(k)] = wrap(v);
         if (partner != k) {
-            y[static_cast<std::size_t>(partner)].vector = v;
+            y[static_cast<std::size_t>(partner)] = wrap(v);
             y[static_cast<std::size_t>(partner)].half = 1;
-            y[static_cast<std::size_t>(partner)].zero = false;
         }
     }
-    y = multiplyEach(y, p, [&](int k) { return bluesteinChirp(p, k, sign); });
-    const std::vector<HalfRef> spectrum = dft(*tree.first, y, sign);
-    const std::vector<HalfRef> product =
-        multiplyEach(spectrum, length, [&](int k) { return bluesteinFilter(p, length, k, sign); });
-    const std::vector<HalfRef> z = dft(*tree.second, product, -sign);
-    std::vector<HalfRef> out = multiplyEach(z, p, [&](int k) { return bluesteinChirp(p, k, sign); });
-    out.resize(static_cast<std::size_t>(p));
-    return out;
+    return y;
 }
 
 }  // namespace gen

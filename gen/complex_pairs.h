@@ -42,24 +42,29 @@ public:
     // `high` equal to `low` marks an unpaired value whose upper half is unused.
     Cx gather(const HalfRef& low, const HalfRef& high);
 
-private:
+    // The layout of the tree walk (complex_walk.h).
+    using Value = HalfRef;
     using Constant = std::complex<long double>;
-
+    static constexpr bool binZeroFirst = false;
+    ComplexBuilder& arithmetic() { return uniform_; }
+    // the value in the lower half of a vector of its own
+    Cx single(const HalfRef& ref);
+    static HalfRef wrap(const Cx& v);
+    static HalfRef zero() { return HalfRef::zeroValue(); }
+    // Two transforms of a stage at a time, one in each half of the vectors.
     std::vector<HalfRef> split(const Tree& tree, const std::vector<HalfRef>& x, int sign);
-    std::vector<HalfRef> rader(const Tree& tree, const std::vector<HalfRef>& x, int sign);
-    std::vector<HalfRef> bluestein(const Tree& tree, const std::vector<HalfRef>& x, int sign);
-    std::vector<HalfRef> leaf(const Tree& tree, const std::vector<HalfRef>& x, int sign);
+    // Values that share a vector are multiplied together, by a constant per half.
+    std::vector<HalfRef> multiplyEach(const std::vector<HalfRef>& values, int count,
+                                      const std::function<Constant(int)>& constant);
+    // Neighbouring samples share a vector.
+    std::vector<HalfRef> padded(const std::vector<HalfRef>& x, int length);
 
+private:
     int pick(int a, int halfA, int b, int halfB);
-    Cx lowVector(const HalfRef& ref);
     // v times one complex constant per half
     Cx multiplyHalves(Cx v, Constant low, Constant high);
     // v times exp(sign*2*pi*i*k/n) with k per half
     Cx rotateHalves(Cx v, long long kLow, long long kHigh, long long n, int sign);
-    // Multiplies every referenced value by constant(index); values that share
-    // a vector are multiplied together.
-    std::vector<HalfRef> multiplyEach(const std::vector<HalfRef>& values, int count,
-                                      const std::function<Constant(int)>& constant);
 
     Graph& g_;
     ComplexBuilder uniform_;

@@ -1,0 +1,117 @@
+// The one walk of a complex factorisation tree, for every vector layout.
+//
+// A layout is a policy that says where a value of one transform lives (a
+// whole vector, a half of one, a lane of one) and how the transforms of a
+// stage share vectors.  It provides:
+//   Value                      one complex number of one transform
+//   Cx single(Value)           the value as a vector of its own
+//   Value wrap(Cx)             a vector of one value as a Value
+//   Value zero()               an exact zero that is never materialised
+//   ComplexBuilder& arithmetic()   the butterflies and sums on vectors
+//   split(tree, x, sign)       a P or T split: how the transforms of its two
+//                              stages are laid out in vectors
+//   multiplyEach(values, count, constant)   values[i] times constant(i), i < count
+//   padded(x, length)          Bluestein's input, zero-padded to `length`
+//   binZeroFirst               Rader's bin 0 (which carries x[0]) is made
+//                              before the other products rather than after;
+//                              the order in which nodes are made decides how
+//                              a subtraction is written, so each layout keeps
+//                              its own
+//   dft(tree, x, sign)         walkTree(*this, tree, x, sign)
+// The walk decides the rest: the rule of each node of the tree, and the
+// convolutions of Rader and Bluestein, written once here.
+#ifndef KVTGEN_COMPLEX_WALK_H
+#define KVTGEN_COMPLEX_WALK_H
+
+#include <complex>
+#include <stdexcept>
+#include <vector>
+
+#include "complex_builder.h"
+#include "tree.h"
+
+namespace gen {
+
+template <class Layout>
+using ValuesOf = std::vector<typename Layout::Value>;
+
+// A leaf: its butterfly on one vector per value.
+template <class Layout>
+ValuesOf<Layout> walkLeaf(Layout& layout, const Tree& tree, const ValuesOf<Layout>& x, int sign)
+{
+    std::vector<Cx> vectors;
+    for (const auto& value : x)
+        vectors.push_back(layout.single(value));
+    ValuesOf<Layout> out;
+    for (const Cx& v : layout.arithmetic().butterfly(tree, vectors, sign))
+        out.push_back(layout.wrap(v));
+    return out;
+}
+
+// Rader: a cyclic convolution of length p-1 over the inputs in generator order,
+// with 1/(p-1) folded into the constants B[k] and x[0] carried in through bin 0.
+template <class Layout>
+ValuesOf<Layout> walkRader(Layout& layout, const Tree& tree, const ValuesOf<Layout>& x, int sign)
+{
+    using Constant = std::complex<long double>;
+    const int p = tree.size, n = p - 1;
+    const int g = primitiveRoot(p);
+    ValuesOf<Layout> a(static_cast<std::size_t>(n));
+    for (int j = 0; j < n; ++j)
+        a[static_cast<std::size_t>(j)] = x[static_cast<std::size_t>(powMod(g, j, p))];
+    const ValuesOf<Layout> spectrum = layout.dft(*tree.first, a, sign);
+
+    ComplexBuilder& arithmetic = layout.arithmetic();
+    const Cx x0 = layout.single(x[0]);
+    const Cx a0 = layout.single(spectrum[0]);
+    auto binZero = [&] { return layout.wrap(arithmetic.add(x0, arithmetic.scale(a0, -1.0L / n))); };
+    typename Layout::Value first{};
+    if (Layout::binZeroFirst)
+        first = binZero();
+    ValuesOf<Layout> product = layout.multiplyEach(spectrum, n, [&](int k) {
+        return k == 0 ? Constant(-1.0L / n, 0) : raderConstant(p, k, sign);
+    });
+    product[0] = Layout::binZeroFirst ? first : binZero();
+    const ValuesOf<Layout> cyclic = layout.dft(*tree.second, product, -sign);
+
+    ValuesOf<Layout> out(static_cast<std::size_t>(p));
+    out[0] = layout.wrap(arithmetic.add(x0, a0));
+    for (int m = 0; m < n; ++m)
+        out[static_cast<std::size_t>(powMod(g, (n - m) % n, p))] = cyclic[static_cast<std::size_t>(m)];
+    return out;
+}
+
+// Bluestein: chirp, zero-padded convolution of length L with 1/L folded into
+// the constants H[k], chirp again.  Padded zeros are never materialised.
+template <class Layout>
+ValuesOf<Layout> walkBluestein(Layout& layout, const Tree& tree, const ValuesOf<Layout>& x, int sign)
+{
+    const int p = tree.size, length = tree.chirpLength;
+    auto chirp = [&](int k) { return bluesteinChirp(p, k, sign); };
+    const ValuesOf<Layout> y = layout.multiplyEach(layout.padded(x, length), p, chirp);
+    const ValuesOf<Layout> spectrum = layout.dft(*tree.first, y, sign);
+    const ValuesOf<Layout> product =
+        layout.multiplyEach(spectrum, length, [&](int k) { return bluesteinFilter(p, length, k, sign); });
+    ValuesOf<Layout> out = layout.multiplyEach(layout.dft(*tree.second, product, -sign), p, chirp);
+    out.resize(static_cast<std::size_t>(p));
+    return out;
+}
+
+// DFT of x by the tree; sign -1 gives exp(-2*pi*i*nk/N), +1 the conjugate.
+template <class Layout>
+ValuesOf<Layout> walkTree(Layout& layout, const Tree& tree, const ValuesOf<Layout>& x, int sign)
+{
+    if (static_cast<int>(x.size()) != tree.size)
+        throw std::logic_error("input of the wrong length");
+    switch (tree.kind) {
+    case Tree::Kind::Prime:
+    case Tree::Kind::Twiddle: return layout.split(tree, x, sign);
+    case Tree::Kind::Rader: return walkRader(layout, tree, x, sign);
+    case Tree::Kind::Bluestein: return walkBluestein(layout, tree, x, sign);
+    default: return walkLeaf(layout, tree, x, sign);
+    }
+}
+
+}  // namespace gen
+
+#endif
