@@ -9,13 +9,6 @@
 
 namespace gen {
 
-namespace {
-constexpr int unpackLowSelector = 256;   // (a0, b0, a1, b1)
-constexpr int unpackHighSelector = 257;  // (a2, b2, a3, b3)
-
-int selector(int a, int b, int c, int d) { return a | (b << 2) | (c << 4) | (d << 6); }
-}  // namespace
-
 SplitBuilder::SplitBuilder(Graph& graph, int length, int width, bool batch)
     : g_(graph), uniform_(graph), width_(width), batch_(batch)
 {
@@ -27,218 +20,6 @@ SplitBuilder::SplitBuilder(Graph& graph, int length, int width, bool batch)
         const int raw = g_.inputPair(first, first + 1 < length ? first + 1 : -1);
         inputs_.push_back({{raw, 2 * (i % 2)}, {raw, 2 * (i % 2) + 1}});
     }
-}
-
-int SplitBuilder::gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> care)
-{
-    return gatherFour(source, care, Type::V4F);
-}
-
-int SplitBuilder::gatherFour(std::array<Lane, 4> source, std::array<bool, 4> care, Type type)
-{
-    int firstNode = Graph::none;
-    bool anyCare = false;
-    for (int i = 0; i < 4; ++i) {
-        if (!care[static_cast<std::size_t>(i)])
-            continue;
-        anyCare = true;
-        if (source[static_cast<std::size_t>(i)].node != Graph::none && firstNode == Graph::none)
-            firstNode = source[static_cast<std::size_t>(i)].node;
-    }
-    if (!anyCare)
-        throw std::logic_error("gather of nothing");
-    if (firstNode == Graph::none)
-        return Graph::none;  // every lane that matters is zero
-    const int zero = g_.constant(type, 0);
-    for (int i = 0; i < 4; ++i) {
-        Lane& s = source[static_cast<std::size_t>(i)];
-        if (!care[static_cast<std::size_t>(i)])
-            s = {firstNode, i};  // a lane that does not matter takes its own place
-        else if (s.node == Graph::none)
-            s = {zero, i};
-    }
-    const auto& s = source;
-    if (s[0].node == s[1].node && s[1].node == s[2].node && s[2].node == s[3].node) {
-        if (s[0].lane == 0 && s[1].lane == 1 && s[2].lane == 2 && s[3].lane == 3)
-            return s[0].node;
-        return g_.shuffle(s[0].node, s[0].node, selector(s[0].lane, s[1].lane, s[2].lane, s[3].lane));
-    }
-    // interleavings of two vectors
-    auto interleaves = [&](int from) {
-        for (int i = 0; i < 4; ++i) {
-            const int node = i % 2 == 0 ? s[0].node : s[1].node;
-            if (care[static_cast<std::size_t>(i)] &&
-                (s[static_cast<std::size_t>(i)].node != node || s[static_cast<std::size_t>(i)].lane != from + i / 2))
-                return false;
-        }
-        return s[0].node != s[1].node;
-    };
-    if (care[0] && care[1] && interleaves(0))
-        return g_.shuffle(s[0].node, s[1].node, unpackLowSelector);
-    if (care[0] && care[1] && interleaves(2))
-        return g_.shuffle(s[0].node, s[1].node, unpackHighSelector);
-
-    // Each half from one vector: the half itself, an interleaving, or a selection.
-    struct Half {
-        int node;
-        int first, second;  // positions of the two values in `node`
-    };
-    auto half = [&](const Lane& x, const Lane& y) -> Half {
-        if (x.node == y.node)
-            return {x.node, x.lane, y.lane};
-        if (x.lane == y.lane && x.lane < 2)
-            return {g_.shuffle(x.node, y.node, unpackLowSelector), 2 * x.lane, 2 * x.lane + 1};
-        if (x.lane == y.lane)
-            return {g_.shuffle(x.node, y.node, unpackHighSelector), 2 * (x.lane - 2), 2 * (x.lane - 2) + 1};
-        return {g_.shuffle(x.node, y.node, selector(x.lane, x.lane, y.lane, y.lane)), 0, 2};
-    };
-    const Half low = half(s[0], s[1]);
-    const Half high = half(s[2], s[3]);
-    if (low.node == high.node && low.first == 0 && low.second == 1 && high.first == 2 && high.second == 3)
-        return low.node;
-    return g_.shuffle(low.node, high.node, selector(low.first, low.second, high.first, high.second));
-}
-
-namespace {
-constexpr int freeHalf = -2;  // a half whose lanes do not matter
-}  // namespace
-
-bool SplitBuilder::inHalfPlaces(const std::array<Lane, 8>& source, const std::array<bool, 8>& care) const
-{
-    for (std::size_t i = 0; i < 4; ++i) {
-        if (!care[i] || !care[i + 4])
-            continue;
-        const Lane& lo = source[i];
-        const Lane& hi = source[i + 4];
-        if ((lo.node == Graph::none) != (hi.node == Graph::none))
-            return false;
-        if (lo.node != Graph::none && lo.lane % 4 != hi.lane % 4)
-            return false;
-    }
-    return true;
-}
-
-int SplitBuilder::halves(int lo, int loHalf, int hi, int hiHalf)
-{
-    auto wide = [&](int id) { return g_.node(id).type == Type::V8F; };
-    if (lo == freeHalf && hi == freeHalf)
-        throw std::logic_error("a vector of nothing");
-    if (lo == freeHalf) {
-        if (!wide(hi))
-            return g_.join(hi, hi);
-        return hiHalf == 1 ? hi : g_.permute2(hi, hi, 0x01);
-    }
-    if (hi == freeHalf) {
-        if (!wide(lo))
-            return g_.join(lo, Graph::none);
-        return loHalf == 0 ? lo : g_.permute2(lo, lo, 0x01);
-    }
-    if (wide(lo) && wide(hi))
-        return g_.permute2(lo, hi, loHalf | ((2 + hiHalf) << 4));
-    if (!wide(lo) && !wide(hi))
-        return g_.join(lo, hi);
-    if (!wide(lo))
-        return g_.permute2(g_.join(lo, Graph::none), hi, (2 + hiHalf) << 4);
-    return g_.permute2(lo, g_.join(hi, Graph::none), loHalf | (2 << 4));
-}
-
-int SplitBuilder::gatherLanes8(std::array<Lane, 8> source, std::array<bool, 8> care)
-{
-    bool anyCare = false, allZero = true, identity = true;
-    int firstNode = Graph::none;
-    for (std::size_t i = 0; i < 8; ++i) {
-        if (!care[i])
-            continue;
-        anyCare = true;
-        const Lane& s = source[i];
-        allZero = allZero && s.node == Graph::none;
-        if (firstNode == Graph::none)
-            firstNode = s.node;
-        identity = identity && s.node != Graph::none && s.node == firstNode && s.lane == static_cast<int>(i) &&
-                   g_.node(s.node).type == Type::V8F;
-    }
-    if (!anyCare)
-        throw std::logic_error("gather of nothing");
-    if (allZero)
-        return Graph::none;
-    if (identity)
-        return firstNode;
-    if (!inHalfPlaces(source, care)) {
-        // each half by itself, then the halves joined
-        std::array<bool, 8> lowCare = care, highCare = care;
-        for (std::size_t i = 0; i < 4; ++i) {
-            lowCare[i + 4] = false;
-            highCare[i] = false;
-        }
-        const int zero = g_.constant(Type::V8F, 0);
-        bool anyLow = false, anyHigh = false;
-        for (std::size_t i = 0; i < 4; ++i) {
-            anyLow = anyLow || care[i];
-            anyHigh = anyHigh || care[i + 4];
-        }
-        int lower = anyLow ? gatherLanes8(source, lowCare) : zero;
-        int upper = anyHigh ? gatherLanes8(source, highCare) : zero;
-        if (lower == Graph::none)
-            lower = zero;
-        if (upper == Graph::none)
-            upper = zero;
-        return g_.permute2(lower, upper, 0x30);
-    }
-    // Lanes i and i + 4 come from the same place of a half: a vector with the
-    // two source halves side by side serves both, and the selections of the
-    // 4-lane gather then work on both halves at once.
-    std::array<Lane, 4> virtualSource{};
-    std::array<bool, 4> virtualCare{};
-    for (std::size_t i = 0; i < 4; ++i) {
-        const bool lowCares = care[i], highCares = care[i + 4];
-        if (!lowCares && !highCares)
-            continue;
-        virtualCare[i] = true;
-        const Lane& lo = source[i];
-        const Lane& hi = source[i + 4];
-        const Lane& given = lowCares ? lo : hi;
-        if (given.node == Graph::none) {
-            virtualSource[i] = {Graph::none, static_cast<int>(i)};
-            continue;
-        }
-        auto halfOf = [&](const Lane& l) { return g_.node(l.node).type == Type::V8F ? l.lane / 4 : -1; };
-        const int node = halves(lowCares ? lo.node : freeHalf, lowCares ? halfOf(lo) : 0, highCares ? hi.node : freeHalf,
-                                highCares ? halfOf(hi) : 0);
-        virtualSource[i] = {node, given.lane % 4};
-    }
-    return gatherFour(virtualSource, virtualCare, Type::V8F);
-}
-
-namespace {
-// the first N entries of a vector as an array
-template <std::size_t N, class T>
-std::array<T, N> firstOf(const std::vector<T>& values)
-{
-    std::array<T, N> out{};
-    for (std::size_t i = 0; i < N; ++i)
-        out[i] = values[i];
-    return out;
-}
-}  // namespace
-
-int SplitBuilder::gatherWidth(const std::vector<Lane>& source, const std::vector<bool>& care)
-{
-    if (width_ == 4)
-        return gatherLanes(firstOf<4>(source), firstOf<4>(care));
-    return gatherLanes8(firstOf<8>(source), firstOf<8>(care));
-}
-
-Cx SplitBuilder::gather(const std::vector<SplitRef>& values)
-{
-    const std::size_t w = static_cast<std::size_t>(width_);
-    std::vector<Lane> re(w), im(w);
-    std::vector<bool> care(w, false);
-    for (std::size_t i = 0; i < values.size() && i < w; ++i) {
-        re[i] = values[i].re;
-        im[i] = values[i].im;
-        care[i] = true;
-    }
-    return {gatherWidth(re, care), gatherWidth(im, care)};
 }
 
 std::vector<SplitRef> SplitBuilder::lanesOf(const Cx& v, int count)
@@ -435,138 +216,182 @@ std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<Sp
     return splitRows(tree, {x}, sign)[0];
 }
 
-// `width` transforms of a stage at a time, one per lane; the transforms of
-// all rows of a batch side by side, row fastest.
-std::vector<std::vector<SplitRef>> SplitBuilder::splitRows(const Tree& tree, const std::vector<std::vector<SplitRef>>& xs,
-                                                           int sign)
-{
-    const int a = tree.first->size, b = tree.second->size, n = a * b;
-    const int rows = static_cast<int>(xs.size());
-    const bool twiddled = tree.kind == Tree::Kind::Twiddle;
-    auto inputIndex = [&](int n1, int n2) { return twiddled ? b * n1 + n2 : (b * n1 + a * n2) % n; };
-    auto outputIndex = [&](int k1, int k2) {
+// The two stages of a P or T split of n = a b points, over `rows` inputs.
+struct SplitBuilder::Stages {
+    const Tree& tree;
+    int a, b, n, rows;
+    bool twiddled;
+
+    Stages(const Tree& t, int inputs)
+        : tree(t), a(t.first->size), b(t.second->size), n(a * b), rows(inputs), twiddled(t.kind == Tree::Kind::Twiddle)
+    {
+    }
+    int inputIndex(int n1, int n2) const { return twiddled ? b * n1 + n2 : (b * n1 + a * n2) % n; }
+    int outputIndex(int k1, int k2) const
+    {
         if (twiddled)
             return k1 + a * k2;
         int k = 0;
         while (k % a != k1 || k % b != k2)
             ++k;
         return k;
-    };
-    auto composite = [](const Tree& t) { return t.kind == Tree::Kind::Prime || t.kind == Tree::Kind::Twiddle; };
-    // A stage of only one or two composite transforms would leave lanes empty:
-    // each of its transforms then fills the lanes by a split of its own.
-    auto alone = [&](const Tree& t, int count) {
-        return rows == 1 && count <= 2 && (composite(t) || t.kind == Tree::Kind::Rader);
-    };
-    // A stage of four composite transforms would fill half of eight lanes:
-    // the four run as one batch through the stages of their own tree, each
-    // half of a vector holding one step of all four, as the 128-bit kernel
-    // holds it in one vector.
-    auto batched = [&](const Tree& t, int count) { return batch_ && rows == 1 && width_ == 8 && count == 4 && composite(t); };
-    // the transforms of a stage taken one at a time or as one batch
-    auto transforms = [&](const Tree& t, const std::vector<std::vector<SplitRef>>& inputs, bool asBatch) {
-        if (asBatch)
-            return splitRows(t, inputs, sign);
-        std::vector<std::vector<SplitRef>> spectra;
-        for (const std::vector<SplitRef>& input : inputs)
-            spectra.push_back(dft(t, input, sign));
-        return spectra;
-    };
-    auto uniformHalves = [&](const std::vector<Constant>& twiddles) {
-        std::array<bool, 2> uniform{true, true};
-        for (std::size_t j = 0; j < twiddles.size(); ++j)
-            uniform[j / 4] = uniform[j / 4] && twiddles[j] == twiddles[j / 4 * 4];
-        return uniform;
-    };
-
-    // u[r][n2][k1]: the spectra of the first stage, twiddled
-    std::vector<std::vector<std::vector<SplitRef>>> u(
-        static_cast<std::size_t>(rows),
-        std::vector<std::vector<SplitRef>>(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a))));
-    // each block of transforms below is one group of its stage for the 256-bit packing
-    const int columns = g_.openScope();
-    if (alone(*tree.first, b) || batched(*tree.first, b)) {
-        std::vector<std::vector<SplitRef>> column(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a)));
-        for (int n2 = 0; n2 < b; ++n2)
-            for (int n1 = 0; n1 < a; ++n1)
-                column[static_cast<std::size_t>(n2)][static_cast<std::size_t>(n1)] = xs[0][static_cast<std::size_t>(inputIndex(n1, n2))];
-        const std::vector<std::vector<SplitRef>> spectra = transforms(*tree.first, column, batched(*tree.first, b));
-        // the twiddles of all columns at once: a vector holding several columns is multiplied once
-        std::vector<SplitRef> all;
-        for (const std::vector<SplitRef>& spectrum : spectra)
-            all.insert(all.end(), spectrum.begin(), spectrum.end());
-        if (twiddled)
-            all = multiplyEach(all, a * b, [&](int i) { return exactRoot(1LL * (i / a) * (i % a), n, sign); });
-        for (int n2 = 0; n2 < b; ++n2)
-            for (int k1 = 0; k1 < a; ++k1)
-                u[0][static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)] = all[static_cast<std::size_t>(n2 * a + k1)];
-    } else {
-        for (int t0 = 0; t0 < b * rows; t0 += width_) {
-            const int count = std::min(width_, b * rows - t0);
-            std::vector<Cx> column(static_cast<std::size_t>(a));
-            for (int n1 = 0; n1 < a; ++n1) {
-                std::vector<SplitRef> group;
-                for (int t = t0; t < t0 + count; ++t)
-                    group.push_back(xs[static_cast<std::size_t>(t % rows)][static_cast<std::size_t>(inputIndex(n1, t / rows))]);
-                column[static_cast<std::size_t>(n1)] = gather(group);
-            }
-            g_.enterGroup(columns, t0 / width_);
-            const std::vector<Cx> spectrum = uniform_.dft(*tree.first, column, sign);
-            g_.leaveGroup();
-            for (int k1 = 0; k1 < a; ++k1) {
-                Cx v = spectrum[static_cast<std::size_t>(k1)];
-                if (twiddled) {
-                    std::vector<Constant> twiddles;
-                    for (int t = t0; t < t0 + count; ++t)
-                        twiddles.push_back(exactRoot(1LL * (t / rows) * k1, n, sign));
-                    // a twiddle shared by all lanes of a group of four takes the exact shortcuts
-                    const std::array<bool, 2> uniform = uniformHalves(twiddles);
-                    const long long k0 = 1LL * (t0 / rows) * k1, k4 = 1LL * ((t0 + 4) / rows) * k1;
-                    if (count <= 4)
-                        v = uniform[0] ? uniform_.rotate(v, k0, n, sign) : multiplyLanes(v, twiddles);
-                    else
-                        v = twiddleHalves(v, twiddles, uniform, {k0, k4}, n, sign);
-                }
-                const std::vector<SplitRef> lanes = lanesOf(v, count);
-                for (int t = t0; t < t0 + count; ++t)
-                    u[static_cast<std::size_t>(t % rows)][static_cast<std::size_t>(t / rows)][static_cast<std::size_t>(k1)] =
-                        lanes[static_cast<std::size_t>(t - t0)];
-            }
-        }
     }
+};
 
-    std::vector<std::vector<SplitRef>> out(static_cast<std::size_t>(rows), std::vector<SplitRef>(static_cast<std::size_t>(n)));
-    if (alone(*tree.second, a) || batched(*tree.second, a)) {
-        std::vector<std::vector<SplitRef>> row(static_cast<std::size_t>(a), std::vector<SplitRef>(static_cast<std::size_t>(b)));
-        for (int k1 = 0; k1 < a; ++k1)
-            for (int n2 = 0; n2 < b; ++n2)
-                row[static_cast<std::size_t>(k1)][static_cast<std::size_t>(n2)] = u[0][static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
-        const std::vector<std::vector<SplitRef>> spectra = transforms(*tree.second, row, batched(*tree.second, a));
-        for (int k1 = 0; k1 < a; ++k1)
-            for (int k2 = 0; k2 < b; ++k2)
-                out[0][static_cast<std::size_t>(outputIndex(k1, k2))] = spectra[static_cast<std::size_t>(k1)][static_cast<std::size_t>(k2)];
-        return out;
-    }
-    const int rowScope = g_.openScope();
-    for (int t0 = 0; t0 < a * rows; t0 += width_) {
-        const int count = std::min(width_, a * rows - t0);
-        std::vector<Cx> row(static_cast<std::size_t>(b));
-        for (int n2 = 0; n2 < b; ++n2) {
+namespace {
+bool composite(const Tree& t) { return t.kind == Tree::Kind::Prime || t.kind == Tree::Kind::Twiddle; }
+
+std::array<bool, 2> uniformHalves(const std::vector<std::complex<long double>>& twiddles)
+{
+    std::array<bool, 2> uniform{true, true};
+    for (std::size_t j = 0; j < twiddles.size(); ++j)
+        uniform[j / 4] = uniform[j / 4] && twiddles[j] == twiddles[j / 4 * 4];
+    return uniform;
+}
+}  // namespace
+
+// A stage of only one or two composite transforms would leave lanes empty:
+// each of its transforms then fills the lanes by a split of its own.  A
+// stage of four composite transforms would fill half of eight lanes: the four
+// run as one batch through the stages of their own tree, each half of a
+// vector holding one step of all four, as the 128-bit kernel holds it in one
+// vector.
+SplitBuilder::Apart SplitBuilder::apart(const Tree& t, int count, int rows) const
+{
+    if (rows == 1 && count <= 2 && (composite(t) || t.kind == Tree::Kind::Rader))
+        return Apart::Alone;
+    if (batch_ && rows == 1 && width_ == 8 && count == 4 && composite(t))
+        return Apart::Batch;
+    return Apart::No;
+}
+
+std::vector<std::vector<SplitRef>> SplitBuilder::transforms(const Tree& t, const std::vector<std::vector<SplitRef>>& inputs,
+                                                            Apart how, int sign)
+{
+    if (how == Apart::Batch)
+        return splitRows(t, inputs, sign);
+    std::vector<std::vector<SplitRef>> spectra;
+    for (const std::vector<SplitRef>& input : inputs)
+        spectra.push_back(dft(t, input, sign));
+    return spectra;
+}
+
+// The first stage's transforms taken apart, then the twiddles of all of them
+// at once: a vector holding several columns is multiplied once.
+void SplitBuilder::columnsApart(const Stages& s, const std::vector<SplitRef>& x, Apart how, int sign, Spectra& u)
+{
+    std::vector<std::vector<SplitRef>> column(static_cast<std::size_t>(s.b), std::vector<SplitRef>(static_cast<std::size_t>(s.a)));
+    for (int n2 = 0; n2 < s.b; ++n2)
+        for (int n1 = 0; n1 < s.a; ++n1)
+            column[static_cast<std::size_t>(n2)][static_cast<std::size_t>(n1)] = x[static_cast<std::size_t>(s.inputIndex(n1, n2))];
+    std::vector<SplitRef> all;
+    for (const std::vector<SplitRef>& spectrum : transforms(*s.tree.first, column, how, sign))
+        all.insert(all.end(), spectrum.begin(), spectrum.end());
+    if (s.twiddled)
+        all = multiplyEach(all, s.a * s.b, [&](int i) { return exactRoot(1LL * (i / s.a) * (i % s.a), s.n, sign); });
+    for (int n2 = 0; n2 < s.b; ++n2)
+        for (int k1 = 0; k1 < s.a; ++k1)
+            u[0][static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)] = all[static_cast<std::size_t>(n2 * s.a + k1)];
+}
+
+// v times the twiddles of the transforms t0 .. t0 + count - 1 at bin k1; a
+// twiddle shared by all lanes of a group of four takes the exact shortcuts.
+Cx SplitBuilder::twiddleColumns(const Stages& s, Cx v, int t0, int count, int k1, int sign)
+{
+    std::vector<Constant> twiddles;
+    for (int t = t0; t < t0 + count; ++t)
+        twiddles.push_back(exactRoot(1LL * (t / s.rows) * k1, s.n, sign));
+    const std::array<bool, 2> uniform = uniformHalves(twiddles);
+    const long long k0 = 1LL * (t0 / s.rows) * k1, k4 = 1LL * ((t0 + 4) / s.rows) * k1;
+    if (count <= 4)
+        return uniform[0] ? uniform_.rotate(v, k0, s.n, sign) : multiplyLanes(v, twiddles);
+    return twiddleHalves(v, twiddles, uniform, {k0, k4}, s.n, sign);
+}
+
+// The first stage `width` transforms at a time, one per lane, the rows of a
+// batch side by side (row fastest), twiddled.
+void SplitBuilder::columnsInLanes(const Stages& s, const std::vector<std::vector<SplitRef>>& xs, int scope, int sign,
+                                  Spectra& u)
+{
+    for (int t0 = 0; t0 < s.b * s.rows; t0 += width_) {
+        const int count = std::min(width_, s.b * s.rows - t0);
+        std::vector<Cx> column(static_cast<std::size_t>(s.a));
+        for (int n1 = 0; n1 < s.a; ++n1) {
             std::vector<SplitRef> group;
             for (int t = t0; t < t0 + count; ++t)
-                group.push_back(u[static_cast<std::size_t>(t % rows)][static_cast<std::size_t>(n2)][static_cast<std::size_t>(t / rows)]);
-            row[static_cast<std::size_t>(n2)] = gather(group);
+                group.push_back(xs[static_cast<std::size_t>(t % s.rows)][static_cast<std::size_t>(s.inputIndex(n1, t / s.rows))]);
+            column[static_cast<std::size_t>(n1)] = gather(group);
         }
-        g_.enterGroup(rowScope, t0 / width_);
-        const std::vector<Cx> v = uniform_.dft(*tree.second, row, sign);
+        g_.enterGroup(scope, t0 / width_);
+        const std::vector<Cx> spectrum = uniform_.dft(*s.tree.first, column, sign);
         g_.leaveGroup();
-        for (int k2 = 0; k2 < b; ++k2) {
-            const std::vector<SplitRef> lanes = lanesOf(v[static_cast<std::size_t>(k2)], count);
+        for (int k1 = 0; k1 < s.a; ++k1) {
+            Cx v = spectrum[static_cast<std::size_t>(k1)];
+            if (s.twiddled)
+                v = twiddleColumns(s, v, t0, count, k1, sign);
+            const std::vector<SplitRef> lanes = lanesOf(v, count);
             for (int t = t0; t < t0 + count; ++t)
-                out[static_cast<std::size_t>(t % rows)][static_cast<std::size_t>(outputIndex(t / rows, k2))] =
+                u[static_cast<std::size_t>(t % s.rows)][static_cast<std::size_t>(t / s.rows)][static_cast<std::size_t>(k1)] =
                     lanes[static_cast<std::size_t>(t - t0)];
         }
     }
+}
+
+// The second stage `width` transforms at a time, as the first.
+void SplitBuilder::rowsInLanes(const Stages& s, const Spectra& u, int sign, std::vector<std::vector<SplitRef>>& out)
+{
+    const int scope = g_.openScope();
+    for (int t0 = 0; t0 < s.a * s.rows; t0 += width_) {
+        const int count = std::min(width_, s.a * s.rows - t0);
+        std::vector<Cx> row(static_cast<std::size_t>(s.b));
+        for (int n2 = 0; n2 < s.b; ++n2) {
+            std::vector<SplitRef> group;
+            for (int t = t0; t < t0 + count; ++t)
+                group.push_back(u[static_cast<std::size_t>(t % s.rows)][static_cast<std::size_t>(n2)][static_cast<std::size_t>(t / s.rows)]);
+            row[static_cast<std::size_t>(n2)] = gather(group);
+        }
+        g_.enterGroup(scope, t0 / width_);
+        const std::vector<Cx> v = uniform_.dft(*s.tree.second, row, sign);
+        g_.leaveGroup();
+        for (int k2 = 0; k2 < s.b; ++k2) {
+            const std::vector<SplitRef> lanes = lanesOf(v[static_cast<std::size_t>(k2)], count);
+            for (int t = t0; t < t0 + count; ++t)
+                out[static_cast<std::size_t>(t % s.rows)][static_cast<std::size_t>(s.outputIndex(t / s.rows, k2))] =
+                    lanes[static_cast<std::size_t>(t - t0)];
+        }
+    }
+}
+
+// The transforms of several inputs (rows) of one tree at once.
+std::vector<std::vector<SplitRef>> SplitBuilder::splitRows(const Tree& tree, const std::vector<std::vector<SplitRef>>& xs,
+                                                           int sign)
+{
+    const Stages s(tree, static_cast<int>(xs.size()));
+    // u[r][n2][k1]: the spectra of the first stage, twiddled
+    Spectra u(static_cast<std::size_t>(s.rows),
+              std::vector<std::vector<SplitRef>>(static_cast<std::size_t>(s.b), std::vector<SplitRef>(static_cast<std::size_t>(s.a))));
+    // each block of transforms is one group of its stage for the 256-bit packing
+    const int columns = g_.openScope();
+    const Apart first = apart(*tree.first, s.b, s.rows);
+    if (first != Apart::No)
+        columnsApart(s, xs[0], first, sign, u);
+    else
+        columnsInLanes(s, xs, columns, sign, u);
+
+    std::vector<std::vector<SplitRef>> out(static_cast<std::size_t>(s.rows), std::vector<SplitRef>(static_cast<std::size_t>(s.n)));
+    const Apart second = apart(*tree.second, s.a, s.rows);
+    if (second == Apart::No) {
+        rowsInLanes(s, u, sign, out);
+        return out;
+    }
+    std::vector<std::vector<SplitRef>> row(static_cast<std::size_t>(s.a), std::vector<SplitRef>(static_cast<std::size_t>(s.b)));
+    for (int k1 = 0; k1 < s.a; ++k1)
+        for (int n2 = 0; n2 < s.b; ++n2)
+            row[static_cast<std::size_t>(k1)][static_cast<std::size_t>(n2)] = u[0][static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
+    const std::vector<std::vector<SplitRef>> spectra = transforms(*tree.second, row, second, sign);
+    for (int k1 = 0; k1 < s.a; ++k1)
+        for (int k2 = 0; k2 < s.b; ++k2)
+            out[0][static_cast<std::size_t>(s.outputIndex(k1, k2))] = spectra[static_cast<std::size_t>(k1)][static_cast<std::size_t>(k2)];
     return out;
 }
 

@@ -86,6 +86,18 @@ private:
     Cx joinForms(Cx lower, Cx upper);
     // the transforms of several inputs (rows) of one tree at once
     std::vector<std::vector<SplitRef>> splitRows(const Tree& tree, const std::vector<std::vector<SplitRef>>& xs, int sign);
+    // how the transforms of a stage leave the lanes of one vector: not at all,
+    // each by a split of its own, or as one batch of rows
+    enum class Apart { No, Alone, Batch };
+    struct Stages;  // the two stages of a split
+    using Spectra = std::vector<std::vector<std::vector<SplitRef>>>;
+    Apart apart(const Tree& t, int count, int rows) const;
+    std::vector<std::vector<SplitRef>> transforms(const Tree& t, const std::vector<std::vector<SplitRef>>& inputs, Apart how,
+                                                  int sign);
+    void columnsApart(const Stages& s, const std::vector<SplitRef>& x, Apart how, int sign, Spectra& u);
+    void columnsInLanes(const Stages& s, const std::vector<std::vector<SplitRef>>& xs, int scope, int sign, Spectra& u);
+    Cx twiddleColumns(const Stages& s, Cx v, int t0, int count, int k1, int sign);
+    void rowsInLanes(const Stages& s, const Spectra& u, int sign, std::vector<std::vector<SplitRef>>& out);
     Cx multiplyLanes(Cx v, const std::vector<Constant>& constants);
     static std::vector<SplitRef> lanesOf(const Cx& v, int count);
 
