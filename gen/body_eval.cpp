@@ -133,7 +133,7 @@ void Interpreter::statement()
         stored_[index] = expression().v[0];
     } else {
         const std::string function = name();
-        if (function != "kv::store4f" && function != "kv::store4d")
+        if (function != "kv::store")
             fail("a statement of " + function);
         expect("(");
         const long index = place("y");
@@ -254,15 +254,23 @@ std::vector<Value> Interpreter::arguments()
 
 Value Interpreter::call(const std::string& function)
 {
-    const long immediate = accept("<") ? integer() : -1;
-    if (immediate >= 0)
+    // the template argument: a selector or mask, or the vector type
+    long immediate = -1;
+    std::string type;
+    if (accept("<")) {
+        if (std::isdigit(static_cast<unsigned char>(text_[pos_])))
+            immediate = integer();
+        else
+            type = name();
         expect(">");
-    if (function == "kv::load4f") {
+    }
+    if (function == "kv::load") {
         expect("(");
         const long index = place("x");
         expect(")");
         Value value;
         value.lanes = 4;
+        value.isDouble = type == "kv::dwide";
         for (int i = 0; i < 4; ++i)
             value.v[i] = index + i < static_cast<long>(x_.size()) ? x_[static_cast<std::size_t>(index + i)] : 0;
         return value;
@@ -285,27 +293,27 @@ Value Interpreter::call(const std::string& function)
         out.v[0] = a[0].v[immediate & 3];
         return out;
     }
-    if (function == "kv::permute4" || function == "kv::blend") {
+    if (function == "kv::permute" || function == "kv::blend") {
         arity(function == "kv::blend" ? 2 : 1);
         out.isDouble = a[0].isDouble;
         for (int i = 0; i < 4; ++i)
             out.v[i] = function == "kv::blend" ? a[(immediate >> i) & 1].v[i] : a[0].v[(immediate >> (2 * i)) & 3];
         return out;
     }
-    if (function == "kv::widen4" || function == "kv::narrow4") {
+    if (function == "kv::toDouble" || function == "kv::toFloat") {
         arity(1);
-        return convert(function == "kv::widen4", a[0]);
+        return convert(function == "kv::toDouble", a[0]);
     }
-    out.isDouble = function == "kv::set4d" || function == "kv::set1d" || function == "kv::zero4d";
-    if (function == "kv::set4d" || function == "kv::set4") {
+    out.isDouble = type == "kv::dwide";
+    if (function == "kv::set") {
         arity(4);
         for (int i = 0; i < 4; ++i)
             out.v[i] = inPrecision(out.isDouble, a[static_cast<std::size_t>(i)].v[0]);
-    } else if (function == "kv::set1d" || function == "kv::set1f") {
+    } else if (function == "kv::broadcast") {
         arity(1);
         for (double& lane : out.v)
             lane = inPrecision(out.isDouble, a[0].v[0]);
-    } else if (function != "kv::zero4" && function != "kv::zero4d") {
+    } else if (function != "kv::zero") {
         fail("an unknown function " + function);
     }
     return out;

@@ -6,8 +6,8 @@
 //
 // The text is the subset the generator prints for packed real and Hartley
 // bodies: `const <type> <name> = <expression>;`, `y[<k>] = <expression>;` and
-// `kv::store4f(y + <k>, <expression>);` (or store4d), over float and double
-// scalars and the SIMD layer's four-lane kv::v4f and kv::v4d values.
+// `kv::store(y + <k>, <expression>);`, over float and double scalars and the
+// SIMD layer's four-lane kv::fvec and kv::dwide values.
 #ifndef KVTGEN_BODY_EVAL_H
 #define KVTGEN_BODY_EVAL_H
 

@@ -248,13 +248,14 @@ std::string eightLanesBody(const EightLanes& best, NodePrinter printer, Kernel& 
         const std::string value = valueOf(graph, store.node);
         const std::string lo = "y + " + std::to_string(2 * store.lo);
         if (store.hi == store.lo + 2) {
-            body << "    kv::store8(" << lo << ", " << value << ");\n";
+            body << "    kv::store(" << lo << ", " << value << ");\n";
             ++wide;
         } else if (store.hi >= 0) {
-            body << "    kv::storeHalves(" << lo << ", y + " << 2 * store.hi << ", " << value << ");\n";
+            body << "    kv::store(" << lo << ", kv::lowHalf(" << value << "));\n    kv::store(y + " << 2 * store.hi
+                 << ", kv::highHalf(" << value << "));\n";
             ++halves;
         } else {
-            body << "    " << (store.pair ? "kv::storePairUnaligned(" : "kv::storeLow(") << lo << ", kv::lowHalf(" << value
+            body << "    " << (store.pair ? "kv::store(" : "kv::storeLow(") << lo << ", kv::lowHalf(" << value
                  << "));\n";
             ++alone;
         }

@@ -56,7 +56,7 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
     out << "\nnamespace {\n\n";
     if (vector) {
         out << "template <class Access, bool Scaled>\n"
-            << "inline void transform(const " << real << "* x, " << real << "* y, " << (floatVector ? "kv::v4f" : "kv::v2d")
+            << "inline void transform(const " << real << "* x, " << real << "* y, " << (floatVector ? "kv::fvec" : "kv::dvec")
             << " c)\n{\n";
     } else {
         out << "template <bool Scaled>\ninline void transform(const float* x, float* y, float c)\n{\n";
@@ -70,7 +70,7 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
         << "        return StatusBadFlag;\n"
         << scaledCall(vector ? "transform<Access, " : "transform<",
                       "reinterpret_cast<const " + real + "*>(src), reinterpret_cast<" + real + "*>(dst), " +
-                          (floatVector ? "kv::set1f(c)" : vector ? "kv::set1(c)" : "c"),
+                          (floatVector ? "kv::broadcast<kv::fvec>(c)" : vector ? "kv::broadcast<kv::dvec>(c)" : "c"),
                       "    ")
         << "    return StatusOk;\n}\n\n";
     const std::string text = out.str();

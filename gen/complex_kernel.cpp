@@ -17,7 +17,7 @@ std::string printInputPair(const Node& node)
     if (node.index2 < 0)
         return "kv::loadLow(" + first + ")";
     if (node.index2 == node.index + 1)
-        return node.index % 2 == 0 ? "Access::loadPair(" + first + ")" : "kv::loadPairUnaligned(" + first + ")";
+        return node.index % 2 == 0 ? "Access::loadPair(" + first + ")" : "kv::load<kv::fvec>(" + first + ")";
     return "kv::loadLowHigh(" + first + ", x + " + std::to_string(2 * node.index2) + ")";
 }
 
@@ -28,7 +28,7 @@ std::string printStore(const Graph& graph, const Store& store)
     switch (store.kind) {
     case Store::Pair:
         return store.index % 2 == 0 ? "Access::storePair(" + place + ", " + value + ")"
-                                    : "kv::storePairUnaligned(" + place + ", " + value + ")";
+                                    : "kv::store(" + place + ", " + value + ")";
     case Store::Low: return "kv::storeLow(" + place + ", " + value + ")";
     case Store::High: return "kv::storeHigh(" + place + ", " + value + ")";
     case Store::Scalar: return "y[" + std::to_string(store.index) + "] = " + value;
@@ -110,7 +110,7 @@ std::string packedBody(const Variant& v, const PackedKernel& packed, const std::
     const NodePrinter narrow = printer;
     printer.input = [narrow, single](const Node& n) {
         if (n.type == Type::V4D || n.type == Type::V8F)
-            return std::string(single ? "kv::load8(x + " : "kv::load4d(x + ") + std::to_string(n.index) + ")";
+            return std::string(single ? "kv::load<kv::fwide>(x + " : "kv::load<kv::dwide>(x + ") + std::to_string(n.index) + ")";
         return narrow.input(n);
     };
     printer.param = [narrow](const Node& n) {
@@ -128,7 +128,7 @@ std::string packedBody(const Variant& v, const PackedKernel& packed, const std::
         const std::string place = "y + " + std::to_string(2 * first.index);
         const std::string value = valueOf(packed.graph, store.node);
         if (store.wide)
-            body << "    " << (single ? "kv::store8(" : "kv::store4d(") << place << ", " << value << ");\n";
+            body << "    " << "kv::store(" << place << ", " << value << ");\n";
         else if (!single)
             body << "    Access::store(" << place << ", " << value << ");\n";
         else

@@ -101,10 +101,10 @@ const char* typeName(Type type)
     switch (type) {
     case Type::F32: return "float";
     case Type::F64: return "double";
-    case Type::V2D: return "kv::v2d";
-    case Type::V4F: return "kv::v4f";
-    case Type::V4D: return "kv::v4d";
-    case Type::V8F: return "kv::v8f";
+    case Type::V2D: return "kv::dvec";
+    case Type::V4F: return "kv::fvec";
+    case Type::V4D: return "kv::dwide";
+    case Type::V8F: return "kv::fwide";
     }
     return "?";
 }
@@ -114,24 +114,20 @@ std::string valueOf(const Graph& graph, int id)
 {
     const Node& n = graph.node(id);
     if (n.op == Op::Const) {
-        if (n.type == Type::V4D || n.type == Type::V8F) {
-            // a 256-bit constant: the lanes of its two 128-bit halves
-            const Node& lo = graph.node(n.a);
-            const Node& hi = graph.node(n.b);
-            if (n.type == Type::V4D)
-                return "kv::set4d(" + literal(Type::F64, lo.lane0) + ", " + literal(Type::F64, lo.lane1) + ", " +
-                       literal(Type::F64, hi.lane0) + ", " + literal(Type::F64, hi.lane1) + ")";
-            std::string text;
-            for (const Node* half : {&lo, &hi})
-                for (double lane : {half->lane0, half->lane1, half->lane2, half->lane3})
-                    text += (text.empty() ? "" : ", ") + literal(Type::F32, lane);
-            return "kv::set8(" + text + ")";
+        if (n.type == Type::F32 || n.type == Type::F64)
+            return literal(n.type, n.lane0);
+        // a 256-bit constant: the lanes of its two 128-bit halves
+        const bool wide = n.type == Type::V4D || n.type == Type::V8F;
+        const Type lane = n.type == Type::V4F || n.type == Type::V8F ? Type::F32 : Type::F64;
+        std::string text;
+        for (const Node* half : {wide ? &graph.node(n.a) : &n, wide ? &graph.node(n.b) : nullptr}) {
+            if (half == nullptr)
+                continue;
+            const double all[4] = {half->lane0, half->lane1, half->lane2, half->lane3};
+            for (int i = 0; i < (lane == Type::F32 ? 4 : 2); ++i)
+                text += (text.empty() ? "" : ", ") + literal(lane, all[i]);
         }
-        if (n.type == Type::V2D)
-            return "kv::set2(" + literal(Type::F64, n.lane0) + ", " + literal(Type::F64, n.lane1) + ")";
-        if (n.type == Type::V4F)
-            return "kv::set4(" + literal(Type::F32, n.lane0) + ", " + literal(Type::F32, n.lane1) + ", " +
-                   literal(Type::F32, n.lane2) + ", " + literal(Type::F32, n.lane3) + ")";
+        return std::string("kv::set<") + typeName(n.type) + ">(" + text + ")";
         return literal(n.type, n.lane0);
     }
     return "t" + std::to_string(id);
@@ -206,11 +202,7 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
             break;
         case Op::Neg: expr = vector ? "kv::neg(" + a + ")" : "-" + a; break;
         case Op::ZeroSub:
-            expr = vector ? std::string(n.type == Type::V4F   ? "kv::sub(kv::zero4(), "
-                                        : n.type == Type::V4D ? "kv::sub(kv::zero4d(), "
-                                        : n.type == Type::V8F ? "kv::sub(kv::zero8(), "
-                                                              : "kv::sub(kv::zero2(), ") +
-                                a + ")"
+            expr = vector ? std::string("kv::sub(kv::zero<") + typeName(n.type) + ">(), " + a + ")"
                           : (n.type == Type::F32 ? "0.0f - " : "0.0 - ") + a;
             break;
         case Op::Widen: expr = "static_cast<double>(" + a + ")"; break;

@@ -17,7 +17,7 @@ namespace gen::real::packing {
 
 namespace {
 
-const char* vectorName(Type scalar) { return scalar == Type::F64 ? "kv::v4d" : "kv::v4f"; }
+const char* vectorName(Type scalar) { return scalar == Type::F64 ? "kv::dwide" : "kv::fvec"; }
 const char* scalarName(Type scalar) { return scalar == Type::F64 ? "double" : "float"; }
 
 class BodyPrinter {
@@ -76,7 +76,7 @@ std::string BodyPrinter::permuteText(int p, const std::vector<int>& src) const
     }
     if (selector == 0xE4)
         return "p" + std::to_string(p);
-    return "kv::permute4<" + std::to_string(selector) + ">(p" + std::to_string(p) + ")";
+    return "kv::permute<" + std::to_string(selector) + ">(p" + std::to_string(p) + ")";
 }
 
 std::string BodyPrinter::gatherText(const std::vector<int>& src, Type type) const
@@ -88,7 +88,6 @@ std::string BodyPrinter::gatherText(const std::vector<int>& src, Type type) cons
             any = s;
             break;
         }
-    const bool d = type == Type::F64;
     switch (pl.kind) {
     case Packer::Gather::InPlace: return "p" + std::to_string(pl.first);
     case Packer::Gather::Permute: return permuteText(pl.first, src);
@@ -102,14 +101,14 @@ std::string BodyPrinter::gatherText(const std::vector<int>& src, Type type) cons
         return "kv::blend<" + std::to_string(mask) + ">(" + permuteText(pl.first, src) + ", " +
                permuteText(pl.second, src) + ")";
     }
-    case Packer::Gather::Load: return std::string(d ? "kv::load4d(x + " : "kv::load4f(x + ") + std::to_string(pl.first) + ")";
+    case Packer::Gather::Load: return std::string("kv::load<") + vectorName(type) + ">(x + " + std::to_string(pl.first) + ")";
     case Packer::Gather::Broadcast: {
         const std::string f = g_.node(any).op == Op::Param ? "c" : std::string("static_cast<") + scalarName(type) + ">(c)";
-        return std::string(d ? "kv::set1d(" : "kv::set1f(") + f + ")";
+        return std::string("kv::broadcast<") + vectorName(type) + ">(" + f + ")";
     }
     case Packer::Gather::Constant:
     case Packer::Gather::Lanes: {
-        std::string text = d ? "kv::set4d(" : "kv::set4(";
+        std::string text = std::string("kv::set<") + vectorName(type) + ">(";
         for (int i = 0; i < lanes; ++i) {
             const int s = src[static_cast<std::size_t>(i)] >= 0 ? src[static_cast<std::size_t>(i)] : any;
             text += (i ? ", " : "") + scalarValue(s);
@@ -187,10 +186,10 @@ void BodyPrinter::printPack(int p)
         break;
     case Op::Neg: expr = "kv::neg(" + a + ")"; break;
     case Op::ZeroSub:
-        expr = std::string(n.type == Type::F64 ? "kv::sub(kv::zero4d(), " : "kv::sub(kv::zero4(), ") + a + ")";
+        expr = std::string("kv::sub(kv::zero<") + vectorName(n.type) + ">(), " + a + ")";
         break;
-    case Op::Widen: expr = "kv::widen4(" + a + ")"; break;
-    case Op::Narrow: expr = "kv::narrow4(" + a + ")"; break;
+    case Op::Widen: expr = "kv::toDouble(" + a + ")"; break;
+    case Op::Narrow: expr = "kv::toFloat(" + a + ")"; break;
     default: throw std::logic_error("real packing: unexpected packed node");
     }
     out_ << "    const " << vectorName(n.type) << " p" << p << " = " << expr << ";\n";
@@ -247,7 +246,7 @@ void BodyPrinter::printStores(const std::vector<int>& stores, const std::vector<
             continue;
         for (std::size_t k : which)
             stored[k] = true;
-        out_ << "    " << (g_.node(stores[i]).type == Type::F64 ? "kv::store4d(y + " : "kv::store4f(y + ") << base
+        out_ << "    " << "kv::store(y + " << base
              << ", p" << p << ");\n";
         ++cost_;
     }

@@ -45,14 +45,14 @@ std::string transposedBlocks(const Sample&, int count)
     for (int g = 0; g < count; g += 4) {
         const std::string v0 = "v" + std::to_string(g), v1 = "v" + std::to_string(g + 1),
                           v2 = "v" + std::to_string(g + 2), v3 = "v" + std::to_string(g + 3);
-        out << "    kv::transpose4(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
+        out << "    transposeBlock(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
         out << "    {\n"
-            << "        const kv::v4f p0 = kv::add(" << v0 << ", " << v1 << "), p1 = kv::sub(" << v0 << ", " << v1 << ");\n"
-            << "        const kv::v4f p2 = kv::add(" << v2 << ", " << v3 << "), p3 = kv::sub(" << v2 << ", " << v3 << ");\n"
+            << "        const kv::fvec p0 = kv::add(" << v0 << ", " << v1 << "), p1 = kv::sub(" << v0 << ", " << v1 << ");\n"
+            << "        const kv::fvec p2 = kv::add(" << v2 << ", " << v3 << "), p3 = kv::sub(" << v2 << ", " << v3 << ");\n"
             << "        " << v0 << " = kv::add(p0, p2);\n        " << v2 << " = kv::sub(p0, p2);\n"
             << "        " << v1 << " = kv::add(p1, p3);\n        " << v3 << " = kv::sub(p1, p3);\n"
             << "    }\n";
-        out << "    kv::transpose4(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
+        out << "    transposeBlock(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
     }
     return out.str();
 }
@@ -66,9 +66,9 @@ std::string interleavedPairs(const Sample&, int count)
     for (int j = 0; j < count; j += 2) {
         const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
         out << "    {\n"
-            << "        const kv::v2d even = kv::unpackLow(" << a << ", " << b << "), odd = kv::unpackHigh(" << a << ", "
+            << "        const kv::dvec even = kv::unpackLow(" << a << ", " << b << "), odd = kv::unpackHigh(" << a << ", "
             << b << ");\n"
-            << "        const kv::v2d sum = kv::add(even, odd), difference = kv::sub(even, odd);\n"
+            << "        const kv::dvec sum = kv::add(even, odd), difference = kv::sub(even, odd);\n"
             << "        " << a << " = kv::unpackLow(sum, difference);\n"
             << "        " << b << " = kv::unpackHigh(sum, difference);\n"
             << "    }\n";
@@ -94,23 +94,23 @@ std::string exchangedPairs(const Sample& s, int count)
         // the halves were traded by the loads
         out << "    {\n";
         for (int h = 1; h < s.lanes; h *= 2)
-            out << "        kv::splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
-        out << "        kv::exchangeHalves(" << a << ", " << b << ");\n    }\n";
+            out << "        splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
+        out << "        exchangeHalves(" << a << ", " << b << ");\n    }\n";
     }
     return out.str();
 }
 
-const Sample real32{"32f", "float", "kv::v4f", 4, Type::F32, "kv::set1f", "kv::AlignedAccess", "kv::UnalignedAccess",
+const Sample real32{"32f", "float", "kv::fvec", 4, Type::F32, "kv::broadcast<kv::fvec>", "kv::AlignedAccess", "kv::UnalignedAccess",
                     transposedBlocks, nullptr};
-const Sample real64{"64f", "double", "kv::v2d", 2, Type::F64, "kv::set1", "kv::AlignedAccess", "kv::UnalignedAccess",
+const Sample real64{"64f", "double", "kv::dvec", 2, Type::F64, "kv::broadcast<kv::dvec>", "kv::AlignedAccess", "kv::UnalignedAccess",
                     interleavedPairs, nullptr};
 // The 256-bit forms: a kernel knows its arrays to be aligned to 16 bytes, not
 // 32, so every 256-bit access is an unaligned move, which costs no more than
 // an aligned one where the address happens to be a multiple of 32; aligned
 // kernels and twins differ in their route only.
-const Sample wide32{"32f", "float", "kv::v8f", 8, Type::F32, "kv::set1f8", "kv::WideAccess", "kv::WideAccess",
+const Sample wide32{"32f", "float", "kv::fwide", 8, Type::F32, "kv::broadcast<kv::fwide>", "wht::WideAccess", "wht::WideAccess",
                     exchangedPairs, "kv::UnalignedAccess"};
-const Sample wide64{"64f", "double", "kv::v4d", 4, Type::F64, "kv::set1d", "kv::WideAccess", "kv::WideAccess",
+const Sample wide64{"64f", "double", "kv::dwide", 4, Type::F64, "kv::broadcast<kv::dwide>", "wht::WideAccess", "wht::WideAccess",
                     exchangedPairs, "kv::UnalignedAccess"};
 
 }  // namespace
@@ -209,7 +209,7 @@ std::string tradedNetwork(const Sample& s, int order)
         const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
         out << "    {\n";
         for (int h = 1; h < s.lanes; h *= 2)
-            out << "        kv::splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
+            out << "        splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
         out << "    }\n";
     }
     // sample bit log2(h) of a block is bit log2(h / half) of the vector index
@@ -220,7 +220,7 @@ std::string tradedNetwork(const Sample& s, int order)
             out << butterfly(s, "v" + std::to_string(j), "v" + std::to_string(j + step), "    ");
         }
     for (int j = 0; j < count; ++j)
-        out << "    kv::WideAccess::storeVector(y + " << j * s.lanes << ", v" << j << ");\n";
+        out << "    WideAccess::storeVector(y + " << j * s.lanes << ", v" << j << ");\n";
     out << "}\n\n";
     return out.str();
 }
@@ -266,7 +266,7 @@ std::string networksHeader()
     std::ostringstream out;
     out << "// Generated by kvtgen; do not edit.\n"
         << "// Butterfly networks of the Walsh-Hadamard kernels.\n"
-        << "#pragma once\n#include \"" << target().simdHeader() << "\"\n\nnamespace wht {\n\n";
+        << "#pragma once\n#include \"wht/lane_moves.h\"\n\nnamespace wht {\n\n";
     for (int order = 1; order <= 3; ++order)
         out << scalarNetwork(single(), order);
     for (int order = 1; order <= 2; ++order)

@@ -20,7 +20,7 @@ using LaneStages = std::string (*)(const Sample& s, int count);
 struct Sample {
     const char* suffix;     // 32f or 64f
     const char* real;       // float or double
-    const char* vector;     // kv::v4f, kv::v2d (128 bits) or kv::v8f, kv::v4d (256 bits)
+    const char* vector;     // kv::fvec, kv::dvec, or the wide kv::fwide, kv::dwide
     int lanes;              // samples per vector
     Type type;              // F32 or F64
     const char* broadcast;  // the vector of one sample in every lane

@@ -136,7 +136,7 @@ Status Api<T>::transform(const T* src, T* dst, DctPlan* plan)
     Env4* const rows = table->rule == 1 ? static_cast<Env4*>(head(table->firstList)) : nullptr;
     // 32-byte vectors take two column groups or row blocks of the plan at a
     // time; a pass with a single one keeps the 16-byte vectors
-    using Wide = StageVectors<T, 2 * Vec<T>::lanes>;
+    using Wide = StageVectors<T, 2 * planLanes<T>>;
     if constexpr (sizeof(T) == 8) {
         // Real64 lengths with a composite span stage: its combine and the
         // table pass run together, with the root's work as their buffer

@@ -20,11 +20,11 @@
 
 namespace dct4 {
 
-template <class T, int W = Vec<T>::lanes>
+template <class T, int W = planLanes<T>>
 struct CombineStage {
     using Shape = StageVectors<T, W>;
     using Memory = MemoryPolicy<T, W>;
-    using VT = typename Shape::VT;
+    using V = typename Shape::V;
     using C = typename Shape::C;
     using K = typename Shape::K;
     static constexpr int lanes = Shape::lanes;
@@ -41,7 +41,7 @@ struct CombineStage {
         constexpr int parts = S == 16 ? 4 : 8;  // s' of the two-level forms
         // V[t]: real part in row t, imaginary part in row s + t of the block
         const auto input = [&](int t) -> C {
-            return {VT::loadAligned(block + int64_t(t) * inStride), VT::loadAligned(block + int64_t(S + t) * inStride)};
+            return {loadAligned<V>(block + int64_t(t) * inStride), loadAligned<V>(block + int64_t(S + t) * inStride)};
         };
         if constexpr (S <= 8) {
             const T* pairs = sectionA + int64_t(i) * (S - 1) * pairWidth;
@@ -127,8 +127,8 @@ struct CombineStage {
                             T* const row = straight ? column + 2 * (l >= S / 2 ? env->lastIndex - p : p) * dstStride
                                                     : column + 2 * l * width;
                             const int64_t next = straight ? dstStride : width;
-                            VT::storeAligned(row, x.re);
-                            VT::storeAligned(row + next, x.im);
+                            storeAligned(row, x.re);
+                            storeAligned(row + next, x.im);
                         });
                     }
                 };
@@ -188,8 +188,8 @@ struct CombineStage {
                 T* const column = buffer + lanes * g;
                 combineGroup<S>(sectionA, sectionB, i, block + lanes * g, width, [&](int l, C x) KVTG_LAMBDA_INLINE {
                     T* const row = column + int64_t(l) * runStride + (l < S / 2 ? up : down);
-                    VT::storeAligned(row, x.re);
-                    VT::storeAligned(row + width, x.im);
+                    storeAligned(row, x.re);
+                    storeAligned(row + width, x.im);
                 });
             }
         }

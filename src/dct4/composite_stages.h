@@ -16,7 +16,7 @@
 
 namespace dct4 {
 
-template <class T, int W = Vec<T>::lanes>
+template <class T, int W = planLanes<T>>
 struct CompositeStages {
     using Memory = MemoryPolicy<T, W>;
     using Span = SpanPass<T, W>;

@@ -19,7 +19,7 @@
 
 namespace dct4 {
 
-template <class T, int W = Vec<T>::lanes>
+template <class T, int W = planLanes<T>>
 struct FusedSweep {
     using Memory = MemoryPolicy<T, W>;
     using Composite = CompositeStages<T, W>;

@@ -18,9 +18,8 @@
 
 namespace dct4 {
 
-template <class T, int W = Vec<T>::lanes>
+template <class T, int W = planLanes<T>>
 struct MemoryPolicy {
-    using VT = typename StageVectors<T, W>::VT;
     using V = typename StageVectors<T, W>::V;
     static constexpr int lanes = StageVectors<T, W>::lanes;
     static constexpr int factor = StageVectors<T, W>::factor;
@@ -36,10 +35,10 @@ struct MemoryPolicy {
     {
         for (int32_t row = 0; row < rows; ++row)
             for (int32_t k = 0; k < width; k += lanes) {
-                V v = VT::load(from + row * fromStride + k);
+                V v = kv::load<V>(from + row * fromStride + k);
                 // keeps the compiler from making a call of memcpy out of short rows
                 asm("" : "+x"(v));
-                VT::store(to + row * toStride + k, v);
+                kv::store(to + row * toStride + k, v);
             }
     }
 
@@ -71,7 +70,7 @@ struct MemoryPolicy {
         }
         for (int32_t row = 0; row < rows; ++row)
             for (int32_t k = 0; k < width; k += lanes)
-                VT::stream(to + row * toStride + k, VT::loadAligned(from + row * fromStride + k));
+                stream(to + row * toStride + k, loadAligned<V>(from + row * fromStride + k));
     }
 
     // Column groups per pass through a scratch buffer of `rows` rows.

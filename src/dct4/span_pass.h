@@ -21,9 +21,9 @@ namespace dct4 {
 template <class T, int W>
 struct CompositeStages;
 
-template <class T, int W = Vec<T>::lanes>
+template <class T, int W = planLanes<T>>
 struct SpanPass {
-    using VT = typename StageVectors<T, W>::VT;
+    using V = typename StageVectors<T, W>::V;
     using C = typename StageVectors<T, W>::C;
     using K = typename StageVectors<T, W>::K;
     static constexpr int lanes = StageVectors<T, W>::lanes;
@@ -45,8 +45,8 @@ struct SpanPass {
             spanHalf<S / 2>(src, up, 2 * upStride, down, 2 * downStride, e);
             spanHalf<S / 2>(src, up + upStride, 2 * upStride, down - downStride, 2 * downStride, o);
             K::template spanCombine<S>(e, o, [=](int p, C z) KVTG_LAMBDA_INLINE {
-                VT::store(dst + (2 * p) * rowStride, z.re);
-                VT::store(dst + (2 * p + 1) * rowStride, z.im);
+                kv::store(dst + (2 * p) * rowStride, z.re);
+                kv::store(dst + (2 * p + 1) * rowStride, z.im);
             });
             return;
         }
@@ -55,12 +55,12 @@ struct SpanPass {
         K::template span<S, true>(
             [=](int q) KVTG_LAMBDA_INLINE {
                 if (q < S / 2)
-                    return VT::load(src + up + q * upStride);
-                return VT::reverse(VT::load(src + down - q * downStride - (lanes - 1)));
+                    return kv::load<V>(src + up + q * upStride);
+                return reverse(kv::load<V>(src + down - q * downStride - (lanes - 1)));
             },
             [=](int p, C z) KVTG_LAMBDA_INLINE {
-                VT::store(dst + (2 * p) * rowStride, z.re);
-                VT::store(dst + (2 * p + 1) * rowStride, z.im);
+                kv::store(dst + (2 * p) * rowStride, z.re);
+                kv::store(dst + (2 * p + 1) * rowStride, z.im);
             });
     }
 
@@ -72,8 +72,8 @@ struct SpanPass {
         K::template span<H, true>(
             [=](int q) KVTG_LAMBDA_INLINE {
                 if (q < H / 2)
-                    return VT::load(src + up + q * upStride);
-                return VT::reverse(VT::load(src + down - q * downStride - (lanes - 1)));
+                    return kv::load<V>(src + up + q * upStride);
+                return reverse(kv::load<V>(src + down - q * downStride - (lanes - 1)));
             },
             [z](int p, C v) KVTG_LAMBDA_INLINE { z[p] = v; });
     }

@@ -15,13 +15,12 @@
 
 namespace dct4 {
 
-template <class T, int W = Vec<T>::lanes>
+template <class T, int W = planLanes<T>>
 struct StageVectors {
-    using VT = Vec<T, W>;
-    using V = typename VT::V;
+    using V = kv::vector<T, W>;
     using C = Complex<T, W>;
     using K = Kernels<T, W>;
-    static constexpr int lanes = VT::lanes;
+    static constexpr int lanes = W;
     static constexpr int tableLanes = Tables<T>::lanes;
     static constexpr int factor = lanes / tableLanes;
     static_assert(factor * tableLanes == lanes, "a vector holds whole table groups");
@@ -30,7 +29,7 @@ struct StageVectors {
     // values are equal in all lanes (the combine's, and the fold's own)
     static KVTG_INLINE C rotate(C z, const T* pair)
     {
-        const V c = VT::tableBroadcast(pair), s = VT::tableBroadcast(pair + tableLanes);
+        const V c = tableBroadcast<V>(pair), s = tableBroadcast<V>(pair + tableLanes);
         return {kv::sub(kv::mul(c, z.re), kv::mul(s, z.im)), kv::add(kv::mul(s, z.re), kv::mul(c, z.im))};
     }
 };

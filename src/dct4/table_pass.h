@@ -17,11 +17,10 @@
 
 namespace dct4 {
 
-template <class T, int W = Vec<T>::lanes>
+template <class T, int W = planLanes<T>>
 struct TablePass {
     using Shape = StageVectors<T, W>;
     using Memory = MemoryPolicy<T, W>;
-    using VT = typename Shape::VT;
     using V = typename Shape::V;
     using C = typename Shape::C;
     using K = typename Shape::K;
@@ -38,7 +37,7 @@ struct TablePass {
     template <int R>
     static KVTG_INLINE C rotateRows(C z, const T* pair)
     {
-        const V c = VT::tableGroups(pair, blockTable<R>), s = VT::tableGroups(pair + tableLanes, blockTable<R>);
+        const V c = tableGroups<V>(pair, blockTable<R>), s = tableGroups<V>(pair + tableLanes, blockTable<R>);
         return {kv::sub(kv::mul(c, z.re), kv::mul(s, z.im)), kv::add(kv::mul(s, z.re), kv::mul(c, z.im))};
     }
 
@@ -118,10 +117,10 @@ struct TablePass {
     static KVTG_INLINE void foldGroup(int32_t J, const T* table, const T* rows, int32_t rowPair, C* plus, C* minus)
     {
         V re[lanes], im[lanes], reMirror[lanes], imMirror[lanes];
-        VT::gatherBlock(rows + J, rowPair, re);
-        VT::gatherBlock(rows + R + J, rowPair, im);
-        VT::gatherBlock(rows + R - lanes - J, rowPair, reMirror);
-        VT::gatherBlock(rows + 2 * R - lanes - J, rowPair, imMirror);
+        gatherBlock(rows + J, rowPair, re);
+        gatherBlock(rows + R + J, rowPair, im);
+        gatherBlock(rows + R - lanes - J, rowPair, reMirror);
+        gatherBlock(rows + 2 * R - lanes - J, rowPair, imMirror);
         foldLanes<R>(J, table, re, im, reMirror, imMirror, plus, minus);
     }
 
@@ -158,13 +157,13 @@ struct TablePass {
             if constexpr (factor > 1 && R >= lanes) {
                 // whole rows of the block, transposed
                 for (int j = 0; j < R; j += lanes) {
-                    VT::gatherBlock(rows + j, env->radix2, re + j);
-                    VT::gatherBlock(rows + R + j, env->radix2, im + j);
+                    gatherBlock(rows + j, env->radix2, re + j);
+                    gatherBlock(rows + R + j, env->radix2, im + j);
                 }
             } else {
                 for (int j = 0; j < R; ++j) {
-                    re[j] = VT::gather(rows + j, env->radix2);
-                    im[j] = VT::gather(rows + R + j, env->radix2);
+                    re[j] = gather<V>(rows + j, env->radix2);
+                    im[j] = gather<V>(rows + R + j, env->radix2);
                 }
             }
             C z[R];
@@ -198,9 +197,9 @@ struct TablePass {
                 for (int32_t k = 0; k < Memory::stagedBlocks; ++k)
                     foldBlock<R>(env, table + int64_t(b + k) * tableStep, src, b + k, [&](int y, V v) KVTG_LAMBDA_INLINE {
                         if (y >= R)
-                            VT::storeAligned(up[y - R] + lanes * k, v);
+                            storeAligned(up[y - R] + lanes * k, v);
                         else
-                            VT::storeAligned(down[R - 1 - y] + run - lanes * (k + 1), VT::reverse(v));
+                            storeAligned(down[R - 1 - y] + run - lanes * (k + 1), reverse(v));
                     });
                 const int64_t p = lanes * b;
                 for (int q = 0; q < R; ++q) {
@@ -218,9 +217,9 @@ struct TablePass {
             const int64_t p = lanes * b;
             foldBlock<R>(env, table + int64_t(b) * tableStep, src, b, [&](int y, V v) KVTG_LAMBDA_INLINE {
                 if (y >= R)
-                    VT::store(dst + span * (y - R) + p, v);
+                    kv::store(dst + span * (y - R) + p, v);
                 else
-                    VT::store(dst + span * (R - y) - 1 - p - (lanes - 1), VT::reverse(v));
+                    kv::store(dst + span * (R - y) - 1 - p - (lanes - 1), reverse(v));
             });
         }
     }
@@ -240,9 +239,9 @@ struct TablePass {
             for (int32_t k = 0; k < Memory::stagedBlocks; ++k)
                 foldBlock<R>(env, table + int64_t(first + k) * tableStep, rows, k, [&](int y, V v) KVTG_LAMBDA_INLINE {
                     if (y >= R)
-                        VT::storeAligned(up[y - R] + lanes * k, v);
+                        storeAligned(up[y - R] + lanes * k, v);
                     else
-                        VT::storeAligned(down[R - 1 - y] + run - lanes * (k + 1), VT::reverse(v));
+                        storeAligned(down[R - 1 - y] + run - lanes * (k + 1), reverse(v));
                 });
             const int64_t p = lanes * int64_t(first);
             for (int q = 0; q < R; ++q) {
@@ -260,9 +259,9 @@ struct TablePass {
             const int64_t p = lanes * int64_t(first + k);
             foldBlock<R>(env, table + int64_t(first + k) * tableStep, rows, k, [&](int y, V v) KVTG_LAMBDA_INLINE {
                 if (y >= R)
-                    VT::store(dst + span * (y - R) + p, v);
+                    kv::store(dst + span * (y - R) + p, v);
                 else
-                    VT::store(dst + span * (R - y) - 1 - p - (lanes - 1), VT::reverse(v));
+                    kv::store(dst + span * (R - y) - 1 - p - (lanes - 1), reverse(v));
             });
         }
     }

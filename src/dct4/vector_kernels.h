@@ -8,147 +8,26 @@
 
 #include <cstdint>
 
-#include "simd.h"
-
+#include "vector_access.h"
 
 namespace dct4 {
 
 constexpr long double kPi = 3.141592653589793238462643383279502884L;
 
-// The vector of `lanes` samples: by default the 16-byte vector of the plan's
-// layout; the x86-64-v3 build also has the 32-byte vector of twice the lanes.
-template <class T, int W = 16 / static_cast<int>(sizeof(T))>
-struct Vec;
-template <>
-struct Vec<float, 4> {
-    using V = kv::v4f;
-    static constexpr int lanes = 4;
-    static V set(float x) { return kv::set1f(x); }
-    static V zero() { return kv::zero4(); }
-    static V load(const float* p) { return kv::UnalignedAccess::loadVector(p); }
-    static void store(float* p, V v) { kv::UnalignedAccess::storeVector(p, v); }
-    static V loadAligned(const float* p) { return kv::AlignedAccess::loadVector(p); }
-    static void storeAligned(float* p, V v) { kv::AlignedAccess::storeVector(p, v); }
-    static void stream(float* p, V v) { _mm_stream_ps(p, v); }
-    static V reverse(V v) { return kv::shuffle<0x1B>(v, v); }
-    // a vector of a plan table (16-byte groups): one group; the second
-    // argument is where a wider vector would find its next group
-    static V tableGroups(const float* p, int64_t) { return loadAligned(p); }
-    // a group of equal values
-    static V tableBroadcast(const float* p) { return loadAligned(p); }
-    // lane l from p[l * stride]
-    static V gather(const float* p, int stride) { return kv::set4(p[0], p[stride], p[2 * stride], p[3 * stride]); }
-    // out[k] lane l = p[l * stride + k], k < 4: four rows transposed
-    static void gatherBlock(const float* p, int stride, V* out)
-    {
-        V a = load(p), b = load(p + stride), c = load(p + 2 * stride), d = load(p + 3 * stride);
-        kv::transpose4(a, b, c, d);
-        out[0] = a;
-        out[1] = b;
-        out[2] = c;
-        out[3] = d;
-    }
-};
-template <>
-struct Vec<double, 2> {
-    using V = kv::v2d;
-    static constexpr int lanes = 2;
-    static V set(double x) { return kv::set1(x); }
-    static V zero() { return kv::zero2(); }
-    static V load(const double* p) { return kv::UnalignedAccess::loadVector(p); }
-    static void store(double* p, V v) { kv::UnalignedAccess::storeVector(p, v); }
-    static V loadAligned(const double* p) { return kv::AlignedAccess::loadVector(p); }
-    static void storeAligned(double* p, V v) { kv::AlignedAccess::storeVector(p, v); }
-    static void stream(double* p, V v) { _mm_stream_pd(p, v); }
-    static V reverse(V v) { return kv::swap(v); }
-    static V tableGroups(const double* p, int64_t) { return loadAligned(p); }
-    static V tableBroadcast(const double* p) { return loadAligned(p); }
-    static V gather(const double* p, int stride) { return kv::set2(p[0], p[stride]); }
-    static void gatherBlock(const double* p, int stride, V* out)
-    {
-        const V a = load(p), b = load(p + stride);
-        out[0] = kv::unpackLow(a, b);
-        out[1] = kv::unpackHigh(a, b);
-    }
-};
-
-#if KVTG_VECTOR_BITS >= 256
-// Eight floats: every lane computes what the same lane of a 16-byte vector
-// would, so the kernels give the same bits on either width.  The tables of a
-// plan stay laid out for 16-byte vectors; a 32-byte vector takes two of
-// their groups (loadHalves) or one group twice (broadcastHalf).
-template <>
-struct Vec<float, 8> {
-    using V = kv::v8f;
-    static constexpr int lanes = 8;
-    static V set(float x) { return kv::set1f8(x); }
-    static V zero() { return kv::zero8(); }
-    static V load(const float* p) { return kv::load8(p); }
-    static void store(float* p, V v) { kv::store8(p, v); }
-    // the buffers of the stages are 16-byte aligned only
-    static V loadAligned(const float* p) { return kv::load8(p); }
-    static void storeAligned(float* p, V v) { kv::store8(p, v); }
-    static void stream(float* p, V v) { kv::streamHalves(p, v); }
-    static V reverse(V v) { return kv::reverse(v); }
-    // the group at p in the lower lanes and the one at p + next in the upper
-    static V tableGroups(const float* p, int64_t next) { return kv::loadHalves(p, p + next); }
-    // a group of four equal values, in all eight lanes
-    static V tableBroadcast(const float* p) { return kv::broadcastHalf(p); }
-    static V gather(const float* p, int stride)
-    {
-        return kv::set8(p[0], p[stride], p[2 * stride], p[3 * stride], p[4 * stride], p[5 * stride], p[6 * stride],
-                        p[7 * stride]);
-    }
-    // out[k] lane l = p[l * stride + k], k < 8: eight rows transposed
-    static void gatherBlock(const float* p, int stride, V* out)
-    {
-#pragma GCC unroll 8
-        for (int k = 0; k < 8; ++k)
-            out[k] = load(p + k * stride);
-        kv::transpose8(out);
-    }
-};
-template <>
-struct Vec<double, 4> {
-    using V = kv::v4d;
-    static constexpr int lanes = 4;
-    static V set(double x) { return kv::set1d(x); }
-    static V zero() { return kv::zero4d(); }
-    static V load(const double* p) { return kv::load4d(p); }
-    static void store(double* p, V v) { kv::store4d(p, v); }
-    static V loadAligned(const double* p) { return kv::load4d(p); }
-    static void storeAligned(double* p, V v) { kv::store4d(p, v); }
-    static void stream(double* p, V v) { kv::streamHalves(p, v); }
-    static V reverse(V v) { return kv::reverse(v); }
-    static V tableGroups(const double* p, int64_t next) { return kv::loadHalves(p, p + next); }
-    static V tableBroadcast(const double* p) { return kv::broadcastHalf(p); }
-    static V gather(const double* p, int stride) { return kv::set4d(p[0], p[stride], p[2 * stride], p[3 * stride]); }
-    static void gatherBlock(const double* p, int stride, V* out)
-    {
-        V a = load(p), b = load(p + stride), c = load(p + 2 * stride), d = load(p + 3 * stride);
-        kv::transpose4(a, b, c, d);
-        out[0] = a;
-        out[1] = b;
-        out[2] = c;
-        out[3] = d;
-    }
-};
-#endif
-
-template <class T, int W = Vec<T>::lanes>
+template <class T, int W = planLanes<T>>
 struct Complex {
-    typename Vec<T, W>::V re, im;
+    kv::vector<T, W> re, im;
 };
 
 #define KVTG_INLINE inline __attribute__((always_inline))
 #define KVTG_LAMBDA_INLINE __attribute__((always_inline))
 
-template <class T, int W = Vec<T>::lanes>
+template <class T, int W = planLanes<T>>
 struct Kernels {
-    using V = typename Vec<T, W>::V;
+    using V = kv::vector<T, W>;
     using C = Complex<T, W>;
 
-    static KVTG_INLINE V constant(long double x) { return Vec<T, W>::set(static_cast<T>(x)); }
+    static KVTG_INLINE V constant(long double x) { return kv::broadcast<V>(static_cast<T>(x)); }
     // 32-byte vectors: the x86-64-v3 build's wider kernels
     static constexpr bool wide = W * static_cast<int>(sizeof(T)) == 32;
 
@@ -203,7 +82,7 @@ struct Kernels {
     {
         if constexpr (S == 2) {
             // the negation is a subtraction from 0.0, so that +0.0 stays +0.0
-            out(0, C{in(0), negatedUpper ? kv::sub(Vec<T, W>::zero(), in(1)) : in(1)});
+            out(0, C{in(0), negatedUpper ? kv::sub(kv::zero<V>(), in(1)) : in(1)});
         } else if constexpr (S == 4) {
             const V c0 = constant(0.70710678118654752440084436210484903928L);
             const V u0 = in(0), u1 = in(1), u2 = in(2), u3 = in(3);
@@ -411,8 +290,8 @@ struct Kernels {
             const V c0 = constant(0.70710678118654752440084436210484903928L);
             // odd[k] times e^(2 pi i k / 8)
             const C w1 = {kv::mul(kv::sub(odd[1].re, odd[1].im), c0), kv::mul(kv::add(odd[1].re, odd[1].im), c0)};
-            const C w2 = {kv::sub(Vec<T, W>::zero(), odd[2].im), odd[2].re};
-            const C w3 = {kv::mul(kv::add(odd[3].re, odd[3].im), kv::sub(Vec<T, W>::zero(), c0)),
+            const C w2 = {kv::sub(kv::zero<V>(), odd[2].im), odd[2].re};
+            const C w3 = {kv::mul(kv::add(odd[3].re, odd[3].im), kv::sub(kv::zero<V>(), c0)),
                           kv::mul(kv::sub(odd[3].re, odd[3].im), c0)};
             const C w[4] = {odd[0], w1, w2, w3};
 #pragma GCC unroll 4
