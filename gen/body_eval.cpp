@@ -5,19 +5,34 @@
 #include <stdexcept>
 #include <unordered_map>
 
-#include "forms.h"
-#include "graph_eval.h"
 
 namespace gen {
 
 namespace {
 
-// A scalar (one lane) or a four-lane vector, of floats or doubles.
+// A scalar (one lane) or a vector of up to eight lanes, of floats or doubles.
 struct Value {
     bool isDouble = false;
     int lanes = 1;
-    double v[4] = {0, 0, 0, 0};
+    double v[8] = {0, 0, 0, 0, 0, 0, 0, 0};
 };
+
+// The lanes of the vector types that a declaration names.
+int lanesOf(const std::string& type)
+{
+    if (type == "kv::fwide")
+        return 8;
+    if (type == "kv::fvec" || type == "kv::dwide")
+        return 4;
+    if (type == "kv::dvec")
+        return 2;
+    return type == "float" || type == "double" ? 1 : 0;
+}
+
+bool endsWith(const std::string& word, const std::string& end)
+{
+    return word.size() >= end.size() && word.compare(word.size() - end.size(), end.size(), end) == 0;
+}
 
 double inPrecision(bool isDouble, double a) { return isDouble ? a : static_cast<double>(static_cast<float>(a)); }
 
@@ -33,10 +48,33 @@ double arithmetic(char op, bool isDouble, double a, double b)
     return r;
 }
 
+// joinLow, joinHigh: the lower (upper) halves of a and b; unpackLow,
+// unpackHigh: the lower (upper) lanes of each 16 bytes of a and b, interleaved.
+Value laneSelection(const std::string& function, const Value& a, const Value& b)
+{
+    Value out = a;
+    const bool high = endsWith(function, "High");
+    if (function.rfind("kv::join", 0) == 0) {
+        const int half = a.lanes / 2, from = high ? half : 0;
+        for (int i = 0; i < half; ++i) {
+            out.v[i] = a.v[from + i];
+            out.v[half + i] = b.v[from + i];
+        }
+        return out;
+    }
+    const int block = a.isDouble ? 2 : 4, from = high ? block / 2 : 0;
+    for (int start = 0; start < a.lanes; start += block)
+        for (int i = 0; i < block / 2; ++i) {
+            out.v[start + 2 * i] = a.v[start + from + i];
+            out.v[start + 2 * i + 1] = b.v[start + from + i];
+        }
+    return out;
+}
+
 class Interpreter {
 public:
-    Interpreter(const std::string& text, const std::vector<double>& x, double factor, bool single)
-        : text_(text), x_(x), factor_(factor), single_(single)
+    Interpreter(const std::string& text, const std::vector<double>& x, double factor, bool single, int stride)
+        : text_(text), x_(x), factor_(factor), single_(single), stride_(stride)
     {
     }
 
@@ -91,15 +129,36 @@ private:
         pos_ = static_cast<std::size_t>(end - text_.c_str());
         return value;
     }
-    // `x + k` or `y + k`: the index k into the named array
+    // `x + k` or `y + k`: the index k into the named array, a sum of
+    // numbers and multiples of the stride
     long place(const char* array)
     {
         expect(array);
         expect("+");
-        return integer();
+        long index = 0;
+        do {
+            long term = integer();
+            if (accept("*")) {
+                expect("stride");
+                term *= stride_;
+            }
+            index += term;
+        } while (accept("+"));
+        return index;
+    }
+    Value load(long index, int lanes, bool isDouble) const
+    {
+        Value value;
+        value.lanes = lanes;
+        value.isDouble = isDouble;
+        for (int i = 0; i < lanes; ++i)
+            value.v[i] = index + i < static_cast<long>(x_.size()) ? x_[static_cast<std::size_t>(index + i)] : 0;
+        return value;
     }
 
     void statement();
+    void store(const std::string& function);
+    void laneMove(const std::string& move);
     Value expression();
     Value sum();
     Value product();
@@ -114,6 +173,8 @@ private:
     const std::vector<double>& x_;
     double factor_;
     bool single_;
+    int stride_;
+    int declared_ = 1;  // the lanes of the type of the declaration being read
     std::size_t pos_ = 0;
     std::unordered_map<std::string, Value> names_;
     std::map<int, double> stored_;
@@ -121,29 +182,91 @@ private:
 
 void Interpreter::statement()
 {
-    if (accept("const")) {
-        name();  // the type: the value carries its own
-        const std::string target = name();
-        expect("=");
-        names_[target] = expression();
-    } else if (accept("y[")) {
+    if (accept("{") || accept("}"))
+        return;  // a block: its names are told apart by the order of the text
+    const bool constant = accept("const");
+    std::string word = name();
+    if (const int lanes = lanesOf(word)) {
+        declared_ = lanes;  // a declaration: the value carries its own type
+        word = name();
+    } else if (constant) {
+        fail("a declaration of the type " + word);
+    }
+    if (word == "y") {
+        expect("[");
         const int index = static_cast<int>(integer());
         expect("]");
         expect("=");
         stored_[index] = expression().v[0];
+    } else if (word == "kv::store" || endsWith(word, "::storeVector")) {
+        store(word);
+    } else if (word == "transposeBlock" || word == "splitEvenOdd" || word == "exchangeHalves") {
+        laneMove(word);
     } else {
-        const std::string function = name();
-        if (function != "kv::store")
-            fail("a statement of " + function);
-        expect("(");
-        const long index = place("y");
-        expect(",");
-        const Value v = expression();
-        expect(")");
-        for (int i = 0; i < 4; ++i)
-            stored_[static_cast<int>(index) + i] = v.v[i];
+        for (;;) {  // one name or more: `v = a;`, `const T p = a, q = b;`
+            expect("=");
+            names_[word] = expression();
+            if (!accept(","))
+                break;
+            word = name();
+        }
     }
     expect(";");
+}
+
+void Interpreter::store(const std::string& function)
+{
+    expect("(");
+    const long index = place("y");
+    expect(",");
+    const Value v = expression();
+    expect(")");
+    if (v.lanes == 1)
+        fail("a scalar stored by " + function);
+    for (int i = 0; i < v.lanes; ++i)
+        stored_[static_cast<int>(index) + i] = v.v[i];
+}
+
+// The lane moves of src/wht/lane_moves.h on the named vectors.
+void Interpreter::laneMove(const std::string& move)
+{
+    std::vector<Value*> v;
+    expect("(");
+    do {
+        const auto found = names_.find(name());
+        if (found == names_.end())
+            fail("an unknown operand of " + move);
+        v.push_back(&found->second);
+    } while (accept(","));
+    expect(")");
+    Value& a = *v[0];
+    const Value was = a;
+    const int lanes = a.lanes, half = lanes / 2, quarter = a.isDouble ? 1 : 2;  // quarter: half of 16 bytes
+    if (move == "transposeBlock" && v.size() == 4 && lanes == 4) {
+        const Value rows[4] = {*v[0], *v[1], *v[2], *v[3]};
+        for (int r = 0; r < 4; ++r)
+            for (int c = 0; c < 4; ++c)
+                v[static_cast<std::size_t>(r)]->v[c] = rows[c].v[r];
+    } else if (move == "exchangeHalves" && v.size() == 2) {
+        Value& b = *v[1];
+        for (int i = 0; i < half; ++i) {
+            a.v[half + i] = b.v[i];
+            b.v[i] = was.v[half + i];
+        }
+    } else if (move == "splitEvenOdd" && v.size() == 2) {
+        // within each 16 bytes, a takes the even lanes of a and b, b the odd ones
+        Value& b = *v[1];
+        const Value other = b;
+        for (int block = 0; block < lanes; block += 2 * quarter)
+            for (int i = 0; i < quarter; ++i) {
+                a.v[block + i] = was.v[block + 2 * i];
+                a.v[block + quarter + i] = other.v[block + 2 * i];
+                b.v[block + i] = was.v[block + 2 * i + 1];
+                b.v[block + quarter + i] = other.v[block + 2 * i + 1];
+            }
+    } else {
+        fail("a lane move " + move + " of " + std::to_string(v.size()) + " vectors");
+    }
 }
 
 Value Interpreter::expression()
@@ -215,6 +338,15 @@ Value Interpreter::primary()
         return value;
     }
     const std::string word = name();
+    if (endsWith(word, "::loadVector")) {
+        // kv::AlignedAccess and kv::UnalignedAccess move 16 bytes, the
+        // other classes a vector of the declared type
+        expect("(");
+        const long index = place("x");
+        expect(")");
+        const bool sixteenBytes = word.rfind("kv::", 0) == 0;
+        return load(index, sixteenBytes ? (single_ ? 4 : 2) : declared_, !single_);
+    }
     if (word.rfind("kv::", 0) == 0)
         return call(word);
     Value value;
@@ -226,7 +358,7 @@ Value Interpreter::primary()
         value.v[0] = index >= 0 && static_cast<std::size_t>(index) < x_.size() ? x_[static_cast<std::size_t>(index)] : 0;
         return value;
     }
-    if (word == "c") {
+    if (word == "c" || word == "s") {
         value.isDouble = !single_;
         value.v[0] = inPrecision(value.isDouble, factor_);
         return value;
@@ -268,12 +400,7 @@ Value Interpreter::call(const std::string& function)
         expect("(");
         const long index = place("x");
         expect(")");
-        Value value;
-        value.lanes = 4;
-        value.isDouble = type == "kv::dwide";
-        for (int i = 0; i < 4; ++i)
-            value.v[i] = index + i < static_cast<long>(x_.size()) ? x_[static_cast<std::size_t>(index + i)] : 0;
-        return value;
+        return load(index, lanesOf(type), type == "kv::dwide" || type == "kv::dvec");
     }
     const std::vector<Value> a = arguments();
     Value out;
@@ -299,6 +426,19 @@ Value Interpreter::call(const std::string& function)
         for (int i = 0; i < 4; ++i)
             out.v[i] = function == "kv::blend" ? a[(immediate >> i) & 1].v[i] : a[0].v[(immediate >> (2 * i)) & 3];
         return out;
+    }
+    if (function == "kv::join") {
+        arity(2);
+        out = a[0];
+        out.lanes = 2 * a[0].lanes;
+        for (int i = 0; i < a[0].lanes; ++i)
+            out.v[a[0].lanes + i] = a[1].v[i];
+        return out;
+    }
+    if (function == "kv::joinLow" || function == "kv::joinHigh" || function == "kv::unpackLow" ||
+        function == "kv::unpackHigh") {
+        arity(2);
+        return laneSelection(function, a[0], a[1]);
     }
     if (function == "kv::toDouble" || function == "kv::toFloat") {
         arity(1);
@@ -340,27 +480,10 @@ Value Interpreter::convert(bool toDouble, const Value& a) const
 
 }  // namespace
 
-std::map<int, double> runBody(const std::string& text, const std::vector<double>& x, double factor, bool single)
+std::map<int, double> runBody(const std::string& text, const std::vector<double>& x, double factor, bool single,
+                              int stride)
 {
-    return Interpreter(text, x, factor, single).run();
-}
-
-void verifyPrintedBody(const std::string& kernel, const Graph& graph, const std::vector<int>& outputs,
-                       const std::vector<int>& slots, const std::string& text,
-                       const std::vector<std::vector<double>>& inputs, double factor, bool single)
-{
-    for (const std::vector<double>& x : inputs) {
-        const LaneEvaluator flow(graph, x, factor);
-        const std::map<int, double> stored = runBody(text, x, factor, single);
-        for (std::size_t i = 0; i < outputs.size(); ++i) {
-            const auto found = stored.find(slots[i]);
-            if (found == stored.end())
-                formError(kernel, "its body does not store y[" + std::to_string(slots[i]) + "]");
-            if (!sameBits(flow.lanes(outputs[i])[0], found->second))
-                formError(kernel, "its body does not give the bits of its flow at y[" + std::to_string(slots[i]) +
-                                      "] on the generator's check inputs");
-        }
-    }
+    return Interpreter(text, x, factor, single, stride).run();
 }
 
 }  // namespace gen

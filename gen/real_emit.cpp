@@ -55,42 +55,6 @@ std::string factors(const Precision& p, int n)
 
 // The body the table of forms gives a kernel on the current target: its
 // scalar flow (an empty text), or that flow packed into vectors.
-// Inputs on which a packed body must give its scalar flow's bits: zeros of
-// both signs and impulses, where a lane taken from the wrong place or a zero
-// of the other sign shows; constant and alternating samples, whose spectra
-// have exact zeros; random samples, where a rounding shows; and samples near
-// the top of the range, whose Real32 products exist only in Real64.
-std::vector<std::vector<double>> checkInputs(int count, bool single)
-{
-    const std::size_t n = static_cast<std::size_t>(count);
-    std::vector<std::vector<double>> inputs = {std::vector<double>(n, 0.0), std::vector<double>(n, -0.0)};
-    for (std::size_t i = 0; i < n; ++i) {
-        inputs.push_back(std::vector<double>(n, -0.0));
-        inputs.back()[i] = i % 3 == 0 ? -1.5 : 0.75;
-    }
-    std::vector<double> constant(n, 0.75), alternating(n);
-    for (std::size_t i = 0; i < n; ++i)
-        alternating[i] = i % 2 ? -0.75 : 0.75;
-    inputs.push_back(constant);
-    inputs.push_back(alternating);
-    unsigned state = 4321u + static_cast<unsigned>(count);
-    auto next = [&] {
-        state = state * 1664525u + 1013904223u;
-        return static_cast<double>(static_cast<int>(state >> 8) - (1 << 23)) / static_cast<double>(1 << (state % 13));
-    };
-    const double large = single ? 4.0e37 : 2.0e307;
-    for (int r = 0; r < 5; ++r) {
-        std::vector<double> x(n);
-        for (double& value : x) {
-            value = next();
-            value = r < 3 ? value : value / (1 << 23) * large;
-            value = single ? static_cast<double>(static_cast<float>(value)) : value;
-        }
-        inputs.push_back(x);
-    }
-    return inputs;
-}
-
 PackedBody packedBody(const std::string& name, const Lowered& low, const std::vector<int>& storeSlots, int inputLimit,
                       bool single)
 {
@@ -115,7 +79,7 @@ PackedBody packedBody(const std::string& name, const Lowered& low, const std::ve
     const PackedBody packed = packReal(low.graph, low.stores, storeSlots, inputLimit, {order == "greedy", conversion == "3" ? 3 : 2});
     if (packed.text.empty())
         formError(name, "no operations of this kernel pack");
-    verifyPrintedBody(name, low.graph, low.stores, storeSlots, packed.text, checkInputs(inputLimit, single), 0.375,
+    verifyPrintedBody(name, low.graph, low.stores, storeSlots, packed.text, verifierInputs(inputLimit, single), 0.375,
                       single);
     return packed;
 }

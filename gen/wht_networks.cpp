@@ -17,12 +17,16 @@
 // column pass after them loads each row from its halves.  The lane moves only
 // carry samples, so every addition keeps its two operands and the bits don't
 // depend on the width.  Column networks combine R whole vectors at a stride.
+#include <algorithm>
 #include <cmath>
+#include <functional>
+#include <map>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "body_eval.h"
 #include "family.h"
 #include "wht_sample.h"
 
@@ -259,6 +263,95 @@ std::string columnNetwork(const Sample& s, int radix, bool traded = false)
     return out.str();
 }
 
+// The verifier's reference: the plain network of the samples v, stages
+// h = 1, 2, 4, ..., a+b at i and a-b at i+h, each rounded once to the sample
+// type (a sum of two floats rounded to double and then to float is the float
+// sum).
+std::vector<double> plainNetwork(std::vector<double> v, bool single)
+{
+    auto rounded = [single](double r) { return single ? static_cast<double>(static_cast<float>(r)) : r; };
+    for (std::size_t h = 1; h < v.size(); h *= 2)
+        for (std::size_t i = 0; i < v.size(); ++i)
+            if ((i & h) == 0) {
+                const double a = v[i], b = v[i + h];
+                v[i] = rounded(a + b);
+                v[i + h] = rounded(a - b);
+            }
+    return v;
+}
+
+// What a network function computes, for the verifier: the samples of x that
+// row r, lane c of its vectors hold, and where it stores them.
+struct NetworkShape {
+    int rows, lanes, stride;
+    bool scaled;
+    std::function<long(int r, int c)> loaded;
+    std::function<long(int r, int c)> stored;
+};
+
+// Runs the printed function on the check inputs and holds every lane column
+// against the plain network of its rows.
+std::string verified(const std::string& function, const Sample& s, const NetworkShape& shape)
+{
+    const bool single = s.type == Type::F32;
+    const double scale = 0.375;
+    const std::size_t open = function.find("\n{\n");
+    const std::string body = function.substr(open + 3, function.rfind('}') - open - 3);
+    const std::string name = function.substr(function.find("inline void ") + 12, function.find('(') - function.find("inline void ") - 12);
+    long extent = 0;
+    for (int r = 0; r < shape.rows; ++r)
+        for (int c = 0; c < shape.lanes; ++c)
+            extent = std::max(extent, shape.loaded(r, c) + 1);
+    verifyPrintedText(name + " of the Walsh-Hadamard networks", body,
+                      verifierInputs(static_cast<int>(extent), single), {scale, single, shape.stride},
+                      [&](const std::vector<double>& x) {
+                          std::map<int, double> values;
+                          for (int c = 0; c < shape.lanes; ++c) {
+                              std::vector<double> column;
+                              for (int r = 0; r < shape.rows; ++r)
+                                  column.push_back(x[static_cast<std::size_t>(shape.loaded(r, c))]);
+                              column = plainNetwork(column, single);
+                              for (int r = 0; r < shape.rows; ++r) {
+                                  const double v = column[static_cast<std::size_t>(r)];
+                                  values[static_cast<int>(shape.stored(r, c))] =
+                                      shape.scaled ? (single ? static_cast<float>(v) * static_cast<float>(scale) : v * scale) : v;
+                              }
+                          }
+                          return values;
+                      });
+    return function;
+}
+
+// A network of 2^order samples in one row.
+std::string network(const Sample& s, int order, bool vector)
+{
+    const auto sample = [](int r, int) { return static_cast<long>(r); };
+    return verified(vector ? vectorNetwork(s, order) : scalarNetwork(s, order), s, {1 << order, 1, 0, true, sample, sample});
+}
+
+// Radix-R columns over rows `stride` samples apart; traded: the rows in pairs
+// as tradedNetwork stores them.
+std::string columns(const Sample& s, int radix, bool traded = false)
+{
+    const int stride = 4 * s.lanes, half = s.lanes / 2;
+    const auto at = [stride](int r, int c) { return static_cast<long>(r) * stride + c; };
+    const auto pairedRow = [=](int r, int c) {
+        return static_cast<long>(r - r % 2) * stride + (r % 2) * half + (c < half ? c : s.lanes + c - half);
+    };
+    return verified(columnNetwork(s, radix, traded), s,
+                    {radix, s.lanes, stride, true, traded ? std::function<long(int, int)>(pairedRow) : at, at});
+}
+
+// Two blocks of 2^order samples, the first in the lower halves of the
+// vectors, the second in the upper halves.
+std::string traded(const Sample& s, int order)
+{
+    const int block = 1 << order, half = s.lanes / 2;
+    const auto loaded = [block](int r, int c) { return static_cast<long>(c) * block + r; };
+    const auto stored = [half, &s](int r, int c) { return static_cast<long>(r / half) * s.lanes + c * half + r % half; };
+    return verified(tradedNetwork(s, order), s, {block, 2, 0, false, loaded, stored});
+}
+
 }  // namespace
 
 std::string networksHeader()
@@ -268,16 +361,16 @@ std::string networksHeader()
         << "// Butterfly networks of the Walsh-Hadamard kernels.\n"
         << "#pragma once\n#include \"wht/lane_moves.h\"\n\nnamespace wht {\n\n";
     for (int order = 1; order <= 3; ++order)
-        out << scalarNetwork(single(), order);
+        out << network(single(), order, false);
     for (int order = 1; order <= 2; ++order)
-        out << scalarNetwork(dual(), order);
+        out << network(dual(), order, false);
     for (int order = 4; order <= 7; ++order)
-        out << vectorNetwork(single(), order);
+        out << network(single(), order, true);
     for (int order = 3; order <= 7; ++order)
-        out << vectorNetwork(dual(), order);
+        out << network(dual(), order, true);
     for (int radix : {8, 16, 32}) {
-        out << columnNetwork(single(), radix);
-        out << columnNetwork(dual(), radix);
+        out << columns(single(), radix);
+        out << columns(dual(), radix);
     }
     if (target().wide()) {
         // the networks that the passes of the blocked orders name
@@ -293,12 +386,12 @@ std::string networksHeader()
                 radices.insert(p.last.begin(), p.last.end());
             }
             for (int order : blocks)
-                out << tradedNetwork(*s, order);
+                out << traded(*s, order);
             for (int radix : radices)
                 if (radix < 8)
-                    out << columnNetwork(*s, radix);
+                    out << columns(*s, radix);
             for (int radix : tradedRadices)
-                out << columnNetwork(*s, radix, true);
+                out << columns(*s, radix, true);
         }
     }
     out << "}  // namespace wht\n";
