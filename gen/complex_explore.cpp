@@ -53,6 +53,27 @@ int packedTime(const PackedKernel& packed)
     return timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
 }
 
+// Of every packing of the 128-bit graph, the one of least time, and its
+// options in `chosen`.
+PackedKernel packWideSearch(const NarrowKernel& k, const Variant& v, PackOptions& chosen)
+{
+    PackedKernel best;
+    int bestTime = 0;
+    for (PackOptions::Seeds seeds : {PackOptions::None, PackOptions::Neighbours, PackOptions::Shapes,
+                                      PackOptions::Groups, PackOptions::AlignedGroups})
+        for (int moves = 0; moves < 3; ++moves) {
+            const PackOptions options{seeds, moves > 0, moves > 1};
+            PackedKernel packed = packWide(k.graph, vectorStores(v, k.stores), inputSpan(v), options);
+            const int time = packedTime(packed);
+            if (best.stores.empty() || time < bestTime) {
+                best = std::move(packed);
+                bestTime = time;
+                chosen = options;
+            }
+        }
+    return best;
+}
+
 // Of the 128-bit flows a kernel can take, the one with the fewest instructions.
 Flow searchFlow(const Variant& v, int n)
 {
@@ -74,24 +95,23 @@ Flow searchFlow(const Variant& v, int n)
 }
 
 // The body a 256-bit target gives a vector flow: of the 128-bit graph, its
-// packing of fewest instructions and (split flows) the eight-lane layouts,
-// the one of least time.
+// packings and (split flows) the eight-lane layouts, the one of least time.
 void searchWideBody(const Variant& v, int n, Flow flow, Form& form)
 {
     const NarrowKernel k = buildNarrow(v, n, flow);
     PackOptions options;
-    const PackedKernel packed = packWideSearch(k.graph, vectorStores(v, k.stores), inputSpan(v), options);
+    const PackedKernel packed = packWideSearch(k, v, options);
     const auto takePacked = [&] {
         form.set("body", "packed").set("seeds", seedsName(options.seeds)).set("moves", movesName(options));
     };
     form.set("body", "narrow");
+    const int narrowTime = timeCost(k.graph, k.roots, static_cast<int>(k.stores.size()));
+    const int packTime = packedTime(packed);
     if (flow != Flow::Split) {
-        if (packed.cost < packed.narrowCost)
+        if (packTime < narrowTime)
             takePacked();
         return;
     }
-    const int narrowTime = timeCost(k.graph, k.roots, static_cast<int>(k.stores.size()));
-    const int packTime = packedTime(packed);
     const TreePtr tree = complexRule(n, v.precision);
     EightLanes eight;
     int eightTime = 0;

@@ -136,8 +136,7 @@ std::string packedBody(const Variant& v, const PackedKernel& packed, const std::
     }
     kernel.packing = "; packed for 256-bit vectors: " + std::to_string(packed.wideNodes) + " operations of 256 bits, " +
                      std::to_string(packed.narrowNodes) + " of 128 bits, " + std::to_string(packed.moves) +
-                     " moves across halves; " + std::to_string(packed.cost) + " instructions against " +
-                     std::to_string(packed.narrowCost);
+                     " moves across halves";
     return body.str();
 }
 

@@ -25,7 +25,8 @@ inline bool isLeaf(const Node& n) { return n.op == Op::Input || n.op == Op::Cons
 // selections, moves across halves, loads into an upper half.
 bool onShuffleUnit(const Node& n);
 
-// What an instruction on the shuffle unit counts.  On the cores measured
+// What an instruction on the shuffle unit counts when the pass weighs a pair
+// against the two nodes it replaces.  On the cores measured
 // (bench/ports_bench) the exchanges as the compiler writes them (vpermilps,
 // vpermilpd), the interleavings and the moves across halves issue on one port
 // only, one that the additions use as well, so they come at half the rate of
@@ -34,12 +35,6 @@ bool onShuffleUnit(const Node& n);
 // 256-bit operations save runs slower than its 128-bit form (Complex32 of 19
 // points: 1.5x).
 constexpr int moveCost = 2;
-
-// Cost of the nodes that the roots need: one per instruction, `moveCost` for
-// one on the shuffle unit (a multiplication by i is an exchange and a sign
-// change).  What holds no value of its own (constants, the free lower-half
-// extraction) costs nothing.
-int instructions(const Graph& g, const std::vector<int>& roots);
 
 class Packer {
 public:

@@ -1,5 +1,5 @@
-// The 256-bit packing pass: its cost model, the run of its steps for one set
-// of options, and the search over the options.  Seeds, pairing and the nodes
+// The 256-bit packing pass: the run of its steps for one set of options and
+// the names of the options in the table of forms.  Seeds, pairing and the nodes
 // of the packed graph are steps of their own (see wide_packer.h).
 #include "wide_pairs.h"
 
@@ -26,21 +26,6 @@ bool onShuffleUnit(const Node& n)
     return n.op == Op::Swap || n.op == Op::SwapNeg || n.op == Op::Shuffle || n.op == Op::Join ||
            n.op == Op::Extract || n.op == Op::Permute2 ||
            (n.op == Op::Input && n.index2 >= 0 && n.index2 != n.index + 1);
-}
-
-int instructions(const Graph& g, const std::vector<int>& roots)
-{
-    const std::vector<bool> live = g.liveSet(roots);
-    int count = 0;
-    for (int id = 0; id < g.size(); ++id) {
-        if (!live[static_cast<std::size_t>(id)])
-            continue;
-        const Node& n = g.node(id);
-        if (n.op == Op::Const || n.op == Op::Param || (n.op == Op::Extract && n.index == 0))
-            continue;
-        count += (onShuffleUnit(n) ? moveCost : 1) + (n.op == Op::SwapNeg ? 1 : 0);
-    }
-    return count;
 }
 
 void Packer::findUsers(const std::vector<bool>& live)
@@ -84,14 +69,6 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
     seed(stores, live);
     pairAll();
     placeStores(stores);
-    std::vector<int> packedRoots;
-    for (const PackedStore& s : out_.stores)
-        packedRoots.push_back(s.node);
-    out_.cost = instructions(out_.graph, packedRoots) + static_cast<int>(out_.stores.size());
-    std::vector<int> narrowRoots;
-    for (const VectorStore& s : stores)
-        narrowRoots.push_back(s.node);
-    out_.narrowCost = instructions(g_, narrowRoots) + static_cast<int>(stores.size());
     return std::move(out_);
 }
 
@@ -104,23 +81,6 @@ PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& store
 {
     wide::Packer packer(narrow, span, options);
     return packer.run(stores);
-}
-
-PackedKernel packWideSearch(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
-                            PackOptions& chosen)
-{
-    PackedKernel best;
-    for (Options::Seeds seeds : {Options::None, Options::Neighbours, Options::Shapes, Options::Groups,
-                                  Options::AlignedGroups})
-        for (int moves = 0; moves < 3; ++moves) {
-            const Options options{seeds, moves > 0, moves > 1};
-            PackedKernel packed = packWide(narrow, stores, span, options);
-            if (best.stores.empty() || packed.cost < best.cost) {
-                best = std::move(packed);
-                chosen = options;
-            }
-        }
-    return best;
 }
 
 const char* seedsName(PackOptions::Seeds seeds)

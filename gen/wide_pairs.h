@@ -9,8 +9,9 @@
 // two halves merge into one 256-bit constant and the scale factor is
 // broadcast.  Where the halves of an operand do not line up the pass inserts
 // a move across halves (an insertion, a half permutation or an extraction),
-// and it leaves a node 128-bit where pairing would cost more instructions than
-// it saves.
+// and it leaves a node 128-bit where a pair would need more moves than it
+// saves instructions.  Which of its packings a kernel takes, and whether it
+// takes one at all, is the explorer's choice by the target's cost model.
 #ifndef KVTGEN_WIDE_PAIRS_H
 #define KVTGEN_WIDE_PAIRS_H
 
@@ -46,10 +47,6 @@ struct PackedKernel {
     int wideNodes = 0;     // 256-bit arithmetic nodes
     int narrowNodes = 0;   // 128-bit arithmetic nodes left
     int moves = 0;         // joins, half permutations and extractions
-    // instructions of the packed kernel and of the 128-bit one: arithmetic,
-    // moves across halves (an extraction of a lower half is free), loads and stores
-    int cost = 0;
-    int narrowCost = 0;
 };
 
 // Where a 128-bit Input node reads its four floats or two doubles from: the
@@ -79,10 +76,6 @@ bool parsePackOptions(const std::string& seeds, const std::string& moves, PackOp
 // `index`.
 PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
                       const PackOptions& options);
-// Of every packing the options allow, the one of fewest instructions, and
-// its options in `chosen`.
-PackedKernel packWideSearch(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
-                            PackOptions& chosen);
 
 }  // namespace gen
 
