@@ -21,8 +21,9 @@ struct Target {
     std::string name = "sse2";
     int vectorBits = 128;
     std::string simdHeaderName = "simd_sse2.h";
-    // the explorer's cost model: what an instruction of each class counts
-    // (the description's cost.<class> lines)
+    // the target's cost model: what an instruction of each class counts (the
+    // description's cost.<class> lines), by which the explorer chooses forms
+    // and the packing passes weigh a pack against the operations it replaces
     std::map<std::string, int> cost;
     // the first target of the list the explorer runs over, whose flows the
     // others take (empty when building)
@@ -32,6 +33,8 @@ struct Target {
     bool wide() const { return vectorBits == 256; }
     // A class's weight; a class the description does not weigh stops the generator.
     int weight(const std::string& costClass) const;
+    // A class's weight in operations (additions, products).
+    int inOperations(const std::string& costClass) const { return weight(costClass) / weight("operation"); }
 };
 // Reads a target's description (lines "key = value", # comments); a width
 // the generator cannot write for stops it.

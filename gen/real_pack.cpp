@@ -42,7 +42,7 @@ int Packer::moveWeight(int q) const
 {
     for (int m : packs[static_cast<std::size_t>(q)])
         if (m >= 0)
-            return g.node(m).type == Type::F64 ? 2 : 1;
+            return g.node(m).type == Type::F64 ? crossingMove : 1;
     return 1;
 }
 
@@ -174,15 +174,13 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
 PackedBody packReal(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
                     int inputLimit, const RealPacking& how)
 {
-    Weights w;
-    w.scalarConversion = how.conversion;
-    return packWith(g, stores, storeSlots, inputLimit, how.greedy, w);
+    return packWith(g, stores, storeSlots, inputLimit, how.greedy, Weights{how.conversion, target().inOperations("conversion")});
 }
 
 bool searchRealPacking(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
                        int inputLimit, RealPacking& chosen)
 {
-    const int conversion = scalarBodyCost(g, stores, g.liveSet(stores), Weights{1}) >= longKernel ? 3 : 2;
+    const int conversion = scalarBodyCost(g, stores, g.liveSet(stores), Weights{1, 1}) >= longKernel ? 3 : 2;
     bool found = false;
     int best = 0;
     for (bool greedy : {false, true}) {

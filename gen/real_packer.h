@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "family.h"
 #include "graph.h"
 
 namespace gen::real::packing {
@@ -23,23 +24,23 @@ bool isFactor(const Graph& g, int id);
 // Whether a node is an operation that a vector can do lane by lane.
 bool packable(const Graph& g, int id);
 
-// What one operation counts, scalar or on a vector.  A conversion between
-// the precisions counts two: on the cores measured (bench/ports_bench) it
-// starts at one per cycle, scalar or four lanes at once, half the rate of an
-// addition, and takes an addition's place beside them.  In a long kernel the
-// ports are the limit and a scalar conversion counts one more, so that
-// packing four of them pays for more moves.  In a short one the dependency
-// chains are, and the moves that a packing adds to them weigh as much as the
-// instructions it saves.
+// What one operation counts, scalar or on a vector, in operations.  A
+// conversion between the precisions on a vector counts the target's
+// cost.conversion; a scalar one what the kernel's line in the table of forms
+// says (conversion=2|3): in a long kernel the ports are the limit and a scalar
+// conversion counts one more, so that packing four of them pays for more
+// moves.  In a short one the dependency chains are, and the moves that a
+// packing adds to them weigh as much as the instructions it saves.
 struct Weights {
-    int scalarConversion = 2;
+    int scalarConversion;
+    int vectorConversion;  // the target's cost.conversion, in operations
 
     int of(const Graph& g, int id, bool vector = false) const
     {
         const Op op = g.node(id).op;
         if (op != Op::Widen && op != Op::Narrow)
             return 1;
-        return vector ? 2 : scalarConversion;
+        return vector ? vectorConversion : scalarConversion;
     }
 };
 
@@ -56,14 +57,17 @@ struct Packer {
     std::vector<int> pack, lane;  // per node: its pack and lane, -1 when scalar
     std::vector<std::vector<int>> packs;  // node ids per lane, -1 for an unused lane
 
+    // a move of Real64 lanes crosses the halves of a 256-bit vector (the
+    // target's cost.move-across-halves, in operations); Real32 lanes move
+    // within one register, as one operation
+    const int crossingMove;
+
     Packer(const Graph& graph, int limit)
         : g(graph), inputLimit(limit), pack(static_cast<std::size_t>(graph.size()), -1),
-          lane(static_cast<std::size_t>(graph.size()), -1)
+          lane(static_cast<std::size_t>(graph.size()), -1), crossingMove(target().inOperations("move-across-halves"))
     {
     }
 
-    // a move of Real64 lanes crosses the halves of a 256-bit vector and costs
-    // about two simple instructions; Real32 lanes move within one register
     int moveWeight(int q) const;
 
     Source sourceOf(int id) const;

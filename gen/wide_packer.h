@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "family.h"
 #include "wide_pairs.h"
 
 namespace gen::wide {
@@ -25,20 +26,11 @@ inline bool isLeaf(const Node& n) { return n.op == Op::Input || n.op == Op::Cons
 // selections, moves across halves, loads into an upper half.
 bool onShuffleUnit(const Node& n);
 
-// What an instruction on the shuffle unit counts when the pass weighs a pair
-// against the two nodes it replaces.  On the cores measured
-// (bench/ports_bench) the exchanges as the compiler writes them (vpermilps,
-// vpermilpd), the interleavings and the moves across halves issue on one port
-// only, one that the additions use as well, so they come at half the rate of
-// an addition (selections, vshufps, at the full rate, are counted the same);
-// a kernel whose moves across halves outnumber the instructions that the
-// 256-bit operations save runs slower than its 128-bit form (Complex32 of 19
-// points: 1.5x).
-constexpr int moveCost = 2;
 
 class Packer {
 public:
-    Packer(const Graph& g, const InputSpan& span, Options options) : g_(g), span_(span), options_(options)
+    Packer(const Graph& g, const InputSpan& span, Options options)
+        : g_(g), span_(span), options_(options), moveCost(target().inOperations("shuffle"))
     {
         const std::size_t size = static_cast<std::size_t>(g.size());
         narrowId_.assign(size, -1);
@@ -102,6 +94,10 @@ private:
     const Graph& g_;
     InputSpan span_;
     Options options_;
+    // what an instruction of the shuffle unit counts, in operations, when a
+    // pair is weighed against the two nodes it replaces (the target's
+    // cost.shuffle)
+    const int moveCost;
     PackedKernel out_;
     std::vector<int> narrowId_;  // the node's 128-bit value in the packed graph
     std::vector<int> wideId_;    // the 256-bit node that computes it
