@@ -45,7 +45,7 @@ bool run()
     const double errors[4] = {
         worstError<Complex32>(kvtgDFTFwd_CToC_32fc, -1), worstError<Complex32>(kvtgDFTInv_CToC_32fc, 1),
         worstError<Complex64>(kvtgDFTFwd_CToC_64fc, -1), worstError<Complex64>(kvtgDFTInv_CToC_64fc, 1)};
-    std::printf("complex DFT, lengths 2..64: largest error per input (relative to N)\n");
+    std::printf("complex DFT, lengths 2..64: largest error relative to N\n");
     std::printf("  Complex32 forward %.2e inverse %.2e\n", errors[0], errors[1]);
     std::printf("  Complex64 forward %.2e inverse %.2e\n", errors[2], errors[3]);
     return errors[0] < 1.7e-7 && errors[1] < 1.7e-7 && errors[2] < 9e-14 && errors[3] < 9e-14;
