@@ -5,17 +5,11 @@
 #include <stdexcept>
 #include <unordered_map>
 
+#include "body_lanes.h"
 
 namespace gen {
 
 namespace {
-
-// A scalar (one lane) or a vector of up to eight lanes, of floats or doubles.
-struct Value {
-    bool isDouble = false;
-    int lanes = 1;
-    double v[8] = {0, 0, 0, 0, 0, 0, 0, 0};
-};
 
 // The lanes of the vector types that a declaration names.
 int lanesOf(const std::string& type)
@@ -27,6 +21,11 @@ int lanesOf(const std::string& type)
     if (type == "kv::dvec")
         return 2;
     return type == "float" || type == "double" ? 1 : 0;
+}
+
+bool doubleType(const std::string& type)
+{
+    return type == "kv::dwide" || type == "kv::dvec" || type == "double" || type == "D";
 }
 
 bool endsWith(const std::string& word, const std::string& end)
@@ -46,29 +45,6 @@ double arithmetic(char op, bool isDouble, double a, double b)
     }
     volatile double r = op == '+' ? a + b : op == '-' ? a - b : a * b;
     return r;
-}
-
-// joinLow, joinHigh: the lower (upper) halves of a and b; unpackLow,
-// unpackHigh: the lower (upper) lanes of each 16 bytes of a and b, interleaved.
-Value laneSelection(const std::string& function, const Value& a, const Value& b)
-{
-    Value out = a;
-    const bool high = endsWith(function, "High");
-    if (function.rfind("kv::join", 0) == 0) {
-        const int half = a.lanes / 2, from = high ? half : 0;
-        for (int i = 0; i < half; ++i) {
-            out.v[i] = a.v[from + i];
-            out.v[half + i] = b.v[from + i];
-        }
-        return out;
-    }
-    const int block = a.isDouble ? 2 : 4, from = high ? block / 2 : 0;
-    for (int start = 0; start < a.lanes; start += block)
-        for (int i = 0; i < block / 2; ++i) {
-            out.v[start + 2 * i] = a.v[start + from + i];
-            out.v[start + 2 * i + 1] = b.v[start + from + i];
-        }
-    return out;
 }
 
 class Interpreter {
@@ -146,6 +122,9 @@ private:
         } while (accept("+"));
         return index;
     }
+    // the lanes of a type a declaration or a template argument names; F and D,
+    // a batch's vectors, hold one transform per lane
+    int typeLanes(const std::string& type) const { return type == "F" || type == "D" ? stride_ : lanesOf(type); }
     Value load(long index, int lanes, bool isDouble) const
     {
         Value value;
@@ -186,13 +165,22 @@ void Interpreter::statement()
         return;  // a block: its names are told apart by the order of the text
     const bool constant = accept("const");
     std::string word = name();
-    if (const int lanes = lanesOf(word)) {
+    if (const int lanes = typeLanes(word)) {
         declared_ = lanes;  // a declaration: the value carries its own type
         word = name();
     } else if (constant) {
         fail("a declaration of the type " + word);
     }
-    if (word == "y") {
+    if (word == "y" && accept(".put")) {
+        // a batch's store: element k of every transform, one per lane
+        expect("(");
+        const long index = integer();
+        expect(",");
+        const Value v = expression();
+        expect(")");
+        for (int l = 0; l < stride_; ++l)
+            stored_[static_cast<int>(index * stride_ + l)] = v.v[l];
+    } else if (word == "y") {
         expect("[");
         const int index = static_cast<int>(integer());
         expect("]");
@@ -239,34 +227,8 @@ void Interpreter::laneMove(const std::string& move)
         v.push_back(&found->second);
     } while (accept(","));
     expect(")");
-    Value& a = *v[0];
-    const Value was = a;
-    const int lanes = a.lanes, half = lanes / 2, quarter = a.isDouble ? 1 : 2;  // quarter: half of 16 bytes
-    if (move == "transposeBlock" && v.size() == 4 && lanes == 4) {
-        const Value rows[4] = {*v[0], *v[1], *v[2], *v[3]};
-        for (int r = 0; r < 4; ++r)
-            for (int c = 0; c < 4; ++c)
-                v[static_cast<std::size_t>(r)]->v[c] = rows[c].v[r];
-    } else if (move == "exchangeHalves" && v.size() == 2) {
-        Value& b = *v[1];
-        for (int i = 0; i < half; ++i) {
-            a.v[half + i] = b.v[i];
-            b.v[i] = was.v[half + i];
-        }
-    } else if (move == "splitEvenOdd" && v.size() == 2) {
-        // within each 16 bytes, a takes the even lanes of a and b, b the odd ones
-        Value& b = *v[1];
-        const Value other = b;
-        for (int block = 0; block < lanes; block += 2 * quarter)
-            for (int i = 0; i < quarter; ++i) {
-                a.v[block + i] = was.v[block + 2 * i];
-                a.v[block + quarter + i] = other.v[block + 2 * i];
-                b.v[block + i] = was.v[block + 2 * i + 1];
-                b.v[block + quarter + i] = other.v[block + 2 * i + 1];
-            }
-    } else {
+    if (!moveLanes(move, v))
         fail("a lane move " + move + " of " + std::to_string(v.size()) + " vectors");
-    }
 }
 
 Value Interpreter::expression()
@@ -350,6 +312,14 @@ Value Interpreter::primary()
     if (word.rfind("kv::", 0) == 0)
         return call(word);
     Value value;
+    if (word == "x" && accept(".get")) {
+        // a batch's load: element j of every transform, the transforms'
+        // samples interleaved in x
+        expect("(");
+        const long index = integer();
+        expect(")");
+        return load(index * stride_, stride_, !single_);
+    }
     if (word == "x") {
         expect("[");
         const long index = integer();
@@ -400,7 +370,7 @@ Value Interpreter::call(const std::string& function)
         expect("(");
         const long index = place("x");
         expect(")");
-        return load(index, lanesOf(type), type == "kv::dwide" || type == "kv::dvec");
+        return load(index, typeLanes(type), doubleType(type));
     }
     const std::vector<Value> a = arguments();
     Value out;
@@ -440,11 +410,13 @@ Value Interpreter::call(const std::string& function)
         arity(2);
         return laneSelection(function, a[0], a[1]);
     }
-    if (function == "kv::toDouble" || function == "kv::toFloat") {
+    if (function == "kv::toDouble" || function == "kv::toFloat" || function == "kv::convert") {
         arity(1);
-        return convert(function == "kv::toDouble", a[0]);
+        return convert(function == "kv::toDouble" || (function == "kv::convert" && doubleType(type)), a[0]);
     }
-    out.isDouble = type == "kv::dwide";
+    out.isDouble = doubleType(type);
+    if (typeLanes(type) > 1)
+        out.lanes = typeLanes(type);
     if (function == "kv::set") {
         arity(4);
         for (int i = 0; i < 4; ++i)

@@ -178,14 +178,23 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
                               const std::string& indent)
 {
     std::ostringstream out;
+    const bool lanes = static_cast<bool>(printer.lanesOf);
+    auto typeOf = [&](Type type) {
+        return lanes && (type == Type::F32 || type == Type::F64) ? printer.lanesOf(type) : std::string(typeName(type));
+    };
+    auto operand = [&](int id) {
+        const Node& n = graph.node(id);
+        return lanes && n.op == Op::Const ? "kv::broadcast<" + typeOf(n.type) + ">(" + valueOf(graph, id) + ")"
+                                          : valueOf(graph, id);
+    };
     for (int id : order) {
         const Node& n = graph.node(id);
         if (n.op == Op::Const)
             continue;
-        const bool vector = n.type != Type::F32 && n.type != Type::F64;
+        const bool vector = lanes || (n.type != Type::F32 && n.type != Type::F64);
         std::string expr;
-        const std::string a = n.a >= 0 ? valueOf(graph, n.a) : "";
-        const std::string b = n.b >= 0 ? valueOf(graph, n.b) : "";
+        const std::string a = n.a >= 0 ? operand(n.a) : "";
+        const std::string b = n.b >= 0 ? operand(n.b) : "";
         switch (n.op) {
         case Op::Input: expr = printer.input(n); break;
         case Op::Param: expr = printer.param(n); break;
@@ -202,11 +211,14 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
             break;
         case Op::Neg: expr = vector ? "kv::neg(" + a + ")" : "-" + a; break;
         case Op::ZeroSub:
-            expr = vector ? std::string("kv::sub(kv::zero<") + typeName(n.type) + ">(), " + a + ")"
+            expr = vector ? "kv::sub(kv::zero<" + typeOf(n.type) + ">(), " + a + ")"
                           : (n.type == Type::F32 ? "0.0f - " : "0.0 - ") + a;
             break;
-        case Op::Widen: expr = "static_cast<double>(" + a + ")"; break;
-        case Op::Narrow: expr = "static_cast<float>(" + a + ")"; break;
+        case Op::Widen:
+        case Op::Narrow:
+            expr = lanes ? "kv::convert<" + typeOf(n.type) + ">(" + a + ")"
+                         : std::string(n.op == Op::Widen ? "static_cast<double>(" : "static_cast<float>(") + a + ")";
+            break;
         case Op::SwapNeg: expr = "kv::swapNeg(" + a + ")"; break;
         case Op::Swap: expr = "kv::swap(" + a + ")"; break;
         case Op::Shuffle:
@@ -224,7 +236,7 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
         case Op::Blend: expr = "kv::blend<" + std::to_string(n.index) + ">(" + a + ", " + b + ")"; break;
         case Op::Const: break;
         }
-        out << indent << "const " << typeName(n.type) << " t" << id << " = " << expr << ";\n";
+        out << indent << "const " << typeOf(n.type) << " t" << id << " = " << expr << ";\n";
     }
     return out.str();
 }

@@ -77,9 +77,14 @@ void writeIfChanged(const std::string& path, const std::string& content);
 // parameters are printed through the callbacks; constants are written inline.
 // A product by the scale factor (a parameter) is printed under the
 // compile-time switch `Scaled`.
+// With `lanesOf` set, the graph is a scalar flow printed lanes across
+// transforms: a value of a scalar type is a vector of the type that lanesOf
+// names, lane t holding transform t's value, and each operation is the SIMD
+// layer's (constants broadcast, conversions kv::convert).
 struct NodePrinter {
     std::function<std::string(const Node&)> input;
     std::function<std::string(const Node&)> param;
+    std::function<std::string(Type)> lanesOf;
 };
 std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
                        const std::string& indent);

@@ -15,43 +15,11 @@
 #include "real_kernels.h"
 #include "real_pack.h"
 #include "real_rules.h"
+#include "real_units.h"
 
 namespace gen::real {
 
 namespace {
-
-// Position of value j of the order R0, R1, I1, ..., Rh in a layout's array.
-enum class Layout { CCS, Pack, Perm };
-
-int position(Layout layout, int n, int j)
-{
-    const bool nyquist = n % 2 == 0 && j == n - 1;
-    switch (layout) {
-    case Layout::Pack: return j;
-    case Layout::CCS: return nyquist ? n : (j == 0 ? 0 : j + 1);
-    case Layout::Perm:
-        if (n % 2 != 0)
-            return j;
-        return nyquist ? 1 : (j == 0 ? 0 : j + 1);
-    }
-    return -1;
-}
-
-struct Precision {
-    bool single;
-    const char* suffix;  // 32f / 64f
-    const char* sample;  // Real32 / Real64
-    const char* scalar;  // float / double
-    Type type;
-};
-const Precision precisions[] = {{true, "32f", "Real32", "float", Type::F32},
-                                {false, "64f", "Real64", "double", Type::F64}};
-
-std::string factors(const Precision& p, int n)
-{
-    return literal(p.type, roundTo(p.type, 1.0L / n)) + ", " +
-           literal(p.type, roundTo(p.type, 1.0L / std::sqrt(static_cast<long double>(n))));
-}
 
 // The body the table of forms gives a kernel on the current target: its
 // scalar flow (an empty text), or that flow packed into vectors.
@@ -135,16 +103,6 @@ std::string dispatcherUnit(const std::string& name, const std::string& title, co
         << sizeDispatcher(name, p.sample, [&](int n) { return kernelPrefix + std::to_string(n) + "_" + p.suffix; });
     return out.str();
 }
-
-struct LayoutInfo {
-    Layout layout;
-    const char* fwdName;  // RToCCS
-    const char* invName;  // CCSToR
-    const char* stem;     // ccs
-};
-const LayoutInfo layouts[] = {{Layout::CCS, "RToCCS", "CCSToR", "ccs"},
-                              {Layout::Pack, "RToPack", "PackToR", "pack"},
-                              {Layout::Perm, "RToPerm", "PermToR", "perm"}};
 
 void emitReal(const std::string& dir)
 {

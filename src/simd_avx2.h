@@ -78,6 +78,10 @@ inline dwide broadcastHalf(const double* p) { return _mm256_broadcast_pd(reinter
 // exact widening of the lanes of an fvec, and their rounding back
 inline dwide toDouble(fvec a) { return _mm256_cvtps_pd(a); }
 inline fvec toFloat(dwide a) { return _mm256_cvtpd_ps(a); }
+template <>
+inline dwide convert<dwide, fvec>(fvec a) { return toDouble(a); }
+template <>
+inline fvec convert<fvec, dwide>(dwide a) { return toFloat(a); }
 
 // ---- eight floats: four complex numbers, or eight real parts of independent butterflies
 using fwide = __m256;

@@ -110,6 +110,16 @@ inline fvec joinLow(fvec a, fvec b) { return _mm_movelh_ps(a, b); }
 inline fvec joinHigh(fvec a, fvec b) { return _mm_movehl_ps(b, a); }
 inline void stream(float* p, fvec v) { _mm_stream_ps(p, v); }
 
+// Conversions between the precisions, lane by lane, into the type named: a
+// dvec takes the lower two lanes of an fvec, an fvec from a dvec has its
+// two lanes in its lower half.
+template <class To, class From>
+To convert(From a);
+template <>
+inline dvec convert<dvec, fvec>(fvec a) { return _mm_cvtps_pd(a); }
+template <>
+inline fvec convert<fvec, dvec>(dvec a) { return _mm_cvtpd_ps(a); }
+
 // one complex float (8 bytes) into the lower half, the upper half zero
 inline fvec loadLow(const float* p) { return _mm_loadl_pi(_mm_setzero_ps(), reinterpret_cast<const __m64*>(p)); }
 // two complex floats from two places

@@ -1,0 +1,59 @@
+// What the units of the real DFT and Hartley kernels share, single calls and
+// batches: the order of a half spectrum in each layout's array, the two
+// precisions and the literals of their scale factors.
+#ifndef KVTGEN_REAL_UNITS_H
+#define KVTGEN_REAL_UNITS_H
+
+#include <cmath>
+#include <string>
+
+#include "graph.h"
+
+namespace gen::real {
+
+// Position of value j of the order R0, R1, I1, ..., Rh in a layout's array.
+enum class Layout { CCS, Pack, Perm };
+
+inline int position(Layout layout, int n, int j)
+{
+    const bool nyquist = n % 2 == 0 && j == n - 1;
+    switch (layout) {
+    case Layout::Pack: return j;
+    case Layout::CCS: return nyquist ? n : (j == 0 ? 0 : j + 1);
+    case Layout::Perm:
+        if (n % 2 != 0)
+            return j;
+        return nyquist ? 1 : (j == 0 ? 0 : j + 1);
+    }
+    return -1;
+}
+
+struct Precision {
+    bool single;
+    const char* suffix;  // 32f / 64f
+    const char* sample;  // Real32 / Real64
+    const char* scalar;  // float / double
+    Type type;
+};
+inline const Precision precisions[] = {{true, "32f", "Real32", "float", Type::F32},
+                                       {false, "64f", "Real64", "double", Type::F64}};
+
+inline std::string factors(const Precision& p, int n)
+{
+    return literal(p.type, roundTo(p.type, 1.0L / n)) + ", " +
+           literal(p.type, roundTo(p.type, 1.0L / std::sqrt(static_cast<long double>(n))));
+}
+
+struct LayoutInfo {
+    Layout layout;
+    const char* fwdName;  // RToCCS
+    const char* invName;  // CCSToR
+    const char* stem;     // ccs
+};
+inline const LayoutInfo layouts[] = {{Layout::CCS, "RToCCS", "CCSToR", "ccs"},
+                                     {Layout::Pack, "RToPack", "PackToR", "pack"},
+                                     {Layout::Perm, "RToPerm", "PermToR", "perm"}};
+
+}  // namespace gen::real
+
+#endif
