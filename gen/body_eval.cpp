@@ -145,6 +145,7 @@ private:
     Value primary();
     Value call(const std::string& function);
     std::vector<Value> arguments();
+    Value made(const std::string& function, const std::string& type, const std::vector<Value>& a) const;
     Value binary(char op, const Value& a, const Value& b) const;
     Value convert(bool toDouble, const Value& a) const;
 
@@ -397,6 +398,13 @@ Value Interpreter::call(const std::string& function)
             out.v[i] = function == "kv::blend" ? a[(immediate >> i) & 1].v[i] : a[0].v[(immediate >> (2 * i)) & 3];
         return out;
     }
+    if (function == "kv::neg") {
+        arity(1);
+        out = a[0];
+        for (int i = 0; i < out.lanes; ++i)
+            out.v[i] = -out.v[i];
+        return out;
+    }
     if (function == "kv::join") {
         arity(2);
         out = a[0];
@@ -414,20 +422,21 @@ Value Interpreter::call(const std::string& function)
         arity(1);
         return convert(function == "kv::toDouble" || (function == "kv::convert" && doubleType(type)), a[0]);
     }
+    return made(function, type, a);
+}
+
+// A vector of the type named, from lanes (set), one number (broadcast) or
+// none (zero).
+Value Interpreter::made(const std::string& function, const std::string& type, const std::vector<Value>& a) const
+{
+    Value out;
+    out.lanes = typeLanes(type) > 1 ? typeLanes(type) : 4;
     out.isDouble = doubleType(type);
-    if (typeLanes(type) > 1)
-        out.lanes = typeLanes(type);
-    if (function == "kv::set") {
-        arity(4);
-        for (int i = 0; i < 4; ++i)
-            out.v[i] = inPrecision(out.isDouble, a[static_cast<std::size_t>(i)].v[0]);
-    } else if (function == "kv::broadcast") {
-        arity(1);
-        for (double& lane : out.v)
-            lane = inPrecision(out.isDouble, a[0].v[0]);
-    } else if (function != "kv::zero") {
-        fail("an unknown function " + function);
-    }
+    const std::size_t operands = function == "kv::set" ? 4 : function == "kv::broadcast" ? 1 : 0;
+    if ((operands == 0 && function != "kv::zero") || a.size() != operands)
+        fail("an unknown function " + function + " of " + std::to_string(a.size()) + " operands");
+    for (int i = 0; i < out.lanes && operands > 0; ++i)
+        out.v[i] = inPrecision(out.isDouble, a[operands == 4 ? static_cast<std::size_t>(i) : 0].v[0]);
     return out;
 }
 

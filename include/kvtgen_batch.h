@@ -43,6 +43,43 @@ extern "C" {
  */
 
 /**
+ * @name Complex DFT of many signals
+ * @{
+ */
+/**
+ * @brief `count` complex DFTs of length @p len, each with the bits of the
+ * single call (kvtgDFTFwd_CToC_32fc() and its kind, for the type and direction
+ * in the name).
+ * @param src       the input signals.
+ * @param dst       the output spectra.
+ * @param len       number of points N, 2 to 64.
+ * @param count     number of transforms, 0 or more.
+ * @param srcStride elements between two elements of one input, 1 or more.
+ * @param srcDist   elements between the first elements of two inputs, 0 or more.
+ * @param dstStride elements between two elements of one output, 1 or more.
+ * @param dstDist   elements between the first elements of two outputs, 0 or more.
+ * @param flag      ::ScaleFwdByN, ::ScaleInvByN, ::ScaleBySqrtN or ::ScaleNone.
+ * @retval StatusOk      the transforms are in @p dst.
+ * @retval StatusBadSize @p len is not in 2..64 or @p count is negative.
+ * @retval StatusNullArg @p src or @p dst is null.
+ * @retval StatusBadArg  the layout is refused (see @ref batch).
+ * @retval StatusBadFlag @p flag is not one of the four scaling flags.
+ */
+KVTG_API Status kvtgBatchDFTFwd_CToC_32fc(const Complex32* src, Complex32* dst, int32_t len, int32_t count,
+                                          int32_t srcStride, int32_t srcDist, int32_t dstStride, int32_t dstDist,
+                                          int32_t flag);
+KVTG_API Status kvtgBatchDFTInv_CToC_32fc(const Complex32* src, Complex32* dst, int32_t len, int32_t count,
+                                          int32_t srcStride, int32_t srcDist, int32_t dstStride, int32_t dstDist,
+                                          int32_t flag);
+KVTG_API Status kvtgBatchDFTFwd_CToC_64fc(const Complex64* src, Complex64* dst, int32_t len, int32_t count,
+                                          int32_t srcStride, int32_t srcDist, int32_t dstStride, int32_t dstDist,
+                                          int32_t flag);
+KVTG_API Status kvtgBatchDFTInv_CToC_64fc(const Complex64* src, Complex64* dst, int32_t len, int32_t count,
+                                          int32_t srcStride, int32_t srcDist, int32_t dstStride, int32_t dstDist,
+                                          int32_t flag);
+/** @} */
+
+/**
  * @name Real DFT and Hartley transform of many signals
  * @{
  */

@@ -15,6 +15,8 @@ extern const Kernel<double> batchDFTFwd_RToCCS_64f[63], batchDFTFwd_RToPack_64f[
 extern const Kernel<double> batchDFTInv_CCSToR_64f[63], batchDFTInv_PackToR_64f[63], batchDFTInv_PermToR_64f[63];
 extern const Kernel<float> batchHartley_32f[63];
 extern const Kernel<double> batchHartley_64f[63];
+extern const Kernel<float> batchDFTFwd_CToC_32fc[63], batchDFTInv_CToC_32fc[63];
+extern const Kernel<double> batchDFTFwd_CToC_64fc[63], batchDFTInv_CToC_64fc[63];
 
 namespace {
 
@@ -51,17 +53,18 @@ bool outputsCollide(long count, long elements, long stride, long dist)
 
 // The bytes from the first element of the first transform to the end of the
 // last element of the last one.
-template <class Real>
-std::uintptr_t extentEnd(const Real* p, long count, long elements, long stride, long dist)
+template <class T>
+std::uintptr_t extentEnd(const T* p, long count, long elements, long stride, long dist)
 {
-    return reinterpret_cast<std::uintptr_t>(p) + sizeof(Real) * static_cast<std::uintptr_t>((count - 1) * dist +
-                                                                                           (elements - 1) * stride + 1);
+    return reinterpret_cast<std::uintptr_t>(p) + sizeof(T) * static_cast<std::uintptr_t>((count - 1) * dist +
+                                                                                        (elements - 1) * stride + 1);
 }
 
-template <class Real>
-Status batchCall(const Kernel<Real> (&table)[63], Elements in, Elements out, const Real* src, Real* dst,
-                 int32_t len, int32_t count, int32_t srcStride, int32_t srcDist, int32_t dstStride, int32_t dstDist,
-                 int32_t flag)
+// T: the element type of the arrays (a complex element is two Real numbers
+// to the kernel).
+template <class Real, class T>
+Status batchCall(const Kernel<Real> (&table)[63], Elements in, Elements out, const T* src, T* dst, int32_t len,
+                 int32_t count, int32_t srcStride, int32_t srcDist, int32_t dstStride, int32_t dstDist, int32_t flag)
 {
     if (len < 2 || len > 64 || count < 0)
         return StatusBadSize;
@@ -79,7 +82,8 @@ Status batchCall(const Kernel<Real> (&table)[63], Elements in, Elements out, con
         if (s < extentEnd(dst, count, outputs, dstStride, dstDist) && d < extentEnd(src, count, inputs, srcStride, srcDist))
             return StatusBadArg;
     }
-    return table[len - 2](src, dst, Layout{count, srcStride, srcDist, dstStride, dstDist}, flag);
+    return table[len - 2](reinterpret_cast<const Real*>(src), reinterpret_cast<Real*>(dst),
+                          Layout{count, srcStride, srcDist, dstStride, dstDist}, flag);
 }
 
 }  // namespace
@@ -89,14 +93,18 @@ Status batchCall(const Kernel<Real> (&table)[63], Elements in, Elements out, con
 using kvtg_batch::batchCall;
 using kvtg_batch::Elements;
 
-#define KVTG_BATCH_ENTRY(name, table, Real, in, out)                                                                \
-    extern "C" KVTG_API Status name(const Real* src, Real* dst, int32_t len, int32_t count, int32_t srcStride,      \
+#define KVTG_BATCH_ENTRY(name, table, T, in, out)                                                                   \
+    extern "C" KVTG_API Status name(const T* src, T* dst, int32_t len, int32_t count, int32_t srcStride,      \
                                     int32_t srcDist, int32_t dstStride, int32_t dstDist, int32_t flag)              \
     {                                                                                                               \
         return batchCall(kvtg_batch::table, Elements::in, Elements::out, src, dst, len, count, srcStride, srcDist, \
                          dstStride, dstDist, flag);                                                                 \
     }
 
+KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_CToC_32fc, batchDFTFwd_CToC_32fc, Complex32, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTInv_CToC_32fc, batchDFTInv_CToC_32fc, Complex32, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_CToC_64fc, batchDFTFwd_CToC_64fc, Complex64, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTInv_CToC_64fc, batchDFTInv_CToC_64fc, Complex64, N, N)
 KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToCCS_32f, batchDFTFwd_RToCCS_32f, Real32, N, CCS)
 KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToPack_32f, batchDFTFwd_RToPack_32f, Real32, N, N)
 KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToPerm_32f, batchDFTFwd_RToPerm_32f, Real32, N, N)

@@ -3,7 +3,8 @@
 // pass in lane t; the generated body does the single call's operations on
 // those vectors, reading element j of every transform with x.get(j) and
 // writing element k with y.put(k, v).  Any stride and distance take this
-// path: a get gathers, a put scatters.
+// path: a get gathers, a put scatters.  An element of a complex transform is
+// two real numbers (Parts 2), which get and put count as 2j and 2j + 1.
 #ifndef KVTG_BATCH_LANES_H
 #define KVTG_BATCH_LANES_H
 
@@ -26,39 +27,42 @@ struct Layout {
 template <class Real>
 using Kernel = Status (*)(const Real* src, Real* dst, const Layout& layout, int32_t flag);
 
-// Element j of the pass's transforms, one per lane; lanes past the last
+// Real number r of the pass's transforms, one per lane; lanes past the last
 // transform of the call repeat it, so that every lane computes on samples.
-template <class V, int L>
+// Stride and distance count real numbers.
+template <class V, int L, int Parts>
 struct StridedIn {
     using Real = typename kv::Lanes<V>::Real;
     const Real* src;
     long stride, dist;
     int valid;
 
-    V get(int j) const
+    V get(int r) const
     {
         alignas(32) Real lanes[kv::lanes<V>] = {};
+        const long at = r / Parts * stride + r % Parts;
         for (int l = 0; l < L; ++l)
-            lanes[l] = src[(l < valid ? l : valid - 1) * dist + j * stride];
+            lanes[l] = src[(l < valid ? l : valid - 1) * dist + at];
         return kv::load<V>(lanes);
     }
 };
 
-// Element k of the pass's transforms, from the lanes of the pass's
+// Real number r of the pass's transforms, from the lanes of the pass's
 // transforms only.
-template <class V, int L>
+template <class V, int L, int Parts>
 struct StridedOut {
     using Real = typename kv::Lanes<V>::Real;
     Real* dst;
     long stride, dist;
     int valid;
 
-    void put(int k, V v) const
+    void put(int r, V v) const
     {
         alignas(32) Real lanes[kv::lanes<V>];
         kv::store(lanes, v);
+        const long at = r / Parts * stride + r % Parts;
         for (int l = 0; l < valid; ++l)
-            dst[l * dist + k * stride] = lanes[l];
+            dst[l * dist + at] = lanes[l];
     }
 };
 
@@ -66,13 +70,15 @@ struct StridedOut {
 // all its elements before it writes one, and a pass's outputs reach only
 // inputs of the transforms before it (an in-place call has the outputs'
 // layout, which no two outputs share), so that in place works.
-template <class V, int L, class Real, class Body>
+template <class V, int L, int Parts, class Real, class Body>
 inline void run(const Real* src, Real* dst, const Layout& layout, Body body)
 {
+    const long ss = Parts * layout.srcStride, sd = Parts * layout.srcDist;
+    const long ds = Parts * layout.dstStride, dd = Parts * layout.dstDist;
     for (long t = 0; t < layout.count; t += L) {
         const int valid = layout.count - t < L ? static_cast<int>(layout.count - t) : L;
-        const StridedIn<V, L> x{src + t * layout.srcDist, layout.srcStride, layout.srcDist, valid};
-        const StridedOut<V, L> y{dst + t * layout.dstDist, layout.dstStride, layout.dstDist, valid};
+        const StridedIn<V, L, Parts> x{src + t * sd, ss, sd, valid};
+        const StridedOut<V, L, Parts> y{dst + t * dd, ds, dd, valid};
         body(x, y);
     }
 }
