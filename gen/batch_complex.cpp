@@ -7,7 +7,6 @@
 // transform of a batch thus gets the single call's bits; the verifier runs
 // each printed body with a check input per lane against the 128-bit flow.
 #include <array>
-#include <cmath>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -124,12 +123,10 @@ std::string batchUnit(const Variant& v, int n)
             y.push_back(node < 0 ? 0.0 : narrow.lanes(node)[static_cast<std::size_t>(lane)]);
         return y;
     });
-    const Type t = v.scalarType();
     return batchKernelUnit(name, "Batched " + std::string(v.inverse ? "inverse" : "forward") + " complex DFT of length " +
                                      std::to_string(n) + ", " + v.sampleType() + ": lanes across transforms.",
                            body.text, single, mixed, 2, v.inverse ? "Inverse" : "Forward",
-                           literal(t, roundTo(t, 1.0L / n)) + ", " +
-                               literal(t, roundTo(t, 1.0L / std::sqrt(static_cast<long double>(n)))));
+                           factorLiterals(v.scalarType(), n));
 }
 
 void emitBatchComplex(const std::string& dir)

@@ -38,7 +38,7 @@ std::string batchUnit(const std::string& name, const std::string& title, const P
             y.push_back(s == Graph::none ? 0.0 : flow.lanes(s)[0]);
         return y;
     });
-    return batchKernelUnit(name, title, body.text, p.single, p.single, 1, direction, factors(p, n));
+    return batchKernelUnit(name, title, body.text, p.single, p.single, 1, direction, factorLiterals(p.type, n));
 }
 
 }  // namespace

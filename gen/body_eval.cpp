@@ -28,11 +28,6 @@ bool doubleType(const std::string& type)
     return type == "kv::dwide" || type == "kv::dvec" || type == "double" || type == "D";
 }
 
-bool endsWith(const std::string& word, const std::string& end)
-{
-    return word.size() >= end.size() && word.compare(word.size() - end.size(), end.size(), end) == 0;
-}
-
 double inPrecision(bool isDouble, double a) { return isDouble ? a : static_cast<double>(static_cast<float>(a)); }
 
 // One IEEE operation, rounded once in the precision of its type.

@@ -2,15 +2,6 @@
 
 namespace gen {
 
-namespace {
-
-bool endsWith(const std::string& word, const std::string& end)
-{
-    return word.size() >= end.size() && word.compare(word.size() - end.size(), end.size(), end) == 0;
-}
-
-}  // namespace
-
 Value laneSelection(const std::string& function, const Value& a, const Value& b)
 {
     Value out = a;

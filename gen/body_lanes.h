@@ -16,6 +16,11 @@ struct Value {
     double v[8] = {0, 0, 0, 0, 0, 0, 0, 0};
 };
 
+inline bool endsWith(const std::string& word, const std::string& end)
+{
+    return word.size() >= end.size() && word.compare(word.size() - end.size(), end.size(), end) == 0;
+}
+
 // joinLow, joinHigh: the lower (upper) halves of a and b; unpackLow,
 // unpackHigh: the lower (upper) lanes of each 16 bytes of a and b, interleaved.
 Value laneSelection(const std::string& function, const Value& a, const Value& b);

@@ -1,7 +1,6 @@
 // Emitter of the complex DFT family: one unit per kernel (with its unaligned
 // form) and one unit per size dispatcher, each kernel in the form the table
 // of forms gives it (complex_kernel.h).
-#include <cmath>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -25,12 +24,6 @@ Shape shapeOf(const Variant& v, int n)
     if (v.precision == Precision::Single)
         return n <= 5 ? Shape::ScalarOnly : Shape::SeparateForm;
     return n <= 4 ? Shape::TwoBodies : Shape::SeparateForm;
-}
-
-std::string factorLiterals(const Variant& v, int n)
-{
-    const Type t = v.scalarType();
-    return literal(t, roundTo(t, 1.0L / n)) + ", " + literal(t, roundTo(t, 1.0L / std::sqrt(static_cast<long double>(n))));
 }
 
 std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
@@ -66,7 +59,7 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
     out << (vector ? "template <class Access>\n" : "") << "inline Status run(" << args << ")\n{\n"
         << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
         << "    " << real << " c;\n"
-        << "    if (!kvtg::pickFactor<" << real << ">(flag, " << dir << ", " << factorLiterals(v, n) << ", c))\n"
+        << "    if (!kvtg::pickFactor<" << real << ">(flag, " << dir << ", " << factorLiterals(v.scalarType(), n) << ", c))\n"
         << "        return StatusBadFlag;\n"
         << scaledCall(vector ? "transform<Access, " : "transform<",
                       "reinterpret_cast<const " + real + "*>(src), reinterpret_cast<" + real + "*>(dst), " +

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -128,7 +129,6 @@ std::string valueOf(const Graph& graph, int id)
                 text += (text.empty() ? "" : ", ") + literal(lane, all[i]);
         }
         return std::string("kv::set<") + typeName(n.type) + ">(" + text + ")";
-        return literal(n.type, n.lane0);
     }
     return "t" + std::to_string(id);
 }
@@ -139,6 +139,12 @@ std::string scaledCall(const std::string& call, const std::string& args, const s
     return "#ifndef KVTG_ONE_BODY\n" + indent + "if (c == 1) {\n" + indent + "    " + call + "false>(" + args +
            ");\n" + indent + "    return StatusOk;\n" + indent + "}\n#endif\n" + indent + call + "true>(" + args +
            ");\n";
+}
+
+std::string factorLiterals(Type type, int n)
+{
+    return literal(type, roundTo(type, 1.0L / n)) + ", " +
+           literal(type, roundTo(type, 1.0L / std::sqrt(static_cast<long double>(n))));
 }
 
 std::string sizeDispatcher(const std::string& name, const std::string& sample,

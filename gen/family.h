@@ -61,6 +61,10 @@ struct FamilyRegistration {
 // arguments (ending in ", " or "<"), `args` its arguments.
 std::string scaledCall(const std::string& call, const std::string& args, const std::string& indent);
 
+// The literals of a kernel's scale factors 1/n and 1/sqrt(n) in its sample
+// type, as kvtg::pickFactor takes them: "byN, bySqrtN".
+std::string factorLiterals(Type type, int n);
+
 // The body of a size dispatcher over the kernels of lengths 2..64, from the
 // opening of its signature on: `sample` is the element type, `kernelName(n)`
 // the kernel of length n.

@@ -4,7 +4,6 @@
 #ifndef KVTGEN_REAL_UNITS_H
 #define KVTGEN_REAL_UNITS_H
 
-#include <cmath>
 #include <string>
 
 #include "graph.h"
@@ -37,12 +36,6 @@ struct Precision {
 };
 inline const Precision precisions[] = {{true, "32f", "Real32", "float", Type::F32},
                                        {false, "64f", "Real64", "double", Type::F64}};
-
-inline std::string factors(const Precision& p, int n)
-{
-    return literal(p.type, roundTo(p.type, 1.0L / n)) + ", " +
-           literal(p.type, roundTo(p.type, 1.0L / std::sqrt(static_cast<long double>(n))));
-}
 
 struct LayoutInfo {
     Layout layout;

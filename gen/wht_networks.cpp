@@ -297,7 +297,8 @@ std::string verified(const std::string& function, const Sample& s, const Network
     const double scale = 0.375;
     const std::size_t open = function.find("\n{\n");
     const std::string body = function.substr(open + 3, function.rfind('}') - open - 3);
-    const std::string name = function.substr(function.find("inline void ") + 12, function.find('(') - function.find("inline void ") - 12);
+    const std::size_t start = function.find("inline void ") + 12;
+    const std::string name = function.substr(start, function.find('(') - start);
     long extent = 0;
     for (int r = 0; r < shape.rows; ++r)
         for (int c = 0; c < shape.lanes; ++c)
