@@ -48,12 +48,13 @@ public:
     template <class F>
     F function(File f, const std::string& name) const
     {
-        void* symbol = handles[f] ? dlsym(handles[f], name.c_str()) : nullptr;
-        if (symbol == nullptr) {
-            std::fprintf(stderr, "%s not found in %s\n", name.c_str(), paths[f].c_str());
-            std::exit(1);
-        }
-        return reinterpret_cast<F>(symbol);
+        return reinterpret_cast<F>(symbol(handles[f], paths[f], name));
+    }
+    // An export of the batch library file of the same level, beside it.
+    template <class F>
+    F batchFunction(File f, const std::string& name) const
+    {
+        return reinterpret_cast<F>(symbol(batchHandles[f], batchPaths[f], name));
     }
 
 private:
@@ -73,9 +74,23 @@ private:
         }
         if (processorRunsX86_64_v3())
             handles[Variant] = dlopen(paths[Variant].c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_DEEPBIND);
+        batchPaths[Baseline] = dir + "/libkvtgenbatch.so.1";
+        batchPaths[Variant] = dir + hwcaps + "libkvtgenbatch.so.1";
+        for (File f : files())
+            batchHandles[f] = dlopen(batchPaths[f].c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_DEEPBIND);
     }
-    std::string paths[2];
+    static void* symbol(void* handle, const std::string& path, const std::string& name)
+    {
+        void* found = handle ? dlsym(handle, name.c_str()) : nullptr;
+        if (found == nullptr) {
+            std::fprintf(stderr, "%s not found in %s\n", name.c_str(), path.c_str());
+            std::exit(1);
+        }
+        return found;
+    }
+    std::string paths[2], batchPaths[2];
     void* handles[2] = {nullptr, nullptr};
+    void* batchHandles[2] = {nullptr, nullptr};
 };
 
 }  // namespace bench

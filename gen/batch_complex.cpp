@@ -116,7 +116,8 @@ std::string batchUnit(const Variant& v, int n)
     for (const auto& [node, lane] : outputs)
         body.stores.push_back(node < 0 ? Graph::none : flow.lanes[static_cast<std::size_t>(node)][static_cast<std::size_t>(lane)]);
     body.text = printBatchBody(flow.graph, body.stores, single);
-    verifyBatchBody(name, body.text, 2 * n, 2 * n, single, mixed, [&](const std::vector<double>& x) {
+    const BatchShape shape{single, mixed, 2, 2 * n, 2 * n};
+    verifyBatchBody(name, body.text, shape, [&](const std::vector<double>& x) {
         const LaneEvaluator narrow(k.graph, x, 0.375);
         std::vector<double> y;
         for (const auto& [node, lane] : outputs)
@@ -125,7 +126,7 @@ std::string batchUnit(const Variant& v, int n)
     });
     return batchKernelUnit(name, "Batched " + std::string(v.inverse ? "inverse" : "forward") + " complex DFT of length " +
                                      std::to_string(n) + ", " + v.sampleType() + ": lanes across transforms.",
-                           body.text, single, mixed, 2, v.inverse ? "Inverse" : "Forward",
+                           body.text, shape, v.inverse ? "Inverse" : "Forward",
                            factorLiterals(v.scalarType(), n));
 }
 

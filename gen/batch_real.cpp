@@ -31,14 +31,15 @@ std::string batchUnit(const std::string& name, const std::string& title, const P
         body.stores[static_cast<std::size_t>(storeSlots[i])] = low.stores[i];
     body.text = printBatchBody(low.graph, body.stores, p.single);
     const int inputs = *std::max_element(loadSlots.begin(), loadSlots.end()) + 1;
-    verifyBatchBody(name, body.text, inputs, outputs, p.single, p.single, [&](const std::vector<double>& x) {
+    const BatchShape shape{p.single, p.single, 1, inputs, outputs};
+    verifyBatchBody(name, body.text, shape, [&](const std::vector<double>& x) {
         const LaneEvaluator flow(low.graph, x, 0.375);
         std::vector<double> y;
         for (int s : body.stores)
             y.push_back(s == Graph::none ? 0.0 : flow.lanes(s)[0]);
         return y;
     });
-    return batchKernelUnit(name, title, body.text, p.single, p.single, 1, direction, factorLiterals(p.type, n));
+    return batchKernelUnit(name, title, body.text, shape, direction, factorLiterals(p.type, n));
 }
 
 }  // namespace

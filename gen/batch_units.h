@@ -23,6 +23,13 @@ struct BatchBody {
 // flow's values, or of its Real64 values where a Real32 flow has them (mixed).
 int batchLanes(bool single, bool mixed);
 
+// What a batched kernel computes on: its sample type, whether a Real32 flow
+// has Real64 values, the real numbers per element and per transform.
+struct BatchShape {
+    bool single, mixed;
+    int perElement, inputs, outputs;
+};
+
 // The statements of a batched body: every node the stores need, then
 // y.put(k, value) for element k of every transform.
 std::string printBatchBody(const Graph& flow, const std::vector<int>& stores, bool single);
@@ -34,13 +41,13 @@ using BatchReference = std::function<std::vector<double>(const std::vector<doubl
 // Runs the printed body with a different check input in each lane and holds
 // every lane's stores against the reference; stops the generator naming the
 // kernel where one bit differs.
-void verifyBatchBody(const std::string& kernel, const std::string& text, int inputs, int outputs, bool single,
-                     bool mixed, const BatchReference& reference);
+void verifyBatchBody(const std::string& kernel, const std::string& text, const BatchShape& shape,
+                     const BatchReference& reference);
 
 // The unit of a batched kernel: its body and the kernel that checks the flag
-// and runs the body over a layout, `parts` real numbers per element.
-std::string batchKernelUnit(const std::string& name, const std::string& title, const std::string& body, bool single,
-                            bool mixed, int parts, const char* direction, const std::string& factors);
+// and runs the body over a layout.
+std::string batchKernelUnit(const std::string& name, const std::string& title, const std::string& body,
+                            const BatchShape& shape, const char* direction, const std::string& factors);
 
 // The table of a batched entry point's kernels of lengths 2..64 (kernel n is
 // `stem` n _ `suffix`).

@@ -31,6 +31,7 @@ struct Case {
     int size;            // length or order
     std::function<void()> ours;
     std::function<void()> peer;
+    int transforms = 1;  // a call of both does this many: times are per transform
 };
 
 // Families add their cases through this; `key` names the family on the

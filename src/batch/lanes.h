@@ -1,10 +1,10 @@
 // The frame of the batched kernels: lanes across transforms.  A pass takes as
 // many transforms as a kernel's vectors have lanes in use, transform t of the
 // pass in lane t; the generated body does the single call's operations on
-// those vectors, reading element j of every transform with x.get(j) and
-// writing element k with y.put(k, v).  Any stride and distance take this
-// path: a get gathers, a put scatters.  An element of a complex transform is
-// two real numbers (Parts 2), which get and put count as 2j and 2j + 1.
+// those vectors, reading real number r of every transform with x.get(r) and
+// writing number k with y.put(k, v), both on a stage that holds the pass's
+// numbers lanes across transforms.  An element of a complex transform is two
+// real numbers (PerElement is 2), its numbers 2j and 2j + 1.
 #ifndef KVTG_BATCH_LANES_H
 #define KVTG_BATCH_LANES_H
 
@@ -12,6 +12,7 @@
 
 #include "frame.h"
 #include "simd.h"
+#include "transposes.h"
 
 namespace kvtg_batch {
 
@@ -27,59 +28,125 @@ struct Layout {
 template <class Real>
 using Kernel = Status (*)(const Real* src, Real* dst, const Layout& layout, int32_t flag);
 
-// Real number r of the pass's transforms, one per lane; lanes past the last
-// transform of the call repeat it, so that every lane computes on samples.
-// Stride and distance count real numbers.
-template <class V, int L, int Parts>
-struct StridedIn {
+// The pass's real numbers staged lanes across transforms: row r holds real
+// number r of every transform of the pass.  A body reads and writes whole
+// vectors of it.
+template <class V, int Rows>
+struct Staged {
     using Real = typename kv::Lanes<V>::Real;
-    const Real* src;
-    long stride, dist;
-    int valid;
+    alignas(32) Real rows[Rows][kv::lanes<V>];
 
-    V get(int r) const
-    {
-        alignas(32) Real lanes[kv::lanes<V>] = {};
-        const long at = r / Parts * stride + r % Parts;
+    V get(int r) const { return kv::load<V>(rows[r]); }
+    void put(int r, V v) { kv::store(rows[r], v); }
+};
+
+// Block b of W real numbers (W the vector's lanes): the blocks cover the
+// transform's `count` numbers, the last one ending at the last number (it
+// overlaps the one before when W does not divide count).
+template <int W>
+constexpr int blockAt(int b, int count)
+{
+    return b + W <= count ? b : count - W;
+}
+
+// Transforms whose real numbers lie in a row each (stride 1): the pass's L
+// rows go into the stage W numbers at a time through a transpose.  Lanes
+// past L read the last transform again.
+template <class V, int L, int Rows>
+inline void stageRows(Staged<V, Rows>& in, const typename kv::Lanes<V>::Real* src, long dist)
+{
+    constexpr int W = kv::lanes<V>;
+    for (int b = 0; b < Rows; b += W) {
+        const int at = blockAt<W>(b, Rows);
+        V r[W];
+#pragma GCC unroll 8
+        for (int l = 0; l < W; ++l)
+            r[l] = kv::load<V>(src + (l < L ? l : L - 1) * dist + at);
+        kvt::transpose(r);
+#pragma GCC unroll 8
+        for (int i = 0; i < W; ++i)
+            kv::store(in.rows[at + i], r[i]);
+    }
+}
+
+// The stage's rows back into the L transforms' rows, W numbers at a time.
+template <class V, int L, int Rows>
+inline void unstageRows(const Staged<V, Rows>& out, typename kv::Lanes<V>::Real* dst, long dist)
+{
+    constexpr int W = kv::lanes<V>;
+    for (int b = 0; b < Rows; b += W) {
+        const int at = blockAt<W>(b, Rows);
+        V r[W];
+#pragma GCC unroll 8
+        for (int i = 0; i < W; ++i)
+            r[i] = kv::load<V>(out.rows[at + i]);
+        kvt::transpose(r);
+#pragma GCC unroll 8
         for (int l = 0; l < L; ++l)
-            lanes[l] = src[(l < valid ? l : valid - 1) * dist + at];
-        return kv::load<V>(lanes);
+            kv::store(dst + l * dist + at, r[l]);
     }
-};
+}
 
-// Real number r of the pass's transforms, from the lanes of the pass's
-// transforms only.
-template <class V, int L, int Parts>
-struct StridedOut {
-    using Real = typename kv::Lanes<V>::Real;
-    Real* dst;
-    long stride, dist;
-    int valid;
+// Any other layout, and a pass of fewer than L transforms: element j of
+// transform l at l * dist + j * stride, one number at a time.  Lanes past the
+// `valid` transforms read the last one again, so that every lane computes on
+// samples.
+template <class V, int PerElement, int Rows>
+inline void stageStrided(Staged<V, Rows>& in, const typename kv::Lanes<V>::Real* src, long stride, long dist,
+                         int valid)
+{
+    constexpr int W = kv::lanes<V>;
+    const typename kv::Lanes<V>::Real* from[W];
+    for (int l = 0; l < W; ++l)
+        from[l] = src + (l < valid ? l : valid - 1) * dist;
+    long at = 0;
+    for (int r = 0; r < Rows; r += PerElement, at += stride)
+        for (int p = 0; p < PerElement; ++p)
+#pragma GCC unroll 8
+            for (int l = 0; l < W; ++l)
+                in.rows[r + p][l] = from[l][at + p];
+}
 
-    void put(int r, V v) const
-    {
-        alignas(32) Real lanes[kv::lanes<V>];
-        kv::store(lanes, v);
-        const long at = r / Parts * stride + r % Parts;
-        for (int l = 0; l < valid; ++l)
-            dst[l * dist + at] = lanes[l];
+// The stage's lanes of the `valid` transforms back, one number at a time.
+template <class V, int PerElement, int Rows>
+inline void unstageStrided(const Staged<V, Rows>& out, typename kv::Lanes<V>::Real* dst, long stride, long dist,
+                           int valid)
+{
+    for (int l = 0; l < valid; ++l, dst += dist) {
+        long at = 0;
+        for (int r = 0; r < Rows; r += PerElement, at += stride)
+            for (int p = 0; p < PerElement; ++p)
+                dst[at + p] = out.rows[r + p][l];
     }
-};
+}
 
-// Runs body(x, y) on the transforms L at a time, in their order.  A body reads
-// all its elements before it writes one, and a pass's outputs reach only
-// inputs of the transforms before it (an in-place call has the outputs'
-// layout, which no two outputs share), so that in place works.
-template <class V, int L, int Parts, class Real, class Body>
+// Runs body(x, y) on the transforms L at a time, in their order, each
+// transform reading In real numbers and writing Out (PerElement per element).  A
+// pass stages all its inputs before the body runs and writes its outputs
+// after, and its outputs reach only inputs of the transforms before it (an
+// in-place call has the outputs' layout, which no two outputs share), so that
+// in place works.  Whole passes over rows (stride 1, transforms at least a
+// vector long) move through transposes, any other pass number by number.
+template <class V, int L, int PerElement, int In, int Out, class Real, class Body>
 inline void run(const Real* src, Real* dst, const Layout& layout, Body body)
 {
-    const long ss = Parts * layout.srcStride, sd = Parts * layout.srcDist;
-    const long ds = Parts * layout.dstStride, dd = Parts * layout.dstDist;
+    constexpr int W = kv::lanes<V>;
+    const long ss = PerElement * layout.srcStride, sd = PerElement * layout.srcDist;
+    const long ds = PerElement * layout.dstStride, dd = PerElement * layout.dstDist;
+    const bool rowsIn = In >= W && layout.srcStride == 1, rowsOut = Out >= W && layout.dstStride == 1;
     for (long t = 0; t < layout.count; t += L) {
         const int valid = layout.count - t < L ? static_cast<int>(layout.count - t) : L;
-        const StridedIn<V, L, Parts> x{src + t * sd, ss, sd, valid};
-        const StridedOut<V, L, Parts> y{dst + t * dd, ds, dd, valid};
+        Staged<V, In> x;
+        Staged<V, Out> y;
+        if (rowsIn && valid == L)
+            stageRows<V, L>(x, src + t * sd, sd);
+        else
+            stageStrided<V, PerElement>(x, src + t * sd, ss, sd, valid);
         body(x, y);
+        if (rowsOut && valid == L)
+            unstageRows<V, L>(y, dst + t * dd, dd);
+        else
+            unstageStrided<V, PerElement>(y, dst + t * dd, ds, dd, valid);
     }
 }
 

@@ -6,19 +6,12 @@
 #define KVTG_WHT_LANE_MOVES_H
 
 #include "simd.h"
+#include "transposes.h"
 
 namespace wht {
 
 // Rows a, b, c, d of a 4x4 block become its columns.
-inline void transposeBlock(kv::fvec& a, kv::fvec& b, kv::fvec& c, kv::fvec& d)
-{
-    const kv::fvec ab0 = kv::unpackLow(a, b), ab1 = kv::unpackHigh(a, b);
-    const kv::fvec cd0 = kv::unpackLow(c, d), cd1 = kv::unpackHigh(c, d);
-    a = kv::joinLow(ab0, cd0);
-    b = kv::joinHigh(ab0, cd0);
-    c = kv::joinLow(ab1, cd1);
-    d = kv::joinHigh(ab1, cd1);
-}
+inline void transposeBlock(kv::fvec& a, kv::fvec& b, kv::fvec& c, kv::fvec& d) { kvt::transpose(a, b, c, d); }
 
 #if KVTG_VECTOR_BITS >= 256
 // Pairs of wide vectors: a holds the samples whose index bit of the pair is
