@@ -60,11 +60,35 @@ std::uintptr_t extentEnd(const T* p, long count, long elements, long stride, lon
                                                                                         (elements - 1) * stride + 1);
 }
 
+// The design library's call of one transform of the same entry point.
+template <class T>
+using Single = Status (*)(const T*, T*, int32_t, int32_t);
+
+// A batch of one transform: the single call, whose bits every transform of a
+// batch has, without the lanes of a pass that no other transform fills.  A
+// strided transform goes through contiguous copies.
+template <class T>
+Status oneTransform(Single<T> single, const T* src, T* dst, int32_t len, long inputs, long outputs,
+                    int32_t srcStride, int32_t dstStride, int32_t flag)
+{
+    if (srcStride == 1 && dstStride == 1)
+        return single(src, dst, len, flag);
+    T x[66], y[66];
+    for (long j = 0; j < inputs; ++j)
+        x[j] = src[j * srcStride];
+    const Status status = single(x, y, len, flag);
+    if (status == StatusOk)
+        for (long k = 0; k < outputs; ++k)
+            dst[k * dstStride] = y[k];
+    return status;
+}
+
 // T: the element type of the arrays (a complex element is two Real numbers
 // to the kernel).
 template <class Real, class T>
-Status batchCall(const Kernel<Real> (&table)[63], Elements in, Elements out, const T* src, T* dst, int32_t len,
-                 int32_t count, int32_t srcStride, int32_t srcDist, int32_t dstStride, int32_t dstDist, int32_t flag)
+Status batchCall(const Kernel<Real> (&table)[63], Single<T> single, Elements in, Elements out, const T* src, T* dst,
+                 int32_t len, int32_t count, int32_t srcStride, int32_t srcDist, int32_t dstStride, int32_t dstDist,
+                 int32_t flag)
 {
     if (len < 2 || len > 64 || count < 0)
         return StatusBadSize;
@@ -82,6 +106,8 @@ Status batchCall(const Kernel<Real> (&table)[63], Elements in, Elements out, con
         if (s < extentEnd(dst, count, outputs, dstStride, dstDist) && d < extentEnd(src, count, inputs, srcStride, srcDist))
             return StatusBadArg;
     }
+    if (count == 1)
+        return oneTransform(single, src, dst, len, inputs, outputs, srcStride, dstStride, flag);
     return table[len - 2](reinterpret_cast<const Real*>(src), reinterpret_cast<Real*>(dst),
                           Layout{count, srcStride, srcDist, dstStride, dstDist}, flag);
 }
@@ -93,29 +119,31 @@ Status batchCall(const Kernel<Real> (&table)[63], Elements in, Elements out, con
 using kvtg_batch::batchCall;
 using kvtg_batch::Elements;
 
-#define KVTG_BATCH_ENTRY(name, table, T, in, out)                                                                   \
+// name: the entry point, table: its kernels, single: the design library's
+// call of one transform.
+#define KVTG_BATCH_ENTRY(name, table, single, T, in, out)                                                          \
     extern "C" KVTG_API Status name(const T* src, T* dst, int32_t len, int32_t count, int32_t srcStride,      \
                                     int32_t srcDist, int32_t dstStride, int32_t dstDist, int32_t flag)              \
     {                                                                                                               \
-        return batchCall(kvtg_batch::table, Elements::in, Elements::out, src, dst, len, count, srcStride, srcDist, \
-                         dstStride, dstDist, flag);                                                                 \
+        return batchCall(kvtg_batch::table, single, Elements::in, Elements::out, src, dst, len, count, srcStride,  \
+                         srcDist, dstStride, dstDist, flag);                                                        \
     }
 
-KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_CToC_32fc, batchDFTFwd_CToC_32fc, Complex32, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTInv_CToC_32fc, batchDFTInv_CToC_32fc, Complex32, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_CToC_64fc, batchDFTFwd_CToC_64fc, Complex64, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTInv_CToC_64fc, batchDFTInv_CToC_64fc, Complex64, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToCCS_32f, batchDFTFwd_RToCCS_32f, Real32, N, CCS)
-KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToPack_32f, batchDFTFwd_RToPack_32f, Real32, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToPerm_32f, batchDFTFwd_RToPerm_32f, Real32, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTInv_CCSToR_32f, batchDFTInv_CCSToR_32f, Real32, CCS, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTInv_PackToR_32f, batchDFTInv_PackToR_32f, Real32, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTInv_PermToR_32f, batchDFTInv_PermToR_32f, Real32, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToCCS_64f, batchDFTFwd_RToCCS_64f, Real64, N, CCS)
-KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToPack_64f, batchDFTFwd_RToPack_64f, Real64, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToPerm_64f, batchDFTFwd_RToPerm_64f, Real64, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTInv_CCSToR_64f, batchDFTInv_CCSToR_64f, Real64, CCS, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTInv_PackToR_64f, batchDFTInv_PackToR_64f, Real64, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchDFTInv_PermToR_64f, batchDFTInv_PermToR_64f, Real64, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchHartley_32f, batchHartley_32f, Real32, N, N)
-KVTG_BATCH_ENTRY(kvtgBatchHartley_64f, batchHartley_64f, Real64, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_CToC_32fc, batchDFTFwd_CToC_32fc, kvtgDFTFwd_CToC_32fc, Complex32, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTInv_CToC_32fc, batchDFTInv_CToC_32fc, kvtgDFTInv_CToC_32fc, Complex32, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_CToC_64fc, batchDFTFwd_CToC_64fc, kvtgDFTFwd_CToC_64fc, Complex64, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTInv_CToC_64fc, batchDFTInv_CToC_64fc, kvtgDFTInv_CToC_64fc, Complex64, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToCCS_32f, batchDFTFwd_RToCCS_32f, kvtgDFTFwd_RToCCS_32f, Real32, N, CCS)
+KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToPack_32f, batchDFTFwd_RToPack_32f, kvtgDFTFwd_RToPack_32f, Real32, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToPerm_32f, batchDFTFwd_RToPerm_32f, kvtgDFTFwd_RToPerm_32f, Real32, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTInv_CCSToR_32f, batchDFTInv_CCSToR_32f, kvtgDFTInv_CCSToR_32f, Real32, CCS, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTInv_PackToR_32f, batchDFTInv_PackToR_32f, kvtgDFTInv_PackToR_32f, Real32, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTInv_PermToR_32f, batchDFTInv_PermToR_32f, kvtgDFTInv_PermToR_32f, Real32, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToCCS_64f, batchDFTFwd_RToCCS_64f, kvtgDFTFwd_RToCCS_64f, Real64, N, CCS)
+KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToPack_64f, batchDFTFwd_RToPack_64f, kvtgDFTFwd_RToPack_64f, Real64, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTFwd_RToPerm_64f, batchDFTFwd_RToPerm_64f, kvtgDFTFwd_RToPerm_64f, Real64, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTInv_CCSToR_64f, batchDFTInv_CCSToR_64f, kvtgDFTInv_CCSToR_64f, Real64, CCS, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTInv_PackToR_64f, batchDFTInv_PackToR_64f, kvtgDFTInv_PackToR_64f, Real64, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchDFTInv_PermToR_64f, batchDFTInv_PermToR_64f, kvtgDFTInv_PermToR_64f, Real64, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchHartley_32f, batchHartley_32f, kvtgHartley_32f, Real32, N, N)
+KVTG_BATCH_ENTRY(kvtgBatchHartley_64f, batchHartley_64f, kvtgHartley_64f, Real64, N, N)

@@ -9,6 +9,7 @@
 #define KVTG_BATCH_LANES_H
 
 #include <cstdint>
+#include <cstring>
 
 #include "frame.h"
 #include "simd.h"
@@ -49,15 +50,19 @@ constexpr int blockAt(int b, int count)
     return b + W <= count ? b : count - W;
 }
 
-// Transforms whose real numbers lie in a row each (stride 1): the pass's L
-// rows go into the stage W numbers at a time through a transpose.  Lanes
-// past L read the last transform again.
-template <class V, int L, int Rows>
+// Transforms whose Count real numbers lie in a row each (stride 1): the
+// pass's L rows go into the stage W numbers at a time through a transpose.
+// Lanes past L read the last transform again.  Transforms shorter than a
+// vector read a whole vector from the start of each row, which the caller
+// allows only where that stays inside the call's input; the numbers past
+// Count go unused.
+template <class V, int L, int Count, int Rows>
 inline void stageRows(Staged<V, Rows>& in, const typename kv::Lanes<V>::Real* src, long dist)
 {
     constexpr int W = kv::lanes<V>;
-    for (int b = 0; b < Rows; b += W) {
-        const int at = blockAt<W>(b, Rows);
+    static_assert(Rows >= W && Rows >= Count, "a stage holds a whole block");
+    for (int b = 0; b < Count; b += W) {
+        const int at = Count < W ? 0 : blockAt<W>(b, Count);
         V r[W];
 #pragma GCC unroll 8
         for (int l = 0; l < W; ++l)
@@ -69,21 +74,29 @@ inline void stageRows(Staged<V, Rows>& in, const typename kv::Lanes<V>::Real* sr
     }
 }
 
-// The stage's rows back into the L transforms' rows, W numbers at a time.
-template <class V, int L, int Rows>
+// The stage's rows back into the L transforms' rows, W numbers at a time;
+// transforms shorter than a vector write their Count numbers only.
+template <class V, int L, int Count, int Rows>
 inline void unstageRows(const Staged<V, Rows>& out, typename kv::Lanes<V>::Real* dst, long dist)
 {
+    using Real = typename kv::Lanes<V>::Real;
     constexpr int W = kv::lanes<V>;
-    for (int b = 0; b < Rows; b += W) {
-        const int at = blockAt<W>(b, Rows);
+    for (int b = 0; b < Count; b += W) {
+        const int at = Count < W ? 0 : blockAt<W>(b, Count);
         V r[W];
 #pragma GCC unroll 8
         for (int i = 0; i < W; ++i)
-            r[i] = kv::load<V>(out.rows[at + i]);
+            r[i] = i < Count ? kv::load<V>(out.rows[at + i]) : kv::zero<V>();
         kvt::transpose(r);
 #pragma GCC unroll 8
         for (int l = 0; l < L; ++l)
-            kv::store(dst + l * dist + at, r[l]);
+            if constexpr (Count < W) {
+                alignas(32) Real row[W];
+                kv::store(row, r[l]);
+                std::memcpy(dst + l * dist, row, Count * sizeof(Real));
+            } else {
+                kv::store(dst + l * dist + at, r[l]);
+            }
     }
 }
 
@@ -91,7 +104,7 @@ inline void unstageRows(const Staged<V, Rows>& out, typename kv::Lanes<V>::Real*
 // transform l at l * dist + j * stride, one number at a time.  Lanes past the
 // `valid` transforms read the last one again, so that every lane computes on
 // samples.
-template <class V, int PerElement, int Rows>
+template <class V, int PerElement, int Count, int Rows>
 inline void stageStrided(Staged<V, Rows>& in, const typename kv::Lanes<V>::Real* src, long stride, long dist,
                          int valid)
 {
@@ -100,7 +113,7 @@ inline void stageStrided(Staged<V, Rows>& in, const typename kv::Lanes<V>::Real*
     for (int l = 0; l < W; ++l)
         from[l] = src + (l < valid ? l : valid - 1) * dist;
     long at = 0;
-    for (int r = 0; r < Rows; r += PerElement, at += stride)
+    for (int r = 0; r < Count; r += PerElement, at += stride)
         for (int p = 0; p < PerElement; ++p)
 #pragma GCC unroll 8
             for (int l = 0; l < W; ++l)
@@ -108,13 +121,13 @@ inline void stageStrided(Staged<V, Rows>& in, const typename kv::Lanes<V>::Real*
 }
 
 // The stage's lanes of the `valid` transforms back, one number at a time.
-template <class V, int PerElement, int Rows>
+template <class V, int PerElement, int Count, int Rows>
 inline void unstageStrided(const Staged<V, Rows>& out, typename kv::Lanes<V>::Real* dst, long stride, long dist,
                            int valid)
 {
     for (int l = 0; l < valid; ++l, dst += dist) {
         long at = 0;
-        for (int r = 0; r < Rows; r += PerElement, at += stride)
+        for (int r = 0; r < Count; r += PerElement, at += stride)
             for (int p = 0; p < PerElement; ++p)
                 dst[at + p] = out.rows[r + p][l];
     }
@@ -125,28 +138,32 @@ inline void unstageStrided(const Staged<V, Rows>& out, typename kv::Lanes<V>::Re
 // pass stages all its inputs before the body runs and writes its outputs
 // after, and its outputs reach only inputs of the transforms before it (an
 // in-place call has the outputs' layout, which no two outputs share), so that
-// in place works.  Whole passes over rows (stride 1, transforms at least a
-// vector long) move through transposes, any other pass number by number.
+// in place works.  Whole passes over rows (stride 1) move through transposes,
+// any other pass number by number.
 template <class V, int L, int PerElement, int In, int Out, class Real, class Body>
 inline void run(const Real* src, Real* dst, const Layout& layout, Body body)
 {
     constexpr int W = kv::lanes<V>;
     const long ss = PerElement * layout.srcStride, sd = PerElement * layout.srcDist;
     const long ds = PerElement * layout.dstStride, dd = PerElement * layout.dstDist;
-    const bool rowsIn = In >= W && layout.srcStride == 1, rowsOut = Out >= W && layout.dstStride == 1;
+    // Rows shorter than a vector are read a vector at a time only where the
+    // rows leave no gap (what lies past a row is the next row's input) and
+    // up to the last pass whose last read ends inside the call's input.
+    const long lastRows = In >= W ? layout.count : ((layout.count - 1) * sd + In - W) / (sd > 0 ? sd : 1) - L + 1;
+    const bool rowsIn = layout.srcStride == 1 && (In >= W || (sd > 0 && sd <= In)), rowsOut = layout.dstStride == 1;
     for (long t = 0; t < layout.count; t += L) {
         const int valid = layout.count - t < L ? static_cast<int>(layout.count - t) : L;
-        Staged<V, In> x;
-        Staged<V, Out> y;
-        if (rowsIn && valid == L)
-            stageRows<V, L>(x, src + t * sd, sd);
+        Staged<V, (In > W ? In : W)> x;
+        Staged<V, (Out > W ? Out : W)> y;
+        if (rowsIn && valid == L && t <= lastRows)
+            stageRows<V, L, In>(x, src + t * sd, sd);
         else
-            stageStrided<V, PerElement>(x, src + t * sd, ss, sd, valid);
+            stageStrided<V, PerElement, In>(x, src + t * sd, ss, sd, valid);
         body(x, y);
         if (rowsOut && valid == L)
-            unstageRows<V, L>(y, dst + t * dd, dd);
+            unstageRows<V, L, Out>(y, dst + t * dd, dd);
         else
-            unstageStrided<V, PerElement>(y, dst + t * dd, ds, dd, valid);
+            unstageStrided<V, PerElement, Out>(y, dst + t * dd, ds, dd, valid);
     }
 }
 

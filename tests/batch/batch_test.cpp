@@ -6,6 +6,8 @@
 // call come in their order and write nothing.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <cstring>
@@ -181,6 +183,61 @@ void everyLength()
                     if (::testing::Test::HasFatalFailure())
                         return;
                 }
+}
+
+// `count` elements that end where an unreadable page begins, so that a read
+// or a write past the last element stops the test.
+template <class T>
+class AtPageEnd {
+public:
+    explicit AtPageEnd(std::size_t count)
+    {
+        const std::size_t page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+        bytes_ = (count * sizeof(T) + page - 1) / page * page + page;
+        base_ = mmap(nullptr, bytes_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        EXPECT_NE(base_, MAP_FAILED);
+        mprotect(static_cast<char*>(base_) + bytes_ - page, page, PROT_NONE);
+        data_ = reinterpret_cast<T*>(static_cast<char*>(base_) + bytes_ - page - count * sizeof(T));
+    }
+    ~AtPageEnd() { munmap(base_, bytes_); }
+    T* data() const { return data_; }
+
+private:
+    void* base_;
+    std::size_t bytes_;
+    T* data_;
+};
+
+// Dense rows (distance = elements) in arrays that end at an unreadable page:
+// the kernels that read a whole vector from each row must stop short of the
+// end, and every transform keeps the single call's bits.
+template <class T>
+void rowsAtTheEndOfMemory()
+{
+    for (const Entry<T>& e : entries<T>())
+        for (int n : {2, 3, 4, 5, 7, 13, 64})
+            for (int count : {2, 8, 9, 16, 17, 33}) {
+                const int in = elements(e.ccsIn, n), out = elements(e.ccsOut, n);
+                const AtPageEnd<T> src(static_cast<std::size_t>(count * in)), dst(static_cast<std::size_t>(count * out));
+                std::mt19937 random(static_cast<unsigned>(n + count));
+                for (int i = 0; i < count * in; ++i)
+                    src.data()[i] = sample<T>(random);
+                ASSERT_EQ(e.batch(src.data(), dst.data(), n, count, 1, in, 1, out, ScaleNone), StatusOk);
+                std::vector<T> y(static_cast<std::size_t>(out));
+                for (int t = 0; t < count; ++t) {
+                    ASSERT_EQ(e.single(src.data() + t * in, y.data(), n, ScaleNone), StatusOk);
+                    ASSERT_EQ(std::memcmp(y.data(), dst.data() + t * out, sizeof(T) * out), 0)
+                        << e.name << " n=" << n << " count=" << count << ": transform " << t;
+                }
+            }
+}
+
+TEST(Batch, RowsThatEndAtAnUnreadablePage)
+{
+    rowsAtTheEndOfMemory<Complex32>();
+    rowsAtTheEndOfMemory<Complex64>();
+    rowsAtTheEndOfMemory<float>();
+    rowsAtTheEndOfMemory<double>();
 }
 
 TEST(Batch, EveryTransformHasTheSingleCallsBitsComplex32) { everyLength<Complex32>(); }
