@@ -73,7 +73,9 @@ Status oneTransform(Single<T> single, const T* src, T* dst, int32_t len, long in
 {
     if (srcStride == 1 && dstStride == 1)
         return single(src, dst, len, flag);
-    T x[66], y[66];
+    // aligned as a vector of the widest target, which the single calls read fastest
+    alignas(64) T x[66];
+    alignas(64) T y[66];
     for (long j = 0; j < inputs; ++j)
         x[j] = src[j * srcStride];
     const Status status = single(x, y, len, flag);
