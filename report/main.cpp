@@ -134,6 +134,14 @@ std::map<std::string, long> codeSizeByFamily(const std::string& path)
     return sizes;
 }
 
+double geometricMean(const std::vector<double>& values)
+{
+    double s = 0;
+    for (double v : values)
+        s += std::log(v);
+    return std::exp(s / values.size());
+}
+
 // One panel of the picture: the series whose family names start with one of
 // the prefixes, over the panel's own x axis.
 struct Panel {
@@ -193,6 +201,39 @@ void writePlot(const std::string& outDir, const std::vector<std::pair<std::strin
     gp << "unset multiplot\n";
 }
 
+// The bytes of code of each family in each file; the families of another
+// library file (the batch library) are left out.
+void printCodeSizes(const std::vector<report::Family>& list, const std::vector<bench::LibraryFiles::File>& files)
+{
+    std::printf("\ncode size per family, bytes of functions\n%-10s", "family");
+    for (auto file : files)
+        std::printf(" %12s", bench::LibraryFiles::label(file));
+    std::printf("\n");
+    std::map<bench::LibraryFiles::File, std::map<std::string, long>> sizes;
+    for (auto file : files)
+        sizes[file] = codeSizeByFamily(bench::LibraryFiles::get().path(file));
+    for (const auto& family : list) {
+        if (sizes[files[0]][family.key] == 0)
+            continue;
+        std::printf("%-10s", family.key.c_str());
+        for (auto file : files)
+            std::printf(" %12ld", sizes[file][family.key]);
+        std::printf("\n");
+    }
+}
+
+// Writes the gnuplot script and, where gnuplot is installed, the picture.
+void drawPlot(const std::string& out, const std::vector<std::pair<std::string, std::string>>& series)
+{
+    writePlot(out, series);
+    if (std::system("command -v gnuplot > /dev/null 2>&1") == 0 &&
+        std::system(("gnuplot '" + out + "/report.gp'").c_str()) == 0)
+        std::printf("wrote %s/report.csv and %s/report.png\n", out.c_str(), out.c_str());
+    else
+        std::printf("wrote %s/report.csv and %s/report.gp (install gnuplot-nox for report.png)\n", out.c_str(),
+                    out.c_str());
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -217,23 +258,8 @@ int main(int argc, char** argv)
 
     // every family once per library file: the baseline and, where this
     // processor runs it, the x86-64-v3 build
-    const bench::LibraryFiles& libraries = bench::LibraryFiles::get();
-    const std::vector<bench::LibraryFiles::File> files = libraries.files();
-    std::printf("\ncode size per family, bytes of functions\n%-10s", "family");
-    for (auto file : files)
-        std::printf(" %12s", bench::LibraryFiles::label(file));
-    std::printf("\n");
-    std::map<bench::LibraryFiles::File, std::map<std::string, long>> sizes;
-    for (auto file : files)
-        sizes[file] = codeSizeByFamily(libraries.path(file));
-    for (const auto& family : list) {
-        if (sizes[files[0]][family.key] == 0)
-            continue;  // a family of another library file (the batch library)
-        std::printf("%-10s", family.key.c_str());
-        for (auto file : files)
-            std::printf(" %12ld", sizes[file][family.key]);
-        std::printf("\n");
-    }
+    const std::vector<bench::LibraryFiles::File> files = bench::LibraryFiles::get().files();
+    printCodeSizes(list, files);
 
     std::ofstream csv(options.outDir + "/report.csv");
     if (!csv) {
@@ -269,33 +295,17 @@ int main(int argc, char** argv)
                 csv << '"' << c.family << "\"," << build << ',' << c.size << ',' << ours << ',' << theirs << ','
                     << ratio << '\n';
             }
-            for (const auto& [name, values] : ratios) {
-                double s = 0;
-                for (double v : values)
-                    s += std::log(v);
+            for (const auto& [name, values] : ratios)
                 std::printf("%-21s geometric mean speedup %.2fx over %zu kernels, lowest %.2fx\n", name.c_str(),
-                            std::exp(s / values.size()), values.size(),
-                            *std::min_element(values.begin(), values.end()));
-            }
+                            geometricMean(values), values.size(), *std::min_element(values.begin(), values.end()));
         }
     }
     std::printf("\n");
-    for (const auto& [build, values] : byBuild) {
-        double s = 0;
-        for (double v : values)
-            s += std::log(v);
+    for (const auto& [build, values] : byBuild)
         std::printf("%s: %zu kernels, geometric mean speedup %.2fx\n", build.c_str(), values.size(),
-                    std::exp(s / values.size()));
-    }
+                    geometricMean(values));
     csv.close();
 
-    writePlot(options.outDir, series);
-    const std::string& out = options.outDir;
-    if (std::system("command -v gnuplot > /dev/null 2>&1") == 0 &&
-        std::system(("gnuplot '" + out + "/report.gp'").c_str()) == 0)
-        std::printf("wrote %s/report.csv and %s/report.png\n", out.c_str(), out.c_str());
-    else
-        std::printf("wrote %s/report.csv and %s/report.gp (install gnuplot-nox for report.png)\n", out.c_str(),
-                    out.c_str());
+    drawPlot(options.outDir, series);
     return 0;
 }
