@@ -21,7 +21,7 @@ namespace {
 
 std::string batchUnit(const std::string& name, const std::string& title, const Precision& p, int n,
                       const KernelFlow& k, const std::vector<int>& loadSlots, const std::vector<int>& storeSlots,
-                      const std::vector<int>& zeroSlots, const char* direction)
+                      const std::vector<int>& zeroSlots, const char* direction, int inputs)
 {
     const Lowered low = lower(k, loadSlots, p.single);
     const int outputs = static_cast<int>(storeSlots.size() + zeroSlots.size());
@@ -30,7 +30,9 @@ std::string batchUnit(const std::string& name, const std::string& title, const P
     for (std::size_t i = 0; i < storeSlots.size(); ++i)
         body.stores[static_cast<std::size_t>(storeSlots[i])] = low.stores[i];
     body.text = printBatchBody(low.graph, body.stores, p.single);
-    const int inputs = *std::max_element(loadSlots.begin(), loadSlots.end()) + 1;
+    // the elements of a transform's input, whether the flow reads them or not
+    // (an inverse kernel does not read the zeros of a CCS spectrum)
+    inputs = std::max(inputs, *std::max_element(loadSlots.begin(), loadSlots.end()) + 1);
     const BatchShape shape{p.single, p.single, 1, inputs, outputs};
     verifyBatchBody(name, body.text, shape, [&](const std::vector<double>& x) {
         const LaneEvaluator flow(low.graph, x, 0.375);
@@ -64,18 +66,19 @@ void emitBatchReal(const std::string& dir)
                                batchUnit(std::string("batchDFTFwd_") + l.fwdName + "_" + suffix,
                                          "Batched forward real DFT of length " + size + ", " + p.sample + ", layout " +
                                              l.stem + ": lanes across transforms.",
-                                         p, n, fwd, identity, slots, zeros, "Forward"));
+                                         p, n, fwd, identity, slots, zeros, "Forward", n));
                 writeIfChanged(dir + "/pgenbatchdftinv" + l.stem + p.suffix + "_" + size + ".cpp",
                                batchUnit(std::string("batchDFTInv_") + l.invName + "_" + suffix,
                                          "Batched inverse real DFT of length " + size + ", " + p.sample + ", layout " +
                                              l.stem + ": lanes across transforms.",
-                                         p, n, inv, slots, identity, {}, "Inverse"));
+                                         p, n, inv, slots, identity, {}, "Inverse",
+                                         static_cast<int>(slots.size() + zeros.size())));
             }
             writeIfChanged(dir + "/pgenbatchhartley" + std::string(p.suffix) + "_" + size + ".cpp",
                            batchUnit("batchHartley_" + suffix,
                                      "Batched Hartley transform of length " + size + ", " + p.sample +
                                          ": lanes across transforms.",
-                                     p, n, hartley, identity, identity, {}, "Both"));
+                                     p, n, hartley, identity, identity, {}, "Both", n));
         }
     }
     for (const Precision& p : precisions) {
