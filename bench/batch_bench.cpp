@@ -73,7 +73,10 @@ void printFamily(const bench::Collector& results, const BatchFamily& f,
                  std::map<LibraryFiles::File, std::vector<double>>& overFftw)
 {
     const std::vector<LibraryFiles::File> files = LibraryFiles::get().files();
-    if (std::isnan(results.ns("fftw-many/" + stem(f, 2))) && std::isnan(results.ns("fftw-many/" + stem(f, 64))))
+    bool timed = false;  // a length of the family ran (--benchmark_filter)
+    for (int n = 2; n <= 64; ++n)
+        timed = timed || !std::isnan(results.ns("fftw-many/" + stem(f, n)));
+    if (!timed)
         return;
     std::printf("\n%-11s %3s", f.name, "N");
     for (LibraryFiles::File file : files)
@@ -101,7 +104,7 @@ void printFamily(const bench::Collector& results, const BatchFamily& f,
         std::printf("\n");
     }
     for (LibraryFiles::File file : files)
-        if (!fftw[file].empty())
+        if (!std::isnan(bench::geometricMean(fftw[file])))  // the file ran
             std::printf("%-11s %s: geometric mean %.2fx FFTW (lowest %.2fx), %.2fx the loop of single calls\n", f.name,
                     LibraryFiles::label(file), bench::geometricMean(fftw[file]),
                     *std::min_element(fftw[file].begin(), fftw[file].end()), bench::geometricMean(loop[file]));
@@ -120,7 +123,7 @@ int main(int argc, char** argv)
     for (const BatchFamily& f : bench::batchFamilies)
         printFamily(collector, f, overFftw);
     for (LibraryFiles::File file : LibraryFiles::get().files())
-        if (!overFftw[file].empty())
+        if (!std::isnan(bench::geometricMean(overFftw[file])))
             std::printf("\nall %zu kernels, %s: geometric mean %.2fx FFTW's plan_many\n", overFftw[file].size(),
                     LibraryFiles::label(file), bench::geometricMean(overFftw[file]));
     benchmark::Shutdown();

@@ -16,6 +16,7 @@
 
 #include "call_timer.h"
 #include "fastest_plan.h"
+#include "geometric_mean.h"
 
 namespace bench {
 
@@ -57,18 +58,6 @@ private:
     }
     std::map<std::string, double> times_;
 };
-
-inline double geometricMean(const std::vector<double>& values)
-{
-    double logSum = 0;
-    int count = 0;
-    for (double v : values)
-        if (v > 0 && std::isfinite(v)) {
-            logSum += std::log(v);
-            ++count;
-        }
-    return count ? std::exp(logSum / count) : NAN;
-}
 
 // Cycles per second from a chain of dependent integer multiplications, three
 // cycles each.  (A chain of additions of an immediate does not do: some cores

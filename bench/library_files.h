@@ -50,10 +50,13 @@ public:
     {
         return reinterpret_cast<F>(symbol(handles[f], paths[f], name));
     }
-    // An export of the batch library file of the same level, beside it.
+    // An export of the batch library file of the same level, beside it
+    // (opened at the first such request: most programs never make one).
     template <class F>
     F batchFunction(File f, const std::string& name) const
     {
+        if (batchHandles[f] == nullptr && handles[f] != nullptr)
+            batchHandles[f] = dlopen(batchPaths[f].c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_DEEPBIND);
         return reinterpret_cast<F>(symbol(batchHandles[f], batchPaths[f], name));
     }
 
@@ -76,8 +79,6 @@ private:
             handles[Variant] = dlopen(paths[Variant].c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_DEEPBIND);
         batchPaths[Baseline] = dir + "/libkvtgenbatch.so.1";
         batchPaths[Variant] = dir + hwcaps + "libkvtgenbatch.so.1";
-        for (File f : files())
-            batchHandles[f] = dlopen(batchPaths[f].c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_DEEPBIND);
     }
     static void* symbol(void* handle, const std::string& path, const std::string& name)
     {
@@ -90,7 +91,7 @@ private:
     }
     std::string paths[2], batchPaths[2];
     void* handles[2] = {nullptr, nullptr};
-    void* batchHandles[2] = {nullptr, nullptr};
+    mutable void* batchHandles[2] = {nullptr, nullptr};
 };
 
 }  // namespace bench

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "call_timer.h"
+#include "geometric_mean.h"
 #include "library_files.h"
 #include "report.h"
 
@@ -132,14 +133,6 @@ std::map<std::string, long> codeSizeByFamily(const std::string& path)
     }
     pclose(pipe);
     return sizes;
-}
-
-double geometricMean(const std::vector<double>& values)
-{
-    double s = 0;
-    for (double v : values)
-        s += std::log(v);
-    return std::exp(s / values.size());
 }
 
 // One panel of the picture: the series whose family names start with one of
@@ -297,13 +290,13 @@ int main(int argc, char** argv)
             }
             for (const auto& [name, values] : ratios)
                 std::printf("%-21s geometric mean speedup %.2fx over %zu kernels, lowest %.2fx\n", name.c_str(),
-                            geometricMean(values), values.size(), *std::min_element(values.begin(), values.end()));
+                            bench::geometricMean(values), values.size(), *std::min_element(values.begin(), values.end()));
         }
     }
     std::printf("\n");
     for (const auto& [build, values] : byBuild)
         std::printf("%s: %zu kernels, geometric mean speedup %.2fx\n", build.c_str(), values.size(),
-                    geometricMean(values));
+                    bench::geometricMean(values));
     csv.close();
 
     drawPlot(options.outDir, series);
