@@ -1,0 +1,163 @@
+// Complex transforms lanes across transforms, element by element.  Element j
+// of a complex transform is two adjacent numbers (re, im) whatever the
+// stride, so the vector of the real parts of element j over a pass's
+// transforms, and the vector of its imaginary parts, are one small load per
+// transform and two lane moves; the outputs go back the same way.  No stage
+// is written, and every layout of a whole pass takes this path.
+#ifndef KVTG_BATCH_COMPLEX_LANES_H
+#define KVTG_BATCH_COMPLEX_LANES_H
+
+#include "simd.h"
+
+namespace kvtg_batch {
+
+// Splits element `at` of the transforms p[0..W) into (re, im) vectors and
+// merges them back, one specialisation per vector type of the target.
+template <class V>
+struct ComplexLanes;
+
+template <>
+struct ComplexLanes<kv::dvec> {
+    static void load(const double* const* p, long at, kv::dvec& re, kv::dvec& im)
+    {
+        const kv::dvec a = kv::load<kv::dvec>(p[0] + at), b = kv::load<kv::dvec>(p[1] + at);
+        re = kv::unpackLow(a, b);
+        im = kv::unpackHigh(a, b);
+    }
+    static void store(double* const* p, long at, kv::dvec re, kv::dvec im)
+    {
+        kv::store(p[0] + at, kv::unpackLow(re, im));
+        kv::store(p[1] + at, kv::unpackHigh(re, im));
+    }
+};
+
+template <>
+struct ComplexLanes<kv::fvec> {
+    static constexpr int even = _MM_SHUFFLE(2, 0, 2, 0), odd = _MM_SHUFFLE(3, 1, 3, 1);
+    static void load(const float* const* p, long at, kv::fvec& re, kv::fvec& im)
+    {
+        const kv::fvec a = kv::loadLowHigh(p[0] + at, p[1] + at), b = kv::loadLowHigh(p[2] + at, p[3] + at);
+        re = kv::shuffle<even>(a, b);
+        im = kv::shuffle<odd>(a, b);
+    }
+    static void store(float* const* p, long at, kv::fvec re, kv::fvec im)
+    {
+        const kv::fvec low = kv::unpackLow(re, im), high = kv::unpackHigh(re, im);
+        kv::storeLow(p[0] + at, low);
+        kv::storeHigh(p[1] + at, low);
+        kv::storeLow(p[2] + at, high);
+        kv::storeHigh(p[3] + at, high);
+    }
+};
+
+#if KVTG_VECTOR_BITS >= 256
+// transforms 0 and 2 in one vector's halves, 1 and 3 in the other's, so that
+// the in-half lane moves put transform t in lane t
+template <>
+struct ComplexLanes<kv::dwide> {
+    static void load(const double* const* p, long at, kv::dwide& re, kv::dwide& im)
+    {
+        const kv::dwide a = kv::join(kv::load<kv::dvec>(p[0] + at), kv::load<kv::dvec>(p[2] + at));
+        const kv::dwide b = kv::join(kv::load<kv::dvec>(p[1] + at), kv::load<kv::dvec>(p[3] + at));
+        re = kv::unpackLow(a, b);
+        im = kv::unpackHigh(a, b);
+    }
+    static void store(double* const* p, long at, kv::dwide re, kv::dwide im)
+    {
+        const kv::dwide a = kv::unpackLow(re, im), b = kv::unpackHigh(re, im);
+        kv::store(p[0] + at, kv::lowHalf(a));
+        kv::store(p[1] + at, kv::lowHalf(b));
+        kv::store(p[2] + at, kv::highHalf(a));
+        kv::store(p[3] + at, kv::highHalf(b));
+    }
+};
+
+// transforms 0, 1, 4, 5 in one vector, 2, 3, 6, 7 in the other
+template <>
+struct ComplexLanes<kv::fwide> {
+    static constexpr int even = _MM_SHUFFLE(2, 0, 2, 0), odd = _MM_SHUFFLE(3, 1, 3, 1);
+    static void load(const float* const* p, long at, kv::fwide& re, kv::fwide& im)
+    {
+        const kv::fwide a = kv::join(kv::loadLowHigh(p[0] + at, p[1] + at), kv::loadLowHigh(p[4] + at, p[5] + at));
+        const kv::fwide b = kv::join(kv::loadLowHigh(p[2] + at, p[3] + at), kv::loadLowHigh(p[6] + at, p[7] + at));
+        re = kv::shuffle<even>(a, b);
+        im = kv::shuffle<odd>(a, b);
+    }
+    static void store(float* const* p, long at, kv::fwide re, kv::fwide im)
+    {
+        const kv::fwide a = kv::unpackLow(re, im), b = kv::unpackHigh(re, im);
+        kv::storeLow(p[0] + at, kv::lowHalf(a));
+        kv::storeHigh(p[1] + at, kv::lowHalf(a));
+        kv::storeLow(p[2] + at, kv::lowHalf(b));
+        kv::storeHigh(p[3] + at, kv::lowHalf(b));
+        kv::storeLow(p[4] + at, kv::highHalf(a));
+        kv::storeHigh(p[5] + at, kv::highHalf(a));
+        kv::storeLow(p[6] + at, kv::highHalf(b));
+        kv::storeHigh(p[7] + at, kv::highHalf(b));
+    }
+};
+#endif
+
+// The inputs of a whole pass: number r of every transform (element r / 2,
+// its real part for even r, its imaginary part for odd r).
+template <class V>
+struct ComplexIn {
+    using Real = typename kv::Lanes<V>::Real;
+    const Real* p[kv::lanes<V>];
+    long stride;  // in numbers
+
+    V get(int r) const
+    {
+        V re, im;
+        ComplexLanes<V>::load(p, (r >> 1) * stride, re, im);
+        return r & 1 ? im : re;
+    }
+};
+
+// The outputs of a whole pass.  A body puts its numbers in order, so an
+// element's real parts come just before its imaginary parts, which complete
+// it and write it.
+template <class V>
+struct ComplexOut {
+    using Real = typename kv::Lanes<V>::Real;
+    Real* p[kv::lanes<V>];
+    long stride;  // in numbers
+    V re = kv::zero<V>();
+
+    void put(int r, V v)
+    {
+        if (r & 1)
+            ComplexLanes<V>::store(p, (r >> 1) * stride, re, v);
+        else
+            re = v;
+    }
+};
+
+// The first `count` transforms (a multiple of the vector's lanes), a pass of
+// W transforms at a time; dist and stride count numbers.
+template <class V, class Real, class Body>
+inline void runComplexPasses(const Real* src, Real* dst, long count, long ss, long sd, long ds, long dd, Body& body)
+{
+    constexpr int W = kv::lanes<V>;
+    ComplexIn<V> x;
+    ComplexOut<V> y;
+    x.stride = ss;
+    y.stride = ds;
+#pragma GCC unroll 8
+    for (int l = 0; l < W; ++l) {
+        x.p[l] = src + l * sd;
+        y.p[l] = dst + l * dd;
+    }
+    for (long t = 0; t < count; t += W) {
+        body(x, y);
+#pragma GCC unroll 8
+        for (int l = 0; l < W; ++l) {
+            x.p[l] += W * sd;
+            y.p[l] += W * dd;
+        }
+    }
+}
+
+}  // namespace kvtg_batch
+
+#endif
