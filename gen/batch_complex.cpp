@@ -115,8 +115,8 @@ std::string batchUnit(const Variant& v, int n)
     BatchBody body;
     for (const auto& [node, lane] : outputs)
         body.stores.push_back(node < 0 ? Graph::none : flow.lanes[static_cast<std::size_t>(node)][static_cast<std::size_t>(lane)]);
-    body.text = printBatchBody(flow.graph, body.stores, single);
     const BatchShape shape{single, mixed, 2, 2 * n, 2 * n};
+    body.text = printBatchBody(flow.graph, body.stores, shape);
     verifyBatchBody(name, body.text, shape, [&](const std::vector<double>& x) {
         const LaneEvaluator narrow(k.graph, x, 0.375);
         std::vector<double> y;

@@ -29,11 +29,11 @@ std::string batchUnit(const std::string& name, const std::string& title, const P
     body.stores.assign(static_cast<std::size_t>(outputs), Graph::none);
     for (std::size_t i = 0; i < storeSlots.size(); ++i)
         body.stores[static_cast<std::size_t>(storeSlots[i])] = low.stores[i];
-    body.text = printBatchBody(low.graph, body.stores, p.single);
     // the elements of a transform's input, whether the flow reads them or not
     // (an inverse kernel does not read the zeros of a CCS spectrum)
     inputs = std::max(inputs, *std::max_element(loadSlots.begin(), loadSlots.end()) + 1);
     const BatchShape shape{p.single, p.single, 1, inputs, outputs};
+    body.text = printBatchBody(low.graph, body.stores, shape);
     verifyBatchBody(name, body.text, shape, [&](const std::vector<double>& x) {
         const LaneEvaluator flow(low.graph, x, 0.375);
         std::vector<double> y;

@@ -2,6 +2,7 @@
 // across transforms, held lane by lane against its reference, in its unit.
 #include "batch_units.h"
 
+#include <array>
 #include <map>
 #include <sstream>
 
@@ -13,20 +14,84 @@ namespace gen {
 namespace {
 
 // The vectors of a batch on the current target: D for Real64 values, F for
-// Real32 ones (16 bytes where a flow has Real64 values too).
+// Real32 ones (16 bytes where a Real32 flow keeps its Real64 values in one
+// vector each).
 std::string doubles() { return target().wide() ? "kv::dwide" : "kv::dvec"; }
-std::string floats(bool mixed) { return mixed || !target().wide() ? "kv::fvec" : "kv::fwide"; }
+std::string floats(bool doubleLanes) { return target().wide() && !doubleLanes ? "kv::fwide" : "kv::fvec"; }
+
+// Whether the Real64 values of a Real32 flow take two vectors each, so that a
+// pass runs as many transforms as a Real32 vector has lanes: on targets whose
+// Real32 vector has a 16-byte half to widen, for complex transforms (read
+// element by element) and for real ones of at least a vector's numbers in and
+// out.  Shorter real ones move fewer numbers through a transpose of half the
+// size (on a Zen 4 core, lengths 2-7 run up to 1.4x faster on four lanes, the
+// longer ones 1.05-1.5x faster on eight).
+bool halves(const BatchShape& shape)
+{
+    const int floatLanes = 8;
+    return target().wide() && shape.single && shape.mixed &&
+           (shape.perElement == 2 || (shape.inputs >= floatLanes && shape.outputs >= floatLanes));
+}
+
+// A Real32 flow's Real64 values in two halves: each Real64 node becomes one
+// node on the lower half of the lanes and one on the upper half.  A widening
+// takes the lower or the upper 16 bytes of its Real32 vector, a narrowing
+// joins the two halves' results; every lane still does its own operation on
+// its own values.  `stores` are renamed to the new graph's nodes.
+Graph splitDoubles(const Graph& flow, std::vector<int>& stores)
+{
+    Graph g{false};
+    // the node of each flow node on the lower ([0]) and the upper ([1]) half
+    std::vector<std::array<int, 2>> at(static_cast<std::size_t>(flow.size()), {Graph::none, Graph::none});
+    auto of = [&](int id, int half) { return id < 0 ? id : at[static_cast<std::size_t>(id)][static_cast<std::size_t>(half)]; };
+    auto make = [&](Op op, Type type, int a, int b, int index) {
+        Node n{op, type};
+        n.a = a;
+        n.b = b;
+        n.index = index;
+        return g.raw(n);
+    };
+    for (int id = 0; id < flow.size(); ++id) {
+        const Node& n = flow.node(id);
+        std::array<int, 2>& out = at[static_cast<std::size_t>(id)];
+        auto copy = [&](int half) {
+            Node c = n;
+            c.a = of(n.a, half);
+            c.b = of(n.b, half);
+            return g.raw(c);
+        };
+        if (n.op == Op::Widen) {
+            for (int half : {0, 1})
+                out[static_cast<std::size_t>(half)] =
+                    make(Op::Widen, Type::F64, make(Op::Extract, Type::V4F, of(n.a, 0), -1, half), -1, -1);
+        } else if (n.op == Op::Narrow) {
+            const int low = make(Op::Narrow, Type::V4F, of(n.a, 0), -1, -1);
+            const int high = make(Op::Narrow, Type::V4F, of(n.a, 1), -1, -1);
+            out[0] = out[1] = make(Op::Join, Type::F32, low, high, -1);
+        } else if (n.type == Type::F64 && n.op != Op::Const) {
+            out = {copy(0), copy(1)};
+        } else {
+            out[0] = out[1] = copy(0);
+        }
+    }
+    for (int& s : stores)
+        s = of(s, 0);
+    return g;
+}
 
 }  // namespace
 
-int batchLanes(bool single, bool mixed)
+int batchLanes(const BatchShape& shape)
 {
     const int doubleLanes = target().wide() ? 4 : 2;
-    return single && !mixed ? 2 * doubleLanes : doubleLanes;
+    return shape.single && (!shape.mixed || halves(shape)) ? 2 * doubleLanes : doubleLanes;
 }
 
-std::string printBatchBody(const Graph& flow, const std::vector<int>& stores, bool single)
+std::string printBatchBody(const Graph& narrowFlow, const std::vector<int>& narrowStores, const BatchShape& shape)
 {
+    const bool single = shape.single;
+    std::vector<int> stores = narrowStores;
+    const Graph flow = halves(shape) ? splitDoubles(narrowFlow, stores) : narrowFlow;
     NodePrinter printer;
     printer.input = [](const Node& node) { return "x.get(" + std::to_string(node.index) + ")"; };
     printer.param = [](const Node&) { return std::string("c"); };
@@ -52,7 +117,7 @@ std::string printBatchBody(const Graph& flow, const std::vector<int>& stores, bo
 void verifyBatchBody(const std::string& kernel, const std::string& text, const BatchShape& shape,
                      const BatchReference& reference)
 {
-    const int lanes = batchLanes(shape.single, shape.mixed), inputs = shape.inputs, outputs = shape.outputs;
+    const int lanes = batchLanes(shape), inputs = shape.inputs, outputs = shape.outputs;
     const bool single = shape.single;
     const std::vector<std::vector<double>> samples = verifierInputs(inputs, single);
     std::vector<std::vector<double>> interleaved;
@@ -82,18 +147,21 @@ void verifyBatchBody(const std::string& kernel, const std::string& text, const B
 std::string batchKernelUnit(const std::string& name, const std::string& title, const std::string& body,
                             const BatchShape& shape, const char* direction, const std::string& factors)
 {
-    const bool single = shape.single, mixed = shape.mixed;
+    const bool single = shape.single;
     // the vectors and the body in a class of the kernel's own, since the units
     // of a unity build share their namespaces
     const std::string real = single ? "float" : "double", lane = single ? "L::F" : "L::D";
-    const std::string run = "run<" + lane + ", kv::lanes<L::" + (single && !mixed ? "F" : "D") + ">, " +
+    // a Real32 flow that keeps its Real64 values in one vector each runs as
+    // many transforms as that vector has lanes
+    const bool doubleLanes = single && shape.mixed && !halves(shape);
+    const std::string run = "run<" + lane + ", kv::lanes<" + (doubleLanes ? "L::D" : lane) + ">, " +
                             std::to_string(shape.perElement) + ", " + std::to_string(shape.inputs) + ", " +
                             std::to_string(shape.outputs) + ">(src, dst, layout, ";
     std::ostringstream out;
     out << "// Generated by kvtgen; do not edit.\n// " << title << "\n#include \"batch/lanes.h\"\n\n"
         << "namespace kvtg_batch {\n\nnamespace {\n\n"
         << "struct " << name << "Lanes {\n"
-        << "using F = " << floats(mixed) << ";\nusing D = " << doubles() << ";\n\n"
+        << "using F = " << floats(doubleLanes) << ";\nusing D = " << doubles() << ";\n\n"
         << "template <bool Scaled, class In, class Out>\nstatic void body(const In& x, Out& y, " << (single ? "F" : "D")
         << " c)\n{\n" << body << "}\n};\n\n}  // namespace\n\n"
         << "Status " << name << "(const " << real << "* src, " << real << "* dst, const Layout& layout, int32_t flag)\n{\n"

@@ -19,10 +19,6 @@ struct BatchBody {
     std::string text;
 };
 
-// How many transforms a pass takes: the lanes of the widest vector of the
-// flow's values, or of its Real64 values where a Real32 flow has them (mixed).
-int batchLanes(bool single, bool mixed);
-
 // What a batched kernel computes on: its sample type, whether a Real32 flow
 // has Real64 values, the real numbers per element and per transform.
 struct BatchShape {
@@ -30,9 +26,14 @@ struct BatchShape {
     int perElement, inputs, outputs;
 };
 
+// How many transforms a pass takes: the lanes of the vector of the sample
+// type, or of a Real64 vector where a Real32 flow keeps its Real64 values in
+// one vector each (batch_units.cpp, `halves`).
+int batchLanes(const BatchShape& shape);
+
 // The statements of a batched body: every node the stores need, then
 // y.put(k, value) for element k of every transform.
-std::string printBatchBody(const Graph& flow, const std::vector<int>& stores, bool single);
+std::string printBatchBody(const Graph& flow, const std::vector<int>& stores, const BatchShape& shape);
 
 // The element k of a transform that `reference` gives, for an input x of
 // `inputs` elements.

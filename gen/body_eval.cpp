@@ -1,5 +1,6 @@
 #include "body_eval.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdlib>
 #include <stdexcept>
@@ -400,6 +401,16 @@ Value Interpreter::call(const std::string& function)
             out.v[i] = -out.v[i];
         return out;
     }
+    if (function == "kv::lowHalf" || function == "kv::highHalf") {
+        arity(1);
+        out = a[0];
+        if (out.lanes == 1)
+            return out;  // a number that every lane holds
+        out.lanes = a[0].lanes / 2;
+        for (int i = 0; i < out.lanes && function == "kv::highHalf"; ++i)
+            out.v[i] = a[0].v[out.lanes + i];
+        return out;
+    }
     if (function == "kv::join") {
         arity(2);
         out = a[0];
@@ -439,8 +450,10 @@ Value Interpreter::binary(char op, const Value& a, const Value& b) const
 {
     Value out;
     out.isDouble = a.isDouble || b.isDouble;
-    out.lanes = a.lanes;
-    for (int i = 0; i < a.lanes; ++i)
+    // a constant broadcast to the type's lanes may meet a value of half as
+    // many (the halves of a batch's Real64 values)
+    out.lanes = a.lanes == 1 ? 1 : b.lanes == 1 ? a.lanes : std::min(a.lanes, b.lanes);
+    for (int i = 0; i < out.lanes; ++i)
         out.v[i] = arithmetic(op, out.isDouble, a.v[i], b.lanes == 1 ? b.v[0] : b.v[i]);
     return out;
 }
