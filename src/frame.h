@@ -10,6 +10,11 @@
 
 #include <cstdint>
 
+// Forces a small function inline.  A unity build of many long kernels
+// reaches the compiler's inlining limits, and a vector helper left out of
+// line passes every vector through memory.
+#define KVTG_INLINE inline __attribute__((always_inline))
+
 namespace kvtg {
 
 // True when both pointers lie on 16-byte boundaries (null counts as aligned).

@@ -7,11 +7,8 @@
 #ifndef KVTG_BATCH_COMPLEX_LANES_H
 #define KVTG_BATCH_COMPLEX_LANES_H
 
+#include "frame.h"
 #include "simd.h"
-
-// Unity builds of many kernels reach the compiler's inlining limits; a call
-// left out of line here would pass every vector through memory.
-#define KVTG_BATCH_INLINE inline __attribute__((always_inline))
 
 namespace kvtg_batch {
 
@@ -22,13 +19,13 @@ struct ComplexLanes;
 
 template <>
 struct ComplexLanes<kv::dvec> {
-    static KVTG_BATCH_INLINE void load(const double* const* p, long at, kv::dvec& re, kv::dvec& im)
+    static KVTG_INLINE void load(const double* const* p, long at, kv::dvec& re, kv::dvec& im)
     {
         const kv::dvec a = kv::load<kv::dvec>(p[0] + at), b = kv::load<kv::dvec>(p[1] + at);
         re = kv::unpackLow(a, b);
         im = kv::unpackHigh(a, b);
     }
-    static KVTG_BATCH_INLINE void store(double* const* p, long at, kv::dvec re, kv::dvec im)
+    static KVTG_INLINE void store(double* const* p, long at, kv::dvec re, kv::dvec im)
     {
         kv::store(p[0] + at, kv::unpackLow(re, im));
         kv::store(p[1] + at, kv::unpackHigh(re, im));
@@ -38,13 +35,13 @@ struct ComplexLanes<kv::dvec> {
 template <>
 struct ComplexLanes<kv::fvec> {
     static constexpr int even = _MM_SHUFFLE(2, 0, 2, 0), odd = _MM_SHUFFLE(3, 1, 3, 1);
-    static KVTG_BATCH_INLINE void load(const float* const* p, long at, kv::fvec& re, kv::fvec& im)
+    static KVTG_INLINE void load(const float* const* p, long at, kv::fvec& re, kv::fvec& im)
     {
         const kv::fvec a = kv::loadLowHigh(p[0] + at, p[1] + at), b = kv::loadLowHigh(p[2] + at, p[3] + at);
         re = kv::shuffle<even>(a, b);
         im = kv::shuffle<odd>(a, b);
     }
-    static KVTG_BATCH_INLINE void store(float* const* p, long at, kv::fvec re, kv::fvec im)
+    static KVTG_INLINE void store(float* const* p, long at, kv::fvec re, kv::fvec im)
     {
         const kv::fvec low = kv::unpackLow(re, im), high = kv::unpackHigh(re, im);
         kv::storeLow(p[0] + at, low);
@@ -59,14 +56,14 @@ struct ComplexLanes<kv::fvec> {
 // the in-half lane moves put transform t in lane t
 template <>
 struct ComplexLanes<kv::dwide> {
-    static KVTG_BATCH_INLINE void load(const double* const* p, long at, kv::dwide& re, kv::dwide& im)
+    static KVTG_INLINE void load(const double* const* p, long at, kv::dwide& re, kv::dwide& im)
     {
         const kv::dwide a = kv::join(kv::load<kv::dvec>(p[0] + at), kv::load<kv::dvec>(p[2] + at));
         const kv::dwide b = kv::join(kv::load<kv::dvec>(p[1] + at), kv::load<kv::dvec>(p[3] + at));
         re = kv::unpackLow(a, b);
         im = kv::unpackHigh(a, b);
     }
-    static KVTG_BATCH_INLINE void store(double* const* p, long at, kv::dwide re, kv::dwide im)
+    static KVTG_INLINE void store(double* const* p, long at, kv::dwide re, kv::dwide im)
     {
         const kv::dwide a = kv::unpackLow(re, im), b = kv::unpackHigh(re, im);
         kv::store(p[0] + at, kv::lowHalf(a));
@@ -80,14 +77,14 @@ struct ComplexLanes<kv::dwide> {
 template <>
 struct ComplexLanes<kv::fwide> {
     static constexpr int even = _MM_SHUFFLE(2, 0, 2, 0), odd = _MM_SHUFFLE(3, 1, 3, 1);
-    static KVTG_BATCH_INLINE void load(const float* const* p, long at, kv::fwide& re, kv::fwide& im)
+    static KVTG_INLINE void load(const float* const* p, long at, kv::fwide& re, kv::fwide& im)
     {
         const kv::fwide a = kv::join(kv::loadLowHigh(p[0] + at, p[1] + at), kv::loadLowHigh(p[4] + at, p[5] + at));
         const kv::fwide b = kv::join(kv::loadLowHigh(p[2] + at, p[3] + at), kv::loadLowHigh(p[6] + at, p[7] + at));
         re = kv::shuffle<even>(a, b);
         im = kv::shuffle<odd>(a, b);
     }
-    static KVTG_BATCH_INLINE void store(float* const* p, long at, kv::fwide re, kv::fwide im)
+    static KVTG_INLINE void store(float* const* p, long at, kv::fwide re, kv::fwide im)
     {
         const kv::fwide a = kv::unpackLow(re, im), b = kv::unpackHigh(re, im);
         kv::storeLow(p[0] + at, kv::lowHalf(a));
@@ -110,7 +107,7 @@ struct ComplexIn {
     const Real* p[kv::lanes<V>];
     long stride;  // in numbers
 
-    KVTG_BATCH_INLINE V get(int r) const
+    KVTG_INLINE V get(int r) const
     {
         V re, im;
         ComplexLanes<V>::load(p, (r >> 1) * stride, re, im);
@@ -128,7 +125,7 @@ struct ComplexOut {
     long stride;  // in numbers
     V re = kv::zero<V>();
 
-    KVTG_BATCH_INLINE void put(int r, V v)
+    KVTG_INLINE void put(int r, V v)
     {
         if (r & 1)
             ComplexLanes<V>::store(p, (r >> 1) * stride, re, v);

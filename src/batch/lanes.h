@@ -169,12 +169,11 @@ inline void run(const Real* src, Real* dst, const Layout& layout, Body body)
     // up to the last pass whose last read ends inside the call's input.
     const long lastRows = In >= W ? layout.count : ((layout.count - 1) * sd + In - W) / (sd > 0 ? sd : 1) - L + 1;
     const bool rowsIn = layout.srcStride == 1 && (In >= W || (sd > 0 && sd <= In)), rowsOut = layout.dstStride == 1;
-    // Complex passes of up to 256 numbers (64 on eight lanes, whose element
-    // loads take more lane moves than a transpose) skip the stage; the larger
-    // ones spill so many values that the stage's transposes cost less (on a
-    // Zen 4 core the direct path is 1.1-2x faster below these sizes and up to
-    // 1.7x slower above them).
-    // (A pass that fills only part of its vectors stages.)
+    // Complex passes that fill their vectors and hold up to 256 numbers (64
+    // on eight lanes, whose element loads take more lane moves than a
+    // transpose) skip the stage; the larger ones spill so many values that
+    // the stage's transposes cost less (on a Zen 4 core the direct path is
+    // 1.1-2x faster below these sizes and up to 1.7x slower above them).
     constexpr bool direct = PerElement == 2 && L == W && (W <= 4 ? In * W <= 256 : In <= 12);
     long t = 0;
     if constexpr (direct) {

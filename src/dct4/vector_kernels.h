@@ -8,6 +8,7 @@
 
 #include <cstdint>
 
+#include "frame.h"
 #include "vector_access.h"
 
 namespace dct4 {
@@ -19,7 +20,6 @@ struct Complex {
     kv::vector<T, W> re, im;
 };
 
-#define KVTG_INLINE inline __attribute__((always_inline))
 #define KVTG_LAMBDA_INLINE __attribute__((always_inline))
 
 template <class T, int W = planLanes<T>>
