@@ -186,33 +186,29 @@ Cx ComplexBuilder::multiply(Cx a, long double re, long double im)
 
 Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
 {
-    k %= n;
-    if (k < 0)
-        k += n;
-    if (k == 0)
-        return a;
-    if ((8 * k) % n == 0) {
-        const long long octant = 8 * k / n;
-        switch (octant) {
-        case 2: return mulI(a, sign);
-        case 4: return neg(a);
-        case 6: return mulI(a, -sign);
-        default: {
-            // odd multiple of 45 degrees: r*(+-1 +- i), two products
-            const long double r = 0.70710678118654752440084436210484903928L;
-            const int cs = (octant == 1 || octant == 7) ? 1 : -1;
-            const int sn = ((octant == 1 || octant == 3) ? 1 : -1) * sign;
-            const int pm = cs > 0 ? a.p : g_.neg(a.p);
-            const int qs = sn > 0 ? a.q : g_.neg(a.q);
-            const int ps = sn > 0 ? a.p : g_.neg(a.p);
-            const int qm = cs > 0 ? a.q : g_.neg(a.q);
-            return {mulNode(subNode(pm, qs), r), mulNode(addNode(ps, qm), r)};
-        }
-        }
+    k = (k % n + n) % n;
+    if ((8 * k) % n != 0) {
+        const std::complex<long double> root = exactRoot(k, n, sign);
+        return multiply(a, root.real(), root.imag());
     }
-    long double c, s;
-    cosSinPi(2 * k, n, c, s);
-    return multiply(a, c, sign * s);
+    const long long octant = 8 * k / n;
+    switch (octant) {
+    case 0: return a;
+    case 2: return mulI(a, sign);
+    case 4: return neg(a);
+    case 6: return mulI(a, -sign);
+    default: {
+        // odd multiple of 45 degrees: r*(+-1 +- i), two products
+        const long double r = 0.70710678118654752440084436210484903928L;
+        const int cs = (octant == 1 || octant == 7) ? 1 : -1;
+        const int sn = ((octant == 1 || octant == 3) ? 1 : -1) * sign;
+        const int pm = cs > 0 ? a.p : g_.neg(a.p);
+        const int qs = sn > 0 ? a.q : g_.neg(a.q);
+        const int ps = sn > 0 ? a.p : g_.neg(a.p);
+        const int qm = cs > 0 ? a.q : g_.neg(a.q);
+        return {mulNode(subNode(pm, qs), r), mulNode(addNode(ps, qm), r)};
+    }
+    }
 }
 
 std::vector<Cx> ComplexBuilder::dft(const Tree& tree, const std::vector<Cx>& x, int sign)
@@ -223,7 +219,10 @@ std::vector<Cx> ComplexBuilder::dft(const Tree& tree, const std::vector<Cx>& x, 
 std::vector<Cx> ComplexBuilder::butterfly(const Tree& tree, const std::vector<Cx>& x, int sign)
 {
     switch (tree.kind) {
-    case Tree::Kind::Direct: return direct(tree, x, sign);
+    case Tree::Kind::Direct:
+        if (tree.size == 2)
+            return {add(x[0], x[1]), sub(x[0], x[1])};
+        return oddSymmetric(tree.size, x, sign, true);
     case Tree::Kind::Direct5w: return fiveW(x, sign);
     case Tree::Kind::OddSymmetric: return oddSymmetric(tree.size, x, sign, false);
     default: throw std::logic_error("not a leaf");
@@ -247,44 +246,35 @@ std::vector<Cx> ComplexBuilder::padded(std::vector<Cx> x, int length)
     return x;
 }
 
-std::vector<Cx> ComplexBuilder::direct(const Tree& tree, const std::vector<Cx>& x, int sign)
-{
-    if (tree.size == 2)
-        return {add(x[0], x[1]), sub(x[0], x[1])};
-    return oddSymmetric(tree.size, x, sign, true);
-}
-
 // Odd-symmetric butterfly of a prime p: pairs about the middle, cosine sums A[m]
 // and sine sums B[m], X[m] = A - iB and X[p-m] = A + iB (forward).  The order of
 // each sum is fixed: the term of the first pair leads, x[0] joins it first (ahead
 // of it when the first cosine is negative), the other pairs follow in order.
 std::vector<Cx> ComplexBuilder::oddSymmetric(int p, const std::vector<Cx>& x, int sign, bool x0First)
 {
-    const int half = (p - 1) / 2;
-    std::vector<Cx> sum(static_cast<std::size_t>(half + 1)), diff(static_cast<std::size_t>(half + 1));
-    for (int j = 1; j <= half; ++j) {
-        sum[static_cast<std::size_t>(j)] = add(x[static_cast<std::size_t>(j)], x[static_cast<std::size_t>(p - j)]);
-        diff[static_cast<std::size_t>(j)] = sub(x[static_cast<std::size_t>(j)], x[static_cast<std::size_t>(p - j)]);
+    const std::size_t n = static_cast<std::size_t>(p), half = (n - 1) / 2;
+    std::vector<Cx> sum(half + 1), diff(half + 1), out(n);
+    for (std::size_t j = 1; j <= half; ++j) {
+        sum[j] = add(x[j], x[n - j]);
+        diff[j] = sub(x[j], x[n - j]);
     }
-    std::vector<Cx> out(static_cast<std::size_t>(p));
     if (x0First) {
-        Cx acc = x[0];
-        for (int j = 1; j <= half; ++j)
-            acc = add(acc, sum[static_cast<std::size_t>(j)]);
-        out[0] = acc;
+        out[0] = x[0];
+        for (std::size_t j = 1; j <= half; ++j)
+            out[0] = add(out[0], sum[j]);
     } else {
-        Cx acc = sum[static_cast<std::size_t>(half)];
-        for (int j = half - 1; j >= 1; --j)
-            acc = add(sum[static_cast<std::size_t>(j)], acc);
+        Cx acc = sum[half];
+        for (std::size_t j = half - 1; j >= 1; --j)
+            acc = add(sum[j], acc);
         out[0] = add(x[0], acc);
     }
-    for (int m = 1; m <= half; ++m) {
+    for (std::size_t m = 1; m <= half; ++m) {
         Cx a, b;
-        for (int j = 1; j <= half; ++j) {
+        for (std::size_t j = 1; j <= half; ++j) {
             long double c, s;
-            cosSinPi(2LL * j * m, p, c, s);
-            const Cx cosTerm = scale(sum[static_cast<std::size_t>(j)], std::fabs(c));
-            const Cx sinTerm = scale(diff[static_cast<std::size_t>(j)], std::fabs(s));
+            cosSinPi(static_cast<long long>(2 * j * m), p, c, s);
+            const Cx cosTerm = scale(sum[j], std::fabs(c));
+            const Cx sinTerm = scale(diff[j], std::fabs(s));
             if (j == 1) {
                 a = c > 0 ? add(cosTerm, x[0]) : sub(x[0], cosTerm);
                 b = s > 0 ? sinTerm : neg(sinTerm);
@@ -294,10 +284,9 @@ std::vector<Cx> ComplexBuilder::oddSymmetric(int p, const std::vector<Cx>& x, in
             }
         }
         a = narrow(a);
-        b = narrow(b);
-        const Cx ib = mulI(b, sign);
-        out[static_cast<std::size_t>(m)] = add(a, ib);
-        out[static_cast<std::size_t>(p - m)] = sub(a, ib);
+        const Cx ib = mulI(narrow(b), sign);
+        out[m] = add(a, ib);
+        out[n - m] = sub(a, ib);
     }
     return out;
 }
@@ -325,21 +314,17 @@ std::vector<Cx> ComplexBuilder::fiveW(const std::vector<Cx>& x, int sign)
 
 std::vector<Cx> ComplexBuilder::split(const Tree& tree, const std::vector<Cx>& x, int sign)
 {
-    const Tree& first = *tree.first;
-    const Tree& second = *tree.second;
-    const int a = first.size, b = second.size, n = a * b;
+    const int a = tree.first->size, b = tree.second->size, n = a * b;
     const bool twiddled = tree.kind == Tree::Kind::Twiddle;
     // first stage: b transforms of length a
     std::vector<std::vector<Cx>> u(static_cast<std::size_t>(b));
     const int columns = g_.openScope();
     for (int n2 = 0; n2 < b; ++n2) {
-        std::vector<Cx> column(static_cast<std::size_t>(a));
-        for (int n1 = 0; n1 < a; ++n1) {
-            const int index = twiddled ? b * n1 + n2 : (b * n1 + a * n2) % n;
-            column[static_cast<std::size_t>(n1)] = x[static_cast<std::size_t>(index)];
-        }
+        std::vector<Cx> column;
+        for (int n1 = 0; n1 < a; ++n1)
+            column.push_back(x[static_cast<std::size_t>(splitInput(tree, n1, n2))]);
         g_.enterGroup(columns, n2);
-        u[static_cast<std::size_t>(n2)] = dft(first, column, sign);
+        u[static_cast<std::size_t>(n2)] = dft(*tree.first, column, sign);
         g_.leaveGroup();
     }
     // second stage: a transforms of length b, with twiddles in a T split
@@ -347,26 +332,18 @@ std::vector<Cx> ComplexBuilder::split(const Tree& tree, const std::vector<Cx>& x
     const int twiddles = g_.openScope();
     const int rows = g_.openScope();
     for (int k1 = 0; k1 < a; ++k1) {
-        std::vector<Cx> row(static_cast<std::size_t>(b));
+        std::vector<Cx> row;
         g_.enterGroup(twiddles, k1);
         for (int n2 = 0; n2 < b; ++n2) {
             const Cx value = u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
-            row[static_cast<std::size_t>(n2)] = twiddled ? rotate(value, static_cast<long long>(n2) * k1, n, sign) : value;
+            row.push_back(twiddled ? rotate(value, static_cast<long long>(n2) * k1, n, sign) : value);
         }
         g_.leaveGroup();
         g_.enterGroup(rows, k1);
-        const std::vector<Cx> v = dft(second, row, sign);
+        const std::vector<Cx> v = dft(*tree.second, row, sign);
         g_.leaveGroup();
-        for (int k2 = 0; k2 < b; ++k2) {
-            int k = k1 + a * k2;
-            if (!twiddled) {
-                // the bin with k = k1 (mod a) and k = k2 (mod b)
-                k = 0;
-                while (k % a != k1 || k % b != k2)
-                    ++k;
-            }
-            out[static_cast<std::size_t>(k)] = v[static_cast<std::size_t>(k2)];
-        }
+        for (int k2 = 0; k2 < b; ++k2)
+            out[static_cast<std::size_t>(splitOutput(tree, k1, k2))] = v[static_cast<std::size_t>(k2)];
     }
     return out;
 }

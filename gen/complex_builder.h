@@ -27,12 +27,14 @@ class ComplexBuilder {
 public:
     // wideProducts: products and the sums around them are formed in Real64 and
     // rounded once at the end of each expression (the Real32 3- and 5-point).
-    ComplexBuilder(Graph& graph, bool wideProducts = false) : g_(graph), wide_(wideProducts) {}
-
-    // Vector kernels: form p + i*q before a general complex product, so that the
-    // product is one value again (an exchange and two products) instead of four
-    // products whose two parts double the additions that follow.
-    void materializeProducts(bool on) { materialize_ = on; }
+    // materializeProducts (vector kernels): form p + i*q before a general
+    // complex product, so that the product is one value again (an exchange and
+    // two products) instead of four products whose two parts double the
+    // additions that follow.
+    ComplexBuilder(Graph& graph, bool wideProducts = false, bool materializeProducts = false)
+        : g_(graph), wide_(wideProducts), materialize_(materializeProducts)
+    {
+    }
 
     // DFT of x by the tree; sign -1 gives exp(-2*pi*i*nk/N), +1 the conjugate.
     std::vector<Cx> dft(const Tree& tree, const std::vector<Cx>& x, int sign);
@@ -47,7 +49,6 @@ public:
     ComplexBuilder& arithmetic() { return *this; }
     static Cx single(const Cx& value) { return value; }
     static Cx wrap(const Cx& value) { return value; }
-    static Cx zero() { return {}; }
     std::vector<Cx> split(const Tree& tree, const std::vector<Cx>& x, int sign);
     std::vector<Cx> multiplyEach(const std::vector<Cx>& values, int count, const std::function<Constant(int)>& constant);
     static std::vector<Cx> padded(std::vector<Cx> x, int length);
@@ -70,13 +71,12 @@ private:
     int mulNode(int a, long double c);
     void matchTypes(int& a, int& b);
 
-    std::vector<Cx> direct(const Tree& tree, const std::vector<Cx>& x, int sign);
     std::vector<Cx> oddSymmetric(int p, const std::vector<Cx>& x, int sign, bool x0First);
     std::vector<Cx> fiveW(const std::vector<Cx>& x, int sign);
 
     Graph& g_;
     bool wide_;
-    bool materialize_ = false;
+    bool materialize_;
 };
 
 // (p + i q)(c + i s) = (cp - sq) + i(sp + cq) by four products, with the

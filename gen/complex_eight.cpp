@@ -72,62 +72,41 @@ std::vector<WideStore> buildEightLanes(Graph& graph, int n, const Tree& tree, in
     SplitBuilder builder(graph, n, 8, batch);
     const std::vector<SplitRef> out = builder.dft(tree, builder.inputs(), sign);
     const int factor = graph.param(Type::V8F, 0);
-    struct Unit {
-        int first;  // sample index of its first complex number
-        std::array<Lane, 4> lanes;
-        std::array<bool, 4> care;
-    };
-    std::vector<Unit> units;
-    for (int k = 0; k < n; k += 2) {
-        const SplitRef& a = out[static_cast<std::size_t>(k)];
-        const bool pair = k + 1 < n;
-        const SplitRef& b = out[static_cast<std::size_t>(pair ? k + 1 : k)];
-        units.push_back({k, {a.re, a.im, b.re, b.im}, {true, true, pair, pair}});
-    }
-    auto lanesOf = [](const Unit& lo, const Unit* hi) {
+    // unit u: samples 2u and 2u + 1 (or 2u alone), in the lower half of a
+    // vector and unit `hi` in its upper half (hi == u: the lower half alone)
+    const std::size_t units = static_cast<std::size_t>(n + 1) / 2;
+    auto full = [&](std::size_t u) { return static_cast<int>(2 * u + 1) < n; };
+    auto lanesOf = [&](std::size_t u, std::size_t hi) {
         std::array<Lane, 8> lanes{};
         std::array<bool, 8> care{};
-        for (std::size_t i = 0; i < 4; ++i) {
-            lanes[i] = lo.lanes[i];
-            care[i] = lo.care[i];
-            if (hi) {
-                lanes[i + 4] = hi->lanes[i];
-                care[i + 4] = hi->care[i];
+        for (std::size_t h = 0; h < (hi == u ? 1u : 2u); ++h) {
+            const std::size_t k = 2 * (h == 0 ? u : hi), next = full(k / 2) ? k + 1 : k;
+            const std::array<Lane, 4> four{out[k].re, out[k].im, out[next].re, out[next].im};
+            for (std::size_t i = 0; i < 4; ++i) {
+                lanes[4 * h + i] = four[i];
+                care[4 * h + i] = i < 2 || full(k / 2);
             }
         }
         return std::make_pair(lanes, care);
     };
-    auto full = [](const Unit& u) { return u.care[2]; };
 
     std::vector<WideStore> stores;
-    std::vector<bool> stored(units.size(), false);
-    for (std::size_t u = 0; u < units.size(); ++u) {
+    std::vector<bool> stored(units, false);
+    for (std::size_t u = 0; u < units; ++u) {
         if (stored[u])
             continue;
-        stored[u] = true;
-        int partner = -1;
-        if (full(units[u])) {
-            // the next pair first: one 32-byte store
-            for (std::size_t v = u + 1; v < units.size() && partner < 0; ++v) {
-                if (stored[v] || !full(units[v]))
-                    continue;
-                const auto lanes = lanesOf(units[u], &units[v]);
-                if (builder.inHalfPlaces(lanes.first, lanes.second))
-                    partner = static_cast<int>(v);
-            }
+        // the next pair first: one 32-byte store
+        std::size_t partner = u;
+        for (std::size_t v = u + 1; full(u) && partner == u && v < units; ++v) {
+            const auto lanes = lanesOf(u, v);
+            if (!stored[v] && full(v) && builder.inHalfPlaces(lanes.first, lanes.second))
+                partner = v;
         }
-        if (partner >= 0) {
-            stored[static_cast<std::size_t>(partner)] = true;
-            const auto lanes = lanesOf(units[u], &units[static_cast<std::size_t>(partner)]);
-            const int node = graph.mul(builder.gatherLanes8(lanes.first, lanes.second), factor);
-            stores.push_back({node, units[u].first, units[static_cast<std::size_t>(partner)].first, true});
-        } else {
-            const auto lanes = lanesOf(units[u], nullptr);
-            const int node = graph.mul(builder.gatherLanes8(lanes.first, lanes.second), factor);
-            stores.push_back({node, units[u].first, -1, full(units[u])});
-        }
+        stored[u] = stored[partner] = true;
+        const auto lanes = lanesOf(u, partner);
+        const int node = graph.mul(builder.gatherLanes8(lanes.first, lanes.second), factor);
+        stores.push_back({node, static_cast<int>(2 * u), partner == u ? -1 : static_cast<int>(2 * partner), full(u)});
     }
-
     return stores;
 }
 
@@ -238,11 +217,8 @@ std::string eightLanesBody(const EightLanes& best, NodePrinter printer, Kernel& 
     const Graph& graph = *best.graph;
     const std::vector<WideStore>& stores = best.stores;
     printer.param = [](const Node&) { return std::string("kv::join(c, c)"); };
-    std::vector<int> roots;
-    for (const WideStore& store : stores)
-        roots.push_back(store.node);
     std::ostringstream body;
-    body << printNodes(graph, roots, printer, "    ");
+    body << printNodes(graph, best.roots, printer, "    ");
     int wide = 0, halves = 0, alone = 0;
     for (const WideStore& store : stores) {
         const std::string value = valueOf(graph, store.node);
@@ -260,7 +236,7 @@ std::string eightLanesBody(const EightLanes& best, NodePrinter printer, Kernel& 
             ++alone;
         }
     }
-    const OpCounts counts = graph.count(roots);
+    const OpCounts counts = graph.count(best.roots);
     kernel.packing = std::string("; eight lanes for 256-bit vectors") + (best.batch ? ", four transforms batched" : "") + ": " +
                      std::to_string(counts.additions) + " additions, " +
                      std::to_string(counts.multiplications) + " multiplications, " + std::to_string(counts.exchanges) +

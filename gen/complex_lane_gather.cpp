@@ -1,6 +1,7 @@
 // The lane selections of the split layout: a vector whose lanes hold given
 // lanes of other vectors, by as few selections as the 128-bit (and, within
 // the halves, the 256-bit) shuffles allow.
+#include <algorithm>
 #include <stdexcept>
 
 #include "complex_lanes.h"
@@ -14,12 +15,7 @@ constexpr int unpackHighSelector = 257;  // (a2, b2, a3, b3)
 int selector(int a, int b, int c, int d) { return a | (b << 2) | (c << 4) | (d << 6); }
 }  // namespace
 
-int SplitBuilder::gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> care)
-{
-    return gatherFour(source, care, Type::V4F);
-}
-
-int SplitBuilder::gatherFour(std::array<Lane, 4> source, std::array<bool, 4> care, Type type)
+int SplitBuilder::gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> care, Type type)
 {
     int firstNode = Graph::none;
     bool anyCare = false;
@@ -150,24 +146,16 @@ int SplitBuilder::gatherLanes8(std::array<Lane, 8> source, std::array<bool, 8> c
         return firstNode;
     if (!inHalfPlaces(source, care)) {
         // each half by itself, then the halves joined
-        std::array<bool, 8> lowCare = care, highCare = care;
-        for (std::size_t i = 0; i < 4; ++i) {
-            lowCare[i + 4] = false;
-            highCare[i] = false;
-        }
         const int zero = g_.constant(Type::V8F, 0);
-        bool anyLow = false, anyHigh = false;
-        for (std::size_t i = 0; i < 4; ++i) {
-            anyLow = anyLow || care[i];
-            anyHigh = anyHigh || care[i + 4];
+        int part[2];
+        for (std::size_t h = 0; h < 2; ++h) {
+            std::array<bool, 8> partCare{};
+            std::copy(care.begin() + 4 * h, care.begin() + 4 * h + 4, partCare.begin() + 4 * h);
+            const bool any = std::find(partCare.begin(), partCare.end(), true) != partCare.end();
+            const int node = any ? gatherLanes8(source, partCare) : Graph::none;
+            part[h] = node == Graph::none ? zero : node;
         }
-        int lower = anyLow ? gatherLanes8(source, lowCare) : zero;
-        int upper = anyHigh ? gatherLanes8(source, highCare) : zero;
-        if (lower == Graph::none)
-            lower = zero;
-        if (upper == Graph::none)
-            upper = zero;
-        return g_.permute2(lower, upper, 0x30);
+        return g_.permute2(part[0], part[1], 0x30);
     }
     // Lanes i and i + 4 come from the same place of a half: a vector with the
     // two source halves side by side serves both, and the selections of the
@@ -191,39 +179,22 @@ int SplitBuilder::gatherLanes8(std::array<Lane, 8> source, std::array<bool, 8> c
                                 highCares ? halfOf(hi) : 0);
         virtualSource[i] = {node, given.lane % 4};
     }
-    return gatherFour(virtualSource, virtualCare, Type::V8F);
-}
-
-namespace {
-// the first N entries of a vector as an array
-template <std::size_t N, class T>
-std::array<T, N> firstOf(const std::vector<T>& values)
-{
-    std::array<T, N> out{};
-    for (std::size_t i = 0; i < N; ++i)
-        out[i] = values[i];
-    return out;
-}
-}  // namespace
-
-int SplitBuilder::gatherWidth(const std::vector<Lane>& source, const std::vector<bool>& care)
-{
-    if (width_ == 4)
-        return gatherLanes(firstOf<4>(source), firstOf<4>(care));
-    return gatherLanes8(firstOf<8>(source), firstOf<8>(care));
+    return gatherLanes(virtualSource, virtualCare, Type::V8F);
 }
 
 Cx SplitBuilder::gather(const std::vector<SplitRef>& values)
 {
-    const std::size_t w = static_cast<std::size_t>(width_);
-    std::vector<Lane> re(w), im(w);
-    std::vector<bool> care(w, false);
-    for (std::size_t i = 0; i < values.size() && i < w; ++i) {
+    std::array<Lane, 8> re{}, im{};
+    std::array<bool, 8> care{};
+    for (std::size_t i = 0; i < values.size(); ++i) {
         re[i] = values[i].re;
         im[i] = values[i].im;
         care[i] = true;
     }
-    return {gatherWidth(re, care), gatherWidth(im, care)};
+    if (width_ == 8)
+        return {gatherLanes8(re, care), gatherLanes8(im, care)};
+    const std::array<bool, 4> four{care[0], care[1], care[2], care[3]};
+    return {gatherLanes({re[0], re[1], re[2], re[3]}, four), gatherLanes({im[0], im[1], im[2], im[3]}, four)};
 }
 
 }  // namespace gen

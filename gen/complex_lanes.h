@@ -53,16 +53,16 @@ public:
     ComplexBuilder& arithmetic() { return uniform_; }
     // the value in lane 0 of a split pair of its own
     Cx single(const SplitRef& ref) { return gather({ref}); }
-    static SplitRef wrap(const Cx& v) { return {{v.p, 0}, {v.q, 0}}; }
-    static SplitRef zero() { return {}; }
+    static SplitRef wrap(const Cx& v) { return laneOf(v, 0); }
     std::vector<SplitRef> split(const Tree& tree, const std::vector<SplitRef>& x, int sign);
     // Values that share a vector are multiplied together, by a constant per lane.
     std::vector<SplitRef> multiplyEach(const std::vector<SplitRef>& values, int count,
                                        const std::function<Constant(int)>& constant);
     static std::vector<SplitRef> padded(std::vector<SplitRef> x, int length);
 
-    // A vector whose lane i holds source i; lanes with care[i] false may hold anything.
-    int gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> care);
+    // A vector whose lane i holds source i; lanes with care[i] false may hold
+    // anything.  On V8F (type) each half selects alike.
+    int gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> care, Type type = Type::V4F);
     // The same for eight lanes: a V8F value.
     int gatherLanes8(std::array<Lane, 8> source, std::array<bool, 8> care);
     // Whether gatherLanes8 makes the eight lanes by selections within the
@@ -70,36 +70,26 @@ public:
     bool inHalfPlaces(const std::array<Lane, 8>& source, const std::array<bool, 8>& care) const;
 
 private:
+    static SplitRef laneOf(const Cx& v, int lane) { return {{v.p, lane}, {v.q, lane}}; }
     // `width` complex numbers (or fewer) as a split pair of vectors.
     Cx gather(const std::vector<SplitRef>& values);
-    int gatherWidth(const std::vector<Lane>& source, const std::vector<bool>& care);
-    // 4-lane selections on nodes of `type`; on V8F each half selects alike
-    int gatherFour(std::array<Lane, 4> source, std::array<bool, 4> care, Type type);
     // a V8F whose lower half is half `loHalf` of `lo` and upper half `hiHalf`
     // of `hi` (half -1: a 4-lane value; node none: a half that does not matter)
     int halves(int lo, int loHalf, int hi, int hiHalf);
-    // v times exp(sign 2 pi i k / n), k per half of an 8-lane vector as the
-    // 128-bit kernel does it: `twiddles` hold the lanes' constants, `uniform`
-    // says which halves take the exact form of one constant (k) instead
-    Cx twiddleHalves(Cx v, const std::vector<Constant>& twiddles, const std::array<bool, 2>& uniform,
-                     const std::array<long long, 2>& k, long long n, int sign);
     Cx joinForms(Cx lower, Cx upper);
+    Cx multiplyLanes(Cx v, const std::vector<Constant>& constants);
+    Cx twiddleLanes(Cx v, int t0, int count, int rows, int k1, int n, int sign);
     // the transforms of several inputs (rows) of one tree at once
     std::vector<std::vector<SplitRef>> splitRows(const Tree& tree, const std::vector<std::vector<SplitRef>>& xs, int sign);
     // how the transforms of a stage leave the lanes of one vector: not at all,
     // each by a split of its own, or as one batch of rows
     enum class Apart { No, Alone, Batch };
-    struct Stages;  // the two stages of a split
-    using Spectra = std::vector<std::vector<std::vector<SplitRef>>>;
     Apart apart(const Tree& t, int count, int rows) const;
     std::vector<std::vector<SplitRef>> transforms(const Tree& t, const std::vector<std::vector<SplitRef>>& inputs, Apart how,
                                                   int sign);
-    void columnsApart(const Stages& s, const std::vector<SplitRef>& x, Apart how, int sign, Spectra& u);
-    void columnsInLanes(const Stages& s, const std::vector<std::vector<SplitRef>>& xs, int scope, int sign, Spectra& u);
-    Cx twiddleColumns(const Stages& s, Cx v, int t0, int count, int k1, int sign);
-    void rowsInLanes(const Stages& s, const Spectra& u, int sign, std::vector<std::vector<SplitRef>>& out);
-    Cx multiplyLanes(Cx v, const std::vector<Constant>& constants);
-    static std::vector<SplitRef> lanesOf(const Cx& v, int count);
+    std::vector<std::vector<SplitRef>> columnsApart(const Tree& tree, const std::vector<SplitRef>& x, Apart how, int sign);
+    void inLanes(const Tree& tree, int total, int scope, int sign, const std::function<SplitRef(int, int)>& input,
+                 const std::function<void(int, Cx, int, int)>& output);
 
     Graph& g_;
     ComplexBuilder uniform_;

@@ -1,5 +1,6 @@
 #include "complex_pairs.h"
 
+#include <algorithm>
 #include <map>
 #include <stdexcept>
 #include <utility>
@@ -114,71 +115,46 @@ std::vector<HalfRef> PairedBuilder::dft(const Tree& tree, const std::vector<Half
     return walkTree(*this, tree, x, sign);
 }
 
-HalfRef PairedBuilder::wrap(const Cx& v)
-{
-    HalfRef ref;
-    ref.vector = v;
-    return ref;
-}
-
 // Two transforms of a stage at a time: the lower half of every vector carries
-// one, the upper half the next.
+// one, the upper half the next.  A last transform without a partner is its own
+// partner, so that both writes below give it the lower half.
 std::vector<HalfRef> PairedBuilder::split(const Tree& tree, const std::vector<HalfRef>& x, int sign)
 {
-    const int a = tree.first->size, b = tree.second->size, n = a * b;
+    const int a = tree.first->size, b = tree.second->size;
     const bool twiddled = tree.kind == Tree::Kind::Twiddle;
-    auto inputIndex = [&](int n1, int n2) { return twiddled ? b * n1 + n2 : (b * n1 + a * n2) % n; };
-    auto outputIndex = [&](int k1, int k2) {
-        if (twiddled)
-            return k1 + a * k2;
-        int k = 0;
-        while (k % a != k1 || k % b != k2)
-            ++k;
-        return k;
-    };
-    auto half = [](const Cx& v, int h) {
-        HalfRef ref;
-        ref.vector = v;
-        ref.half = h;
-        return ref;
-    };
-
     std::vector<std::vector<HalfRef>> u(static_cast<std::size_t>(b), std::vector<HalfRef>(static_cast<std::size_t>(a)));
     // each pair of transforms below is one group of its stage for the 256-bit packing
     const int columns = g_.openScope();
     for (int n2 = 0; n2 < b; n2 += 2) {
-        const int partner = n2 + 1 < b ? n2 + 1 : n2;
-        std::vector<Cx> column(static_cast<std::size_t>(a));
+        const int partner = std::min(n2 + 1, b - 1);
+        std::vector<Cx> column;
         for (int n1 = 0; n1 < a; ++n1)
-            column[static_cast<std::size_t>(n1)] =
-                gather(x[static_cast<std::size_t>(inputIndex(n1, n2))], x[static_cast<std::size_t>(inputIndex(n1, partner))]);
+            column.push_back(gather(x[static_cast<std::size_t>(splitInput(tree, n1, n2))],
+                                    x[static_cast<std::size_t>(splitInput(tree, n1, partner))]));
         g_.enterGroup(columns, n2 / 2);
         const std::vector<Cx> spectrum = uniform_.dft(*tree.first, column, sign);
         for (int k1 = 0; k1 < a; ++k1) {
             Cx v = spectrum[static_cast<std::size_t>(k1)];
             if (twiddled)
-                v = rotateHalves(v, 1LL * n2 * k1, 1LL * partner * k1, n, sign);
-            u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)] = half(v, 0);
-            if (partner != n2)
-                u[static_cast<std::size_t>(partner)][static_cast<std::size_t>(k1)] = half(v, 1);
+                v = rotateHalves(v, 1LL * n2 * k1, 1LL * partner * k1, a * b, sign);
+            u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)] = {v, 0};
+            u[static_cast<std::size_t>(partner)][static_cast<std::size_t>(k1)] = {v, partner - n2};
         }
         g_.leaveGroup();
     }
-    std::vector<HalfRef> out(static_cast<std::size_t>(n));
+    std::vector<HalfRef> out(static_cast<std::size_t>(a * b));
     const int rows = g_.openScope();
     for (int k1 = 0; k1 < a; k1 += 2) {
-        const int partner = k1 + 1 < a ? k1 + 1 : k1;
-        std::vector<Cx> row(static_cast<std::size_t>(b));
-        for (int n2 = 0; n2 < b; ++n2)
-            row[static_cast<std::size_t>(n2)] = gather(u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)],
-                                                       u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(partner)]);
+        const int partner = std::min(k1 + 1, a - 1);
+        std::vector<Cx> row;
+        for (const std::vector<HalfRef>& spectrum : u)
+            row.push_back(gather(spectrum[static_cast<std::size_t>(k1)], spectrum[static_cast<std::size_t>(partner)]));
         g_.enterGroup(rows, k1 / 2);
         const std::vector<Cx> v = uniform_.dft(*tree.second, row, sign);
         g_.leaveGroup();
         for (int k2 = 0; k2 < b; ++k2) {
-            out[static_cast<std::size_t>(outputIndex(k1, k2))] = half(v[static_cast<std::size_t>(k2)], 0);
-            if (partner != k1)
-                out[static_cast<std::size_t>(outputIndex(partner, k2))] = half(v[static_cast<std::size_t>(k2)], 1);
+            out[static_cast<std::size_t>(splitOutput(tree, k1, k2))] = {v[static_cast<std::size_t>(k2)], 0};
+            out[static_cast<std::size_t>(splitOutput(tree, partner, k2))] = {v[static_cast<std::size_t>(k2)], partner - k1};
         }
     }
     return out;
@@ -189,13 +165,10 @@ std::vector<HalfRef> PairedBuilder::padded(const std::vector<HalfRef>& x, int le
     const int p = static_cast<int>(x.size());
     std::vector<HalfRef> y(static_cast<std::size_t>(length), HalfRef::zeroValue());
     for (int k = 0; k < p; k += 2) {
-        const int partner = k + 1 < p ? k + 1 : k;
+        const int partner = std::min(k + 1, p - 1);
         const Cx v = gather(x[static_cast<std::size_t>(k)], x[static_cast<std::size_t>(partner)]);
-        y[static_cast<std::size_t>(k)] = wrap(v);
-        if (partner != k) {
-            y[static_cast<std::size_t>(partner)] = wrap(v);
-            y[static_cast<std::size_t>(partner)].half = 1;
-        }
+        y[static_cast<std::size_t>(k)] = {v, 0};
+        y[static_cast<std::size_t>(partner)] = {v, partner - k};
     }
     return y;
 }

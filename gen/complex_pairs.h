@@ -30,10 +30,7 @@ struct HalfRef {
 
 class PairedBuilder {
 public:
-    PairedBuilder(Graph& graph, bool materializeProducts) : g_(graph), uniform_(graph)
-    {
-        uniform_.materializeProducts(materializeProducts);
-    }
+    PairedBuilder(Graph& graph, bool materializeProducts) : g_(graph), uniform_(graph, false, materializeProducts) {}
 
     // DFT of one sequence whose values sit in halves of vectors.
     std::vector<HalfRef> dft(const Tree& tree, const std::vector<HalfRef>& x, int sign);
@@ -49,8 +46,7 @@ public:
     ComplexBuilder& arithmetic() { return uniform_; }
     // the value in the lower half of a vector of its own
     Cx single(const HalfRef& ref);
-    static HalfRef wrap(const Cx& v);
-    static HalfRef zero() { return HalfRef::zeroValue(); }
+    static HalfRef wrap(const Cx& v) { return {v}; }
     // Two transforms of a stage at a time, one in each half of the vectors.
     std::vector<HalfRef> split(const Tree& tree, const std::vector<HalfRef>& x, int sign);
     // Values that share a vector are multiplied together, by a constant per half.

@@ -6,7 +6,6 @@
 //   Value                      one complex number of one transform
 //   Cx single(Value)           the value as a vector of its own
 //   Value wrap(Cx)             a vector of one value as a Value
-//   Value zero()               an exact zero that is never materialised
 //   ComplexBuilder& arithmetic()   the butterflies and sums on vectors
 //   split(tree, x, sign)       a P or T split: how the transforms of its two
 //                              stages are laid out in vectors
@@ -34,6 +33,26 @@ namespace gen {
 
 template <class Layout>
 using ValuesOf = std::vector<typename Layout::Value>;
+
+// A P or T split of n = a b points: the input of transform n2 of the first
+// stage at n1, and the bin of output k2 of transform k1 of the second stage
+// (for P, the bin with k = k1 (mod a) and k = k2 (mod b)).
+inline int splitInput(const Tree& tree, int n1, int n2)
+{
+    const int a = tree.first->size, b = tree.second->size;
+    return tree.kind == Tree::Kind::Twiddle ? b * n1 + n2 : (b * n1 + a * n2) % (a * b);
+}
+
+inline int splitOutput(const Tree& tree, int k1, int k2)
+{
+    const int a = tree.first->size, b = tree.second->size;
+    if (tree.kind == Tree::Kind::Twiddle)
+        return k1 + a * k2;
+    int k = 0;
+    while (k % a != k1 || k % b != k2)
+        ++k;
+    return k;
+}
 
 // A leaf: its butterfly on one vector per value.
 template <class Layout>
