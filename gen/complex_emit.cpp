@@ -12,23 +12,8 @@ namespace gen {
 
 namespace {
 
-// Which of the three kernel shapes a size takes.
-enum class Shape {
-    ScalarOnly,       // Complex32 2..5: no alignment test
-    TwoBodies,        // Complex64 2..4: aligned and unaligned body in one function
-    SeparateForm,     // aligned kernel plus an owng unaligned form
-};
-
-Shape shapeOf(const Variant& v, int n)
-{
-    if (v.precision == Precision::Single)
-        return n <= 5 ? Shape::ScalarOnly : Shape::SeparateForm;
-    return n <= 4 ? Shape::TwoBodies : Shape::SeparateForm;
-}
-
 std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
 {
-    const Shape shape = shapeOf(v, n);
     const std::string real = v.realType();
     const std::string sample = v.sampleType();
     const std::string args = "const " + sample + "* src, " + sample + "* dst, int32_t flag";
@@ -65,32 +50,23 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
                       "reinterpret_cast<const " + real + "*>(src), reinterpret_cast<" + real + "*>(dst), " +
                           (floatVector ? "kv::broadcast<kv::fvec>(c)" : vector ? "kv::broadcast<kv::dvec>(c)" : "c"),
                       "    ")
-        << "    return StatusOk;\n}\n\n";
-    const std::string text = out.str();
-    std::ostringstream tail;
-    tail << "}  // namespace\n\n";
-    const std::string aligned = vector ? "run<kv::AlignedAccess>" : "run";
-    const std::string unaligned = vector ? "run<kv::UnalignedAccess>" : "run";
-    switch (shape) {
-    case Shape::ScalarOnly:
-        tail << "extern \"C\" KVTG_API Status " << v.kernelName(n) << "(" << args << ")\n{\n"
-             << "    return run(src, dst, flag);\n}\n";
-        break;
-    case Shape::TwoBodies:
-        tail << "extern \"C\" KVTG_API Status " << v.kernelName(n) << "(" << args << ")\n{\n"
-             << "    if (!kvtg::bothAligned16(src, dst))\n        return " << unaligned << "(src, dst, flag);\n"
-             << "    return " << aligned << "(src, dst, flag);\n}\n";
-        break;
-    case Shape::SeparateForm:
-        tail << "extern \"C\" Status " << v.unalignedName(n) << "(" << args << ");\n\n"
-             << "extern \"C\" Status " << v.unalignedName(n) << "(" << args << ")\n{\n"
-             << "    return " << unaligned << "(src, dst, flag);\n}\n\n"
-             << "extern \"C\" KVTG_API Status " << v.kernelName(n) << "(" << args << ")\n{\n"
-             << "    if (!kvtg::bothAligned16(src, dst))\n        return " << v.unalignedName(n) << "(src, dst, flag);\n"
-             << "    return " << aligned << "(src, dst, flag);\n}\n";
-        break;
+        << "    return StatusOk;\n}\n\n"
+        << "}  // namespace\n\n";
+    // Scalar kernels (Complex32 2..5) take no alignment test; Complex64 2..4
+    // hold the aligned and the unaligned body in one function; the others
+    // have an owng unaligned form of their own.
+    std::string unaligned = vector ? "run<kv::UnalignedAccess>" : "run";
+    if (n >= (v.precision == Precision::Single ? 6 : 5)) {
+        out << "extern \"C\" Status " << v.unalignedName(n) << "(" << args << ");\n\n"
+            << "extern \"C\" Status " << v.unalignedName(n) << "(" << args << ")\n{\n"
+            << "    return " << unaligned << "(src, dst, flag);\n}\n\n";
+        unaligned = v.unalignedName(n);
     }
-    return text + tail.str();
+    out << "extern \"C\" KVTG_API Status " << v.kernelName(n) << "(" << args << ")\n{\n";
+    if (vector)
+        out << "    if (!kvtg::bothAligned16(src, dst))\n        return " << unaligned << "(src, dst, flag);\n";
+    out << "    return " << (vector ? "run<kv::AlignedAccess>" : "run") << "(src, dst, flag);\n}\n";
+    return out.str();
 }
 
 std::string dispatcherUnit(const Variant& v)

@@ -59,11 +59,10 @@ PackedKernel packWideSearch(const NarrowKernel& k, const Variant& v, PackOptions
 {
     PackedKernel best;
     int bestTime = 0;
-    for (PackOptions::Seeds seeds : {PackOptions::None, PackOptions::Neighbours, PackOptions::Shapes,
-                                      PackOptions::Groups, PackOptions::AlignedGroups})
-        for (int moves = 0; moves < 3; ++moves) {
-            const PackOptions options{seeds, moves > 0, moves > 1};
-            PackedKernel packed = packWide(k.graph, vectorStores(v, k.stores), inputSpan(v), options);
+    for (int seeds = PackOptions::None; seeds <= PackOptions::AlignedGroups; ++seeds)
+        for (int moves = PackOptions::NoMoves; moves <= PackOptions::Lookahead; ++moves) {
+            const PackOptions options{static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)};
+            PackedKernel packed = packNarrow(v, k, options);
             const int time = packedTime(packed);
             if (best.stores.empty() || time < bestTime) {
                 best = std::move(packed);
@@ -102,7 +101,7 @@ void searchWideBody(const Variant& v, int n, Flow flow, Form& form)
     PackOptions options;
     const PackedKernel packed = packWideSearch(k, v, options);
     const auto takePacked = [&] {
-        form.set("body", "packed").set("seeds", seedsName(options.seeds)).set("moves", movesName(options));
+        form.set("body", "packed").set("seeds", seedsNames[options.seeds]).set("moves", movesNames[options.moves]);
     };
     form.set("body", "narrow");
     const int narrowTime = timeCost(k.graph, k.roots, static_cast<int>(k.stores.size()));

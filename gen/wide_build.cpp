@@ -1,25 +1,67 @@
-// The nodes of the packed graph: a 256-bit node for each pair, a 128-bit copy
-// of each node left unpaired, and the moves between the two: a 128-bit value
-// taken out of its half, two 128-bit values joined or their halves permuted,
-// constants of two halves merged, the scale factor broadcast, and an addition
-// paired with a subtraction through a product by (+1 | -1).  Last the stores,
-// one 256-bit store where two neighbouring full stores share a 256-bit node.
+// The 256-bit packing pass and the nodes of the packed graph: a 256-bit node
+// for each pair, a 128-bit copy of each node left unpaired, and the moves
+// between the two: a 128-bit value taken out of its half, two 128-bit values
+// joined or their halves permuted, constants of two halves merged, the scale
+// factor broadcast, and an addition paired with a subtraction through a
+// product by (+1 | -1).  Last the stores, one 256-bit store where two
+// neighbouring full stores share a 256-bit node.
 #include <stdexcept>
 
 #include "wide_packer.h"
 
-namespace gen::wide {
+namespace gen {
+
+PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
+                      const PackOptions& options)
+{
+    return wide::Packer(narrow, span, options).run(stores);
+}
+
+namespace wide {
+
+PackedKernel Packer::run(const std::vector<VectorStore>& stores)
+{
+    std::vector<int> roots;
+    for (const VectorStore& s : stores)
+        roots.push_back(s.node);
+    const std::vector<bool> live = g_.liveSet(roots);
+    findUsers(live);
+    seed(stores, live);
+    pairAll();
+    placeStores(stores);
+    return std::move(out_);
+}
+
+// The users of every live node and the nodes ready from the start: those
+// whose operands are all leaves.
+void Packer::findUsers(const std::vector<bool>& live)
+{
+    for (int id = 0; id < g_.size(); ++id) {
+        const Node& n = node(id);
+        if (n.op == Op::Input && live[static_cast<std::size_t>(id)] && span_(n) >= 0)
+            inputAt_[span_(n)] = id;
+        if (!live[static_cast<std::size_t>(id)] || isLeaf(n))
+            continue;
+        for (int operand : {n.a, n.b == n.a ? -1 : n.b})
+            if (operand >= 0) {
+                at(operand).users.push_back(id);
+                at(id).waiting += isLeaf(node(operand)) ? 0 : 1;
+            }
+        if (at(id).waiting == 0)
+            ready_.push_back(id);
+    }
+}
 
 int Packer::value128(int id)
 {
-    int& known = narrowId_[static_cast<std::size_t>(id)];
+    int& known = at(id).narrow;
     if (known >= 0)
         return known;
     Node n = node(id);
     if (inWide(id)) {
         Node e{Op::Extract, n.type};
-        e.a = wideId_[static_cast<std::size_t>(id)];
-        e.index = half_[static_cast<std::size_t>(id)];
+        e.a = at(id).wide;
+        e.index = at(id).half;
         ++out_.moves;
         known = out_.graph.raw(e);
         return known;
@@ -37,7 +79,7 @@ int Packer::value256(int lo, int hi)
         return found->second;
     const Node& a = node(lo);
     const Node& b = node(hi);
-    const Type type = wideType(a.type);
+    const Type type = a.type == Type::V2D ? Type::V4D : Type::V8F;
     int id = -1;
     if (a.op == Op::Const && b.op == Op::Const) {
         Node c{Op::Const, type};
@@ -53,12 +95,10 @@ int Packer::value256(int lo, int hi)
         in.index = span_(a);
         id = out_.graph.raw(in);
     } else if (inWide(lo) && inWide(hi)) {
-        const int wa = wideId_[static_cast<std::size_t>(lo)], wb = wideId_[static_cast<std::size_t>(hi)];
-        const int ha = half_[static_cast<std::size_t>(lo)], hb = half_[static_cast<std::size_t>(hi)];
         Node p{Op::Permute2, type};
-        p.a = wa;
-        p.b = wb;
-        p.index = ha | ((wa == wb ? hb : 2 + hb) << 4);
+        p.a = at(lo).wide;
+        p.b = at(hi).wide;
+        p.index = at(lo).half | ((p.a == p.b ? at(hi).half : 2 + at(hi).half) << 4);
         ++out_.moves;
         id = out_.graph.raw(p);
     } else {
@@ -74,9 +114,9 @@ int Packer::value256(int lo, int hi)
 
 void Packer::placed(int id)
 {
-    assigned_[static_cast<std::size_t>(id)] = true;
-    for (int user : users_[static_cast<std::size_t>(id)])
-        if (--waiting_[static_cast<std::size_t>(user)] == 0)
+    at(id).assigned = true;
+    for (int user : at(id).users)
+        if (--at(user).waiting == 0)
             ready_.push_back(user);
 }
 
@@ -87,7 +127,7 @@ void Packer::assignNarrow(int id)
         n.a = value128(n.a);
     if (n.b >= 0)
         n.b = value128(n.b);
-    narrowId_[static_cast<std::size_t>(id)] = out_.graph.raw(n);
+    at(id).narrow = out_.graph.raw(n);
     ++out_.narrowNodes;
     placed(id);
 }
@@ -124,7 +164,7 @@ void Packer::assignWide(int lo, int hi)
     const Node& x = node(lo);
     const Node& y = node(hi);
     Node n = x;
-    n.type = wideType(x.type);
+    n.type = x.type == Type::V2D ? Type::V4D : Type::V8F;
     if (x.a >= 0)
         n.a = value256(x.a, y.a);
     if (x.b >= 0)
@@ -132,12 +172,11 @@ void Packer::assignWide(int lo, int hi)
     if (x.op != y.op)
         n.b = signFlip(n.b);
     const int id = out_.graph.raw(n);
-    wideId_[static_cast<std::size_t>(lo)] = id;
-    half_[static_cast<std::size_t>(lo)] = 0;
-    wideId_[static_cast<std::size_t>(hi)] = id;
-    half_[static_cast<std::size_t>(hi)] = 1;
-    partner_[static_cast<std::size_t>(lo)] = hi;
-    partner_[static_cast<std::size_t>(hi)] = lo;
+    at(lo).wide = at(hi).wide = id;
+    at(lo).half = 0;
+    at(hi).half = 1;
+    at(lo).partner = hi;
+    at(hi).partner = lo;
     wideOf_[{lo, hi}] = id;
     ++out_.wideNodes;
     placed(lo);
@@ -149,19 +188,17 @@ void Packer::placeStores(const std::vector<VectorStore>& stores)
 {
     for (std::size_t i = 0; i < stores.size(); ++i) {
         const VectorStore& s = stores[i];
-        if (i + 1 < stores.size()) {
-            const VectorStore& t = stores[i + 1];
-            const int lanes = node(s.node).type == Type::V2D ? 2 : 4;
-            if (s.full && t.full && t.offset == s.offset + lanes && !isLeaf(node(s.node)) && !isLeaf(node(t.node)) &&
-                inWide(s.node) && inWide(t.node) &&
-                (wideOf_.count({s.node, t.node}) || extractCost(s.node) + extractCost(t.node) > 0)) {
-                out_.stores.push_back({value256(s.node, t.node), true, static_cast<int>(i)});
-                ++i;
-                continue;
-            }
+        const VectorStore* t = i + 1 < stores.size() ? &stores[i + 1] : nullptr;
+        if (t && neighbours(s, *t) && inWide(s.node) && inWide(t->node) &&
+            (wideOf_.count({s.node, t->node}) || extractCost(s.node) + extractCost(t->node) > 0)) {
+            out_.stores.push_back({value256(s.node, t->node), true, static_cast<int>(i)});
+            ++i;
+            continue;
         }
         out_.stores.push_back({value128(s.node), false, static_cast<int>(i)});
     }
 }
 
-}  // namespace gen::wide
+}  // namespace wide
+
+}  // namespace gen
