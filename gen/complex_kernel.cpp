@@ -121,35 +121,24 @@ void buildComplexFlow(int n, const Tree& tree, int sign, bool single, NarrowKern
         }
     }
     k.printer.input = [single](const Node& node) {
-        return single ? "x[" + std::to_string(node.index) + "]" : "Access::load(x + " + std::to_string(2 * node.index) + ")";
-    };
-}
-
-// The outputs of a vector kernel as the 256-bit packing sees them, and where
-// its inputs read from (-1: not a contiguous 16-byte read).
-std::vector<VectorStore> vectorStores(const Variant& v, const std::vector<Store>& stores)
-{
-    std::vector<VectorStore> outputs;
-    for (const Store& store : stores)
-        outputs.push_back({store.node, 2 * store.index, v.precision != Precision::Single || store.kind == Store::Pair});
-    return outputs;
-}
-
-InputSpan inputSpan(const Variant& v)
-{
-    const bool single = v.precision == Precision::Single;
-    return [single](const Node& n) {
-        if (!single)
-            return 2 * n.index;
-        return n.index2 == n.index + 1 ? 2 * n.index : -1;
+        return single ? "x[" + std::to_string(node.index) + "]"
+                      : "Access::load(x + " + std::to_string(2 * node.index) + ")";
     };
 }
 
 }  // namespace
 
+// The 256-bit packing sees the full 128-bit stores of the outputs (all of
+// Complex64's) and the contiguous 16-byte reads of the inputs.
 PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options)
 {
-    return packWide(k.graph, vectorStores(v, k.stores), inputSpan(v), options);
+    const bool single = v.precision == Precision::Single;
+    std::vector<VectorStore> outputs;
+    for (const Store& store : k.stores)
+        outputs.push_back({store.node, 2 * store.index, !single || store.kind == Store::Pair});
+    return packWide(k.graph, outputs, [single](const Node& n) {
+        return !single || n.index2 == n.index + 1 ? 2 * n.index : -1;
+    }, options);
 }
 
 OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single)

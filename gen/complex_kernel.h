@@ -59,9 +59,6 @@ struct Kernel {
     std::string packing;  // how the 256-bit target packed the vector graph
 };
 
-// Complex32 from length 6 works on pairs of complex numbers per vector.
-inline bool pairedLayout(const Variant& v, int n) { return v.precision == Precision::Single && n >= 6; }
-
 // A store of a kernel's outputs: a whole vector, its lower or upper half, a
 // real number, or (Wide) a 256-bit vector of a packed body.
 struct Store {

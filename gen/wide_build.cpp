@@ -52,61 +52,52 @@ void Packer::findUsers(const std::vector<bool>& live)
     }
 }
 
+int Packer::make(Op op, Type type, int a, int b, int index)
+{
+    Node n{op, type};
+    n.a = a;
+    n.b = b;
+    n.index = index;
+    return out_.graph.raw(n);
+}
+
 int Packer::value128(int id)
 {
     int& known = at(id).narrow;
     if (known >= 0)
         return known;
-    Node n = node(id);
     if (inWide(id)) {
-        Node e{Op::Extract, n.type};
-        e.a = at(id).wide;
-        e.index = at(id).half;
         ++out_.moves;
-        known = out_.graph.raw(e);
-        return known;
+        return known = make(Op::Extract, node(id).type, at(id).wide, -1, at(id).half);
     }
-    if (!isLeaf(n))
+    if (!isLeaf(node(id)))
         throw std::logic_error("a value used before it is computed");
-    known = out_.graph.raw(n);
-    return known;
+    return known = out_.graph.raw(node(id));
 }
 
 int Packer::value256(int lo, int hi)
 {
-    auto found = wideOf_.find({lo, hi});
+    const auto found = wideOf_.find({lo, hi});
     if (found != wideOf_.end())
         return found->second;
     const Node& a = node(lo);
     const Node& b = node(hi);
     const Type type = a.type == Type::V2D ? Type::V4D : Type::V8F;
     int id = -1;
-    if (a.op == Op::Const && b.op == Op::Const) {
-        Node c{Op::Const, type};
-        c.a = value128(lo);
-        c.b = value128(hi);
-        id = out_.graph.raw(c);
-    } else if (a.op == Op::Param && b.op == Op::Param && a.index == b.index) {
-        Node p{Op::Param, type};
-        p.index = a.index;
-        id = out_.graph.raw(p);
+    if (a.op == Op::Param && b.op == Op::Param && a.index == b.index) {
+        id = make(Op::Param, type, -1, -1, a.index);
     } else if (joinCost(lo, hi) == 0 && a.op == Op::Input && b.op == Op::Input) {
-        Node in{Op::Input, type};
-        in.index = span_(a);
-        id = out_.graph.raw(in);
+        id = make(Op::Input, type, -1, -1, span_(a));
     } else if (inWide(lo) && inWide(hi)) {
-        Node p{Op::Permute2, type};
-        p.a = at(lo).wide;
-        p.b = at(hi).wide;
-        p.index = at(lo).half | ((p.a == p.b ? at(hi).half : 2 + at(hi).half) << 4);
+        const int wa = at(lo).wide, wb = at(hi).wide;
         ++out_.moves;
-        id = out_.graph.raw(p);
+        id = make(Op::Permute2, type, wa, wb, at(lo).half | ((wa == wb ? at(hi).half : 2 + at(hi).half) << 4));
     } else {
-        Node j{Op::Join, type};
-        j.a = value128(lo);
-        j.b = value128(hi);
-        ++out_.moves;
-        id = out_.graph.raw(j);
+        // two constants merge into one; other values are joined
+        const bool constants = a.op == Op::Const && b.op == Op::Const;
+        const int l = value128(lo), h = value128(hi);
+        out_.moves += constants ? 0 : 1;
+        id = make(constants ? Op::Const : Op::Join, type, l, h);
     }
     wideOf_[{lo, hi}] = id;
     return id;
@@ -150,13 +141,8 @@ int Packer::signFlip(int wide)
         plus.lane2 = plus.lane3 = 1.0;
         minus.lane2 = minus.lane3 = -1.0;
     }
-    Node signs{Op::Const, type};
-    signs.a = out_.graph.raw(plus);
-    signs.b = out_.graph.raw(minus);
-    Node product{Op::Mul, type};
-    product.a = wide;
-    product.b = out_.graph.raw(signs);
-    return out_.graph.raw(product);
+    const int plusSigns = out_.graph.raw(plus), minusSigns = out_.graph.raw(minus);
+    return make(Op::Mul, type, wide, make(Op::Const, type, plusSigns, minusSigns));
 }
 
 void Packer::assignWide(int lo, int hi)

@@ -57,8 +57,6 @@ private:
     // seeds (wide_seeds.cpp)
     void seed(const std::vector<VectorStore>& stores, const std::vector<bool>& live);
     void seedFromShapes(const std::vector<VectorStore>& stores);
-    bool combined(int x, int y) const;
-    bool dependsOn(int later, int earlier) const;
     bool seedable(int x, int y, bool checkOrder) const;
     void want(int lo, int hi);
     int seedFromOutputs(int lo, int hi, bool commit);
@@ -79,10 +77,10 @@ private:
     // 128-bit nodes; x in the lower half.
     int pairGain(int lo, int hi) const;
     bool usersPair(int lo, int hi) const;
-    int inputPartner(int id, int half) const;
 
     // nodes of the packed graph (wide_build.cpp)
     void findUsers(const std::vector<bool>& live);
+    int make(Op op, Type type, int a, int b = -1, int index = -1);
     int value128(int id);
     int value256(int lo, int hi);
     void assignNarrow(int id);

@@ -48,27 +48,28 @@ bool Packer::compatible(int x, int y) const
     return (a.a == a.b) == (b.a == b.b);
 }
 
-// Whether two operations pair with neither used by a node that uses the other.
+// Whether two operations pair and no node uses both: such a pair would have
+// to add its own two halves.
 bool Packer::pairable(int x, int y) const
 {
-    return compatible(x, y) && !combined(x, y) && !combined(y, x);
-}
-
-// Whether a node's instruction runs on the shuffle unit: exchanges,
-// selections, moves across halves, loads into an upper half.
-bool onShuffleUnit(const Node& n)
-{
-    return n.op == Op::Swap || n.op == Op::SwapNeg || n.op == Op::Shuffle || n.op == Op::Join ||
-           n.op == Op::Extract || n.op == Op::Permute2 ||
-           (n.op == Op::Input && n.index2 >= 0 && n.index2 != n.index + 1);
+    if (!compatible(x, y))
+        return false;
+    for (auto [p, q] : {std::pair<int, int>{x, y}, std::pair<int, int>{y, x}})
+        for (int user : at(p).users)
+            if (node(user).a == q || node(user).b == q)
+                return false;
+    return true;
 }
 
 int Packer::pairGain(int lo, int hi) const
 {
     const Node& x = node(lo);
     const Node& y = node(hi);
-    // a pair of exchanges or selections saves one instruction of the shuffle unit
-    const int own = onShuffleUnit(x) ? moveCost : 1;
+    // a pair of instructions of the shuffle unit (exchanges, selections,
+    // moves across halves) saves one of them
+    const bool shuffle = x.op == Op::Swap || x.op == Op::SwapNeg || x.op == Op::Shuffle || x.op == Op::Join ||
+                         x.op == Op::Extract || x.op == Op::Permute2;
+    const int own = shuffle ? moveCost : 1;
     int wide = own + (x.op != y.op ? 1 : 0), narrow = 2 * own;
     for (auto [ox, oy] : {std::pair<int, int>{x.a, y.a}, std::pair<int, int>{x.b == x.a ? -1 : x.b, y.b}}) {
         if (ox < 0)
@@ -93,18 +94,6 @@ bool Packer::usersPair(int lo, int hi) const
                 return true;
         }
     return false;
-}
-
-int Packer::inputPartner(int id, int half) const
-{
-    // the Input node whose read lies just above (half 0: id is the lower
-    // half) or just below this one's
-    const Node& n = node(id);
-    const int s = span_(n);
-    if (s < 0)
-        return -1;
-    auto found = inputAt_.find(half == 0 ? s + laneCount(n.type) : s - laneCount(n.type));
-    return found == inputAt_.end() ? -1 : found->second;
 }
 
 void Packer::pairAll()
@@ -173,18 +162,22 @@ bool Packer::pairFree(const std::vector<int>& round, bool acrossHalves)
 }
 
 // A partner of x found through an operand: the other half of the 256-bit
-// node that holds the operand, or the Input node whose read lies beside its
-// own; the first user of that partner that pairs with x without a move.
+// node that holds the operand, or the Input node whose read lies just above
+// (h 0: the operand is the lower half) or just below the operand's; the first
+// user of that partner that pairs with x without a move.
 std::pair<int, int> Packer::sideBySidePartner(int x) const
 {
     const Node& n = node(x);
     for (int operand : {n.a, n.b})
         for (int h = 0; h < 2 && operand >= 0; ++h) {
+            const Node& o = node(operand);
             int partner = -1;
-            if (inWide(operand) && at(operand).half == h)
-                partner = at(operand).partner;  // the other half of the same 256-bit node
-            else if (!inWide(operand) && node(operand).op == Op::Input)
-                partner = inputPartner(operand, h);
+            if (inWide(operand) && at(operand).half == h) {
+                partner = at(operand).partner;
+            } else if (!inWide(operand) && o.op == Op::Input && span_(o) >= 0) {
+                const auto found = inputAt_.find(span_(o) + (h == 0 ? laneCount(o.type) : -laneCount(o.type)));
+                partner = found == inputAt_.end() ? -1 : found->second;
+            }
             if (partner < 0)
                 continue;
             for (int y : at(partner).users) {

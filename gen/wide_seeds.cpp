@@ -49,49 +49,16 @@ void Packer::seedFromShapes(const std::vector<VectorStore>& stores)
     }
 }
 
-// Whether a node uses x and y together: such a pair would have to add its
-// own two halves.
-bool Packer::combined(int x, int y) const
-{
-    for (int user : at(x).users) {
-        const Node& u = node(user);
-        if (u.a == y || u.b == y)
-            return true;
-    }
-    return false;
-}
-
-bool Packer::dependsOn(int later, int earlier) const
-{
-    // operands are made before their users, so only nodes above `earlier` can lead to it
-    std::vector<int> stack{later};
-    std::vector<bool> seen(static_cast<std::size_t>(later + 1), false);
-    while (!stack.empty()) {
-        const int id = stack.back();
-        stack.pop_back();
-        if (id == earlier)
-            return true;
-        if (id < earlier || seen[static_cast<std::size_t>(id)])
-            continue;
-        seen[static_cast<std::size_t>(id)] = true;
-        const Node& n = node(id);
-        for (int operand : {n.a, n.b})
-            if (operand >= earlier)
-                stack.push_back(operand);
-    }
-    return false;
-}
-
 // Whether x and y may be asked for as a pair: two operations that pair, not
 // asked for yet, that no node uses together and (`checkOrder`) of which
 // neither needs the other.
 bool Packer::seedable(int x, int y, bool checkOrder) const
 {
-    if (x < 0 || y < 0 || isLeaf(node(x)) || isLeaf(node(y)) || at(x).wanted >= 0 || at(y).wanted >= 0)
+    if (x < 0 || y < 0 || isLeaf(node(x)) || isLeaf(node(y)) || at(x).wanted >= 0 || at(y).wanted >= 0 ||
+        !pairable(x, y))
         return false;
-    if (!compatible(x, y) || combined(x, y) || combined(y, x))
-        return false;
-    return !checkOrder || !(x > y ? dependsOn(x, y) : dependsOn(y, x));
+    // a node's operands come before it
+    return !checkOrder || !g_.liveSet({std::max(x, y)})[static_cast<std::size_t>(std::min(x, y))];
 }
 
 void Packer::want(int lo, int hi)
@@ -152,8 +119,7 @@ void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
     for (const auto& [scope, depth] : depthOf)
         scopes.push_back({depth, scope});
     std::sort(scopes.begin(), scopes.end());
-    for (const auto& entry : scopes) {
-        const int scope = entry.second;
+    for (const auto& [depth, scope] : scopes) {
         for (int group = 0;; group += 2) {
             const auto lower = members.find({scope, group});
             const auto upper = members.find({scope, group + 1});
