@@ -3,6 +3,7 @@
 // which every other target takes; on a 256-bit target the body of least
 // time.
 #include <algorithm>
+#include <limits>
 
 #include "complex_kernel.h"
 
@@ -45,29 +46,21 @@ int timeCost(const Graph& g, const std::vector<int>& roots, int stores)
     return cost;
 }
 
-int packedTime(const PackedKernel& packed)
-{
-    std::vector<int> roots;
-    for (const PackedStore& store : packed.stores)
-        roots.push_back(store.node);
-    return timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
-}
-
-// Of every packing of the 128-bit graph, the one of least time, and its
+// Of every packing of the 128-bit graph, the time of the fastest, and its
 // options in `chosen`.
-PackedKernel packWideSearch(const NarrowKernel& k, const Variant& v, PackOptions& chosen)
+int packWideSearch(const NarrowKernel& k, const Variant& v, PackOptions& chosen)
 {
-    PackedKernel best;
-    int bestTime = 0;
-    for (PackOptions::Seeds seeds : {PackOptions::None, PackOptions::Neighbours, PackOptions::Shapes,
-                                      PackOptions::Groups, PackOptions::AlignedGroups})
-        for (int moves = 0; moves < 3; ++moves) {
-            const PackOptions options{seeds, moves > 0, moves > 1};
-            PackedKernel packed = packWide(k.graph, vectorStores(v, k.stores), inputSpan(v), options);
-            const int time = packedTime(packed);
-            if (best.stores.empty() || time < bestTime) {
-                best = std::move(packed);
-                bestTime = time;
+    int best = std::numeric_limits<int>::max();
+    for (int seeds = PackOptions::None; seeds <= PackOptions::AlignedGroups; ++seeds)
+        for (int moves = PackOptions::NoMoves; moves <= PackOptions::Lookahead; ++moves) {
+            const PackOptions options{static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)};
+            const PackedKernel packed = packNarrow(v, k, options);
+            std::vector<int> roots;
+            for (const PackedStore& store : packed.stores)
+                roots.push_back(store.node);
+            const int time = timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
+            if (time < best) {
+                best = time;
                 chosen = options;
             }
         }
@@ -79,7 +72,7 @@ Flow searchFlow(const Variant& v, int n)
 {
     if (v.precision == Precision::Double)
         return Flow::Parts;
-    if (!pairedLayout(v, n))
+    if (n < 6)
         return Flow::Scalar;
     Flow best = Flow::Pairs;
     int bestCost = 0;
@@ -100,23 +93,13 @@ void searchWideBody(const Variant& v, int n, Flow flow, Form& form)
 {
     const NarrowKernel k = buildNarrow(v, n, flow);
     PackOptions options;
-    const PackedKernel packed = packWideSearch(k, v, options);
-    const auto takePacked = [&] {
-        form.set("body", "packed").set("seeds", seedsName(options.seeds)).set("moves", movesName(options));
-    };
-    form.set("body", "narrow");
+    const int packTime = packWideSearch(k, v, options);
     const int narrowTime = timeCost(k.graph, k.roots, static_cast<int>(k.stores.size()));
-    const int packTime = packedTime(packed);
-    if (flow != Flow::Split) {
-        if (packTime < narrowTime)
-            takePacked();
-        return;
-    }
     const TreePtr tree = complexRule(n, v.precision);
     EightLanes eight;
     int eightTime = 0;
-    for (bool batch : {false, true}) {
-        EightLanes candidate = exactEightLanes(n, *tree, v.inverse ? 1 : -1, batch, k.graph, k.roots,
+    for (int batch = 0; flow == Flow::Split && batch < 2; ++batch) {
+        EightLanes candidate = exactEightLanes(n, *tree, v.inverse ? 1 : -1, batch == 1, k.graph, k.roots,
                                                outputLanes(k.stores, n));
         if (!candidate.graph)
             continue;
@@ -129,7 +112,9 @@ void searchWideBody(const Variant& v, int n, Flow flow, Form& form)
     if (eight.graph && eightTime < std::min(narrowTime, packTime))
         form.set("body", "eight").set("batch", eight.batch ? "yes" : "no");
     else if (packTime < narrowTime)
-        takePacked();
+        form.set("body", "packed").set("seeds", seedsNames[options.seeds]).set("moves", movesNames[options.moves]);
+    else
+        form.set("body", "narrow");
 }
 
 }  // namespace

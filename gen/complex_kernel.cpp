@@ -11,6 +11,16 @@ namespace gen {
 
 namespace {
 
+// The place of a name in a list of the table's names, or -1.
+template <std::size_t N>
+int indexOf(const char* const (&names)[N], const std::string& name)
+{
+    for (std::size_t i = 0; i < N; ++i)
+        if (name == names[i])
+            return static_cast<int>(i);
+    return -1;
+}
+
 std::string printInputPair(const Node& node)
 {
     const std::string first = "x + " + std::to_string(2 * node.index);
@@ -21,230 +31,158 @@ std::string printInputPair(const Node& node)
     return "kv::loadLowHigh(" + first + ", x + " + std::to_string(2 * node.index2) + ")";
 }
 
-std::string printStore(const Graph& graph, const Store& store)
+std::string printStore(const Graph& graph, const Store& store, bool single)
 {
     const std::string value = store.node >= 0 ? valueOf(graph, store.node) : "0.0f";
     const std::string place = "y + " + std::to_string(2 * store.index);
+    if (store.kind == Store::Wide)
+        return "kv::store(" + place + ", " + value + ")";
+    if (!single)
+        return "Access::store(" + place + ", " + value + ")";
     switch (store.kind) {
     case Store::Pair:
         return store.index % 2 == 0 ? "Access::storePair(" + place + ", " + value + ")"
                                     : "kv::store(" + place + ", " + value + ")";
     case Store::Low: return "kv::storeLow(" + place + ", " + value + ")";
     case Store::High: return "kv::storeHigh(" + place + ", " + value + ")";
-    case Store::Scalar: return "y[" + std::to_string(store.index) + "] = " + value;
+    default: return "y[" + std::to_string(store.index) + "] = " + value;
     }
-    return "";
 }
 
-// Builds a Complex32 kernel in one of the two vector layouts: two complex
-// numbers per vector (pairs) or real and imaginary parts in vectors of their
-// own (split).  Returns the stores of the outputs.
-void buildVectorLayout(int n, const Tree& tree, int sign, Graph& graph, std::vector<Store>& stores, bool splitLayout,
-                       bool materialize)
+// The body of a kernel: all loads and arithmetic, then the stores.
+std::string printBody(const Graph& graph, const std::vector<Store>& stores, const NodePrinter& printer, bool single)
 {
+    std::vector<int> roots;
+    for (const Store& store : stores)
+        roots.push_back(store.node);
+    std::ostringstream body;
+    body << printNodes(graph, roots, printer, "    ");
+    for (const Store& store : stores)
+        body << "    " << printStore(graph, store, single) << ";\n";
+    return body.str();
+}
+
+// The Complex32 flows on vectors: two complex numbers per vector (pairs,
+// joined) or real and imaginary parts in vectors of their own (split).
+void buildVectorFlow(int n, const Tree& tree, int sign, Flow flow, NarrowKernel& k)
+{
+    Graph& graph = k.graph;
     const int factor = graph.param(Type::V4F, 0);
-    if (splitLayout) {
+    if (flow == Flow::Split) {
         SplitBuilder builder(graph, n);
         const std::vector<SplitRef> out = builder.dft(tree, builder.inputs(), sign);
-        for (int k = 0; k < n; k += 2) {
-            const SplitRef& first = out[static_cast<std::size_t>(k)];
-            const bool pair = k + 1 < n;
-            const SplitRef& second = out[static_cast<std::size_t>(pair ? k + 1 : k)];
+        for (int i = 0; i < n; i += 2) {
+            const SplitRef& first = out[static_cast<std::size_t>(i)];
+            const bool pair = i + 1 < n;
+            const SplitRef& second = out[static_cast<std::size_t>(pair ? i + 1 : i)];
             const int node = builder.gatherLanes({first.re, first.im, second.re, second.im}, {true, true, pair, pair});
-            stores.push_back({pair ? Store::Pair : Store::Low, k, graph.mul(node, factor)});
+            k.stores.push_back({pair ? Store::Pair : Store::Low, i, graph.mul(node, factor)});
         }
         return;
     }
-    PairedBuilder builder(graph, materialize);
+    PairedBuilder builder(graph, flow == Flow::Joined);
     std::vector<HalfRef> x;
     for (int i = 0; i < n; ++i)
         x.push_back(HalfRef::memory(i));
     const std::vector<HalfRef> out = builder.dft(tree, x, sign);
-    for (int k = 0; k < n; ++k) {
-        const HalfRef& ref = out[static_cast<std::size_t>(k)];
-        const bool pairWithNext = k + 1 < n && ref.half == 0 && out[static_cast<std::size_t>(k + 1)].half == 1 &&
-                                  out[static_cast<std::size_t>(k + 1)].vector.p == ref.vector.p &&
-                                  out[static_cast<std::size_t>(k + 1)].vector.q == ref.vector.q;
+    for (int i = 0; i < n; ++i) {
+        const HalfRef& ref = out[static_cast<std::size_t>(i)];
+        const HalfRef* next = i + 1 < n ? &out[static_cast<std::size_t>(i + 1)] : nullptr;
+        const bool pairWithNext = next && ref.half == 0 && next->half == 1 && next->vector.p == ref.vector.p &&
+                                  next->vector.q == ref.vector.q;
         if (ref.sample >= 0 || ref.zero)
             throw std::logic_error("an output that is not computed");
         // one exchange per stored vector turns p + i*q into complex numbers
         const int node = graph.mul(graph.add(ref.vector.p, graph.swapNeg(ref.vector.q)), factor);
-        if (pairWithNext) {
-            stores.push_back({Store::Pair, k, node});
-            ++k;
+        k.stores.push_back({pairWithNext ? Store::Pair : ref.half == 0 ? Store::Low : Store::High, i, node});
+        i += pairWithNext ? 1 : 0;
+    }
+}
+
+// Complex32 up to 5 points on separate real and imaginary parts, or
+// Complex64 one complex number per vector with its values in two parts.
+void buildComplexFlow(int n, const Tree& tree, int sign, bool single, NarrowKernel& k)
+{
+    Graph& graph = k.graph;
+    ComplexBuilder builder(graph, single && (n == 3 || n == 5));
+    std::vector<Cx> x(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i)
+        x[static_cast<std::size_t>(i)] = single ? Cx{graph.input(Type::F32, 2 * i), graph.input(Type::F32, 2 * i + 1)}
+                                                : Cx{graph.input(Type::V2D, i), Graph::none};
+    const std::vector<Cx> out = builder.dft(tree, x, sign);
+    const int factor = graph.param(single ? Type::F32 : Type::V2D, 0);
+    for (int i = 0; i < n; ++i) {
+        const Cx& value = out[static_cast<std::size_t>(i)];
+        if (single) {
+            k.stores.push_back({Store::Scalar, 2 * i, graph.mul(value.p, factor)});
+            k.stores.push_back({Store::Scalar, 2 * i + 1, graph.mul(value.q, factor)});
         } else {
-            stores.push_back({ref.half == 0 ? Store::Low : Store::High, k, node});
+            k.stores.push_back({Store::Pair, i, graph.mul(graph.add(value.p, graph.swapNeg(value.q)), factor)});
         }
     }
+    k.printer.input = [single](const Node& node) {
+        return single ? "x[" + std::to_string(node.index) + "]"
+                      : "Access::load(x + " + std::to_string(2 * node.index) + ")";
+    };
 }
 
 }  // namespace
 
-// The outputs of a vector kernel as the 256-bit packing sees them, and where
-// its inputs read from (-1: not a contiguous 16-byte read).
-std::vector<VectorStore> vectorStores(const Variant& v, const std::vector<Store>& stores)
+// The 256-bit packing sees the full 128-bit stores of the outputs (all of
+// Complex64's) and the contiguous 16-byte reads of the inputs.
+PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options)
 {
+    const bool single = v.precision == Precision::Single;
     std::vector<VectorStore> outputs;
-    for (const Store& store : stores)
-        outputs.push_back({store.node, 2 * store.index, v.precision != Precision::Single || store.kind == Store::Pair});
-    return outputs;
-}
-
-InputSpan inputSpan(const Variant& v)
-{
-    const bool single = v.precision == Precision::Single;
-    return [single](const Node& n) {
-        if (!single)
-            return 2 * n.index;
-        return n.index2 == n.index + 1 ? 2 * n.index : -1;
-    };
-}
-
-// The body of a vector kernel for the 256-bit target: the 128-bit graph packed
-// two nodes to a 256-bit node as `packed` pairs them, neighbouring samples
-// loaded and stored 32 bytes at a time.
-std::string packedBody(const Variant& v, const PackedKernel& packed, const std::vector<Store>& stores,
-                       NodePrinter printer, Kernel& kernel)
-{
-    const bool single = v.precision == Precision::Single;
-    const NodePrinter narrow = printer;
-    printer.input = [narrow, single](const Node& n) {
-        if (n.type == Type::V4D || n.type == Type::V8F)
-            return std::string(single ? "kv::load<kv::fwide>(x + " : "kv::load<kv::dwide>(x + ") + std::to_string(n.index) + ")";
-        return narrow.input(n);
-    };
-    printer.param = [narrow](const Node& n) {
-        if (n.type == Type::V4D || n.type == Type::V8F)
-            return "kv::join(" + narrow.param(n) + ", " + narrow.param(n) + ")";
-        return narrow.param(n);
-    };
-    std::vector<int> roots;
-    for (const PackedStore& store : packed.stores)
-        roots.push_back(store.node);
-    std::ostringstream body;
-    body << printNodes(packed.graph, roots, printer, "    ");
-    for (const PackedStore& store : packed.stores) {
-        const Store& first = stores[static_cast<std::size_t>(store.first)];
-        const std::string place = "y + " + std::to_string(2 * first.index);
-        const std::string value = valueOf(packed.graph, store.node);
-        if (store.wide)
-            body << "    " << "kv::store(" << place << ", " << value << ");\n";
-        else if (!single)
-            body << "    Access::store(" << place << ", " << value << ");\n";
-        else
-            body << "    " << printStore(packed.graph, {first.kind, first.index, store.node}) << ";\n";
-    }
-    kernel.packing = "; packed for 256-bit vectors: " + std::to_string(packed.wideNodes) + " operations of 256 bits, " +
-                     std::to_string(packed.narrowNodes) + " of 128 bits, " + std::to_string(packed.moves) +
-                     " moves across halves";
-    return body.str();
-}
-
-
-// Where a store puts the lanes of its node among the kernel's real outputs.
-void placeStore(const Store& store, bool single, OutputLanes& y)
-{
-    if (store.kind == Store::Scalar) {
-        y[static_cast<std::size_t>(store.index)] = {store.node, 0};
-        return;
-    }
-    const int lanes = !single || store.kind != Store::Pair ? 2 : 4;
-    const int first = store.kind == Store::High ? 2 : 0;
-    for (int i = 0; i < lanes; ++i)
-        y[static_cast<std::size_t>(2 * store.index + i)] = {store.node, first + i};
+    for (const Store& store : k.stores)
+        outputs.push_back({store.node, 2 * store.index, !single || store.kind == Store::Pair});
+    return packWide(k.graph, outputs, [single](const Node& n) {
+        return !single || n.index2 == n.index + 1 ? 2 * n.index : -1;
+    }, options);
 }
 
 OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single)
 {
     OutputLanes y(static_cast<std::size_t>(2 * n), {Graph::none, 0});
-    for (const Store& store : stores)
-        placeStore(store, single, y);
-    return y;
-}
-
-// The same for a packed kernel: a 256-bit store writes its lanes from the
-// place of its first 128-bit store on.
-OutputLanes outputLanes(const PackedKernel& packed, const std::vector<Store>& stores, int n, bool single)
-{
-    OutputLanes y(static_cast<std::size_t>(2 * n), {Graph::none, 0});
-    for (const PackedStore& store : packed.stores) {
-        const Store& first = stores[static_cast<std::size_t>(store.first)];
-        if (!store.wide) {
-            placeStore({first.kind, first.index, store.node}, single, y);
+    for (const Store& store : stores) {
+        if (store.kind == Store::Scalar) {
+            y[static_cast<std::size_t>(store.index)] = {store.node, 0};
             continue;
         }
-        for (int i = 0; i < (single ? 8 : 4); ++i)
-            y[static_cast<std::size_t>(2 * first.index + i)] = {store.node, i};
+        const int lanes = store.kind == Store::Wide ? (single ? 8 : 4) : !single || store.kind != Store::Pair ? 2 : 4;
+        const int first = store.kind == Store::High ? 2 : 0;
+        for (int i = 0; i < lanes; ++i)
+            y[static_cast<std::size_t>(2 * store.index + i)] = {store.node, first + i};
     }
     return y;
 }
 
 Flow flowOf(const Form& form)
 {
-    const std::string& name = form.get("flow");
-    for (int f = 0; f < 5; ++f)
-        if (name == flowNames[f])
-            return static_cast<Flow>(f);
-    formError(form.kernel, "unknown flow " + name);
+    const int flow = indexOf(flowNames, form.get("flow"));
+    if (flow < 0)
+        formError(form.kernel, "unknown flow " + form.get("flow"));
+    return static_cast<Flow>(flow);
 }
-
-namespace {
-
-void buildScalarFlow(const Variant& v, int n, const Tree& tree, NarrowKernel& k)
-{
-    Graph& graph = k.graph;
-    ComplexBuilder builder(graph, n == 3 || n == 5);
-    std::vector<Cx> x(static_cast<std::size_t>(n));
-    for (int i = 0; i < n; ++i)
-        x[static_cast<std::size_t>(i)] = {graph.input(Type::F32, 2 * i), graph.input(Type::F32, 2 * i + 1)};
-    const std::vector<Cx> out = builder.dft(tree, x, v.inverse ? 1 : -1);
-    const int factor = graph.param(Type::F32, 0);
-    for (int i = 0; i < n; ++i) {
-        k.stores.push_back({Store::Scalar, 2 * i, graph.mul(out[static_cast<std::size_t>(i)].p, factor)});
-        k.stores.push_back({Store::Scalar, 2 * i + 1, graph.mul(out[static_cast<std::size_t>(i)].q, factor)});
-    }
-    k.printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
-}
-
-void buildPartsFlow(const Variant& v, int n, const Tree& tree, NarrowKernel& k)
-{
-    Graph& graph = k.graph;
-    k.kernel.vector = true;
-    k.kernel.layout = "one complex number per vector, values carried in two parts";
-    ComplexBuilder builder(graph);
-    std::vector<Cx> x(static_cast<std::size_t>(n));
-    for (int i = 0; i < n; ++i)
-        x[static_cast<std::size_t>(i)] = {graph.input(Type::V2D, i), Graph::none};
-    const std::vector<Cx> out = builder.dft(tree, x, v.inverse ? 1 : -1);
-    const int factor = graph.param(Type::V2D, 0);
-    for (const Cx& value : out)
-        k.stores.push_back({Store::Pair, static_cast<int>(k.stores.size()),
-                            graph.mul(graph.add(value.p, graph.swapNeg(value.q)), factor)});
-    k.printer.input = [](const Node& node) { return "Access::load(x + " + std::to_string(2 * node.index) + ")"; };
-}
-
-}  // namespace
 
 NarrowKernel buildNarrow(const Variant& v, int n, Flow flow)
 {
-    const bool paired = flow == Flow::Pairs || flow == Flow::Joined || flow == Flow::Split;
+    static const char* const layouts[] = {
+        "scalar", "two complex numbers per vector", "two complex numbers per vector, joined before products",
+        "split real and imaginary vectors", "one complex number per vector, values carried in two parts"};
     const bool single = v.precision == Precision::Single;
-    if ((flow == Flow::Scalar) != (single && n < 6) || (flow == Flow::Parts) == single || (paired && n < 6))
+    if ((flow == Flow::Scalar) != (single && n < 6) || (flow == Flow::Parts) == single)
         throw std::runtime_error(v.kernelName(n) + ": flow " + flowNames[static_cast<int>(flow)] +
                                  " does not exist for this kernel");
     const TreePtr tree = complexRule(n, v.precision);
     NarrowKernel k;
-    if (paired) {
-        k.kernel.vector = true;
-        k.kernel.layout = flow == Flow::Split    ? "split real and imaginary vectors"
-                          : flow == Flow::Joined ? "two complex numbers per vector, joined before products"
-                                                 : "two complex numbers per vector";
-        buildVectorLayout(n, *tree, v.inverse ? 1 : -1, k.graph, k.stores, flow == Flow::Split, flow == Flow::Joined);
-        k.printer.input = printInputPair;
-    } else if (single) {
-        buildScalarFlow(v, n, *tree, k);
+    k.kernel.vector = flow != Flow::Scalar;
+    k.kernel.layout = layouts[static_cast<int>(flow)];
+    if (flow == Flow::Scalar || flow == Flow::Parts) {
+        buildComplexFlow(n, *tree, v.inverse ? 1 : -1, single, k);
     } else {
-        buildPartsFlow(v, n, *tree, k);
+        buildVectorFlow(n, *tree, v.inverse ? 1 : -1, flow, k);
+        k.printer.input = printInputPair;
     }
     k.printer.param = [](const Node&) { return std::string("c"); };
     for (const Store& store : k.stores)
@@ -260,18 +198,41 @@ NarrowKernel buildNarrow(const Variant& v, int n, Flow flow)
 
 namespace {
 
-// The 128-bit body of a kernel.
-std::string narrowBody(const Variant& v, const NarrowKernel& k)
+// The body of a vector kernel for the 256-bit target: the 128-bit graph packed
+// two nodes to a 256-bit node as the form's options pair them, neighbouring
+// samples loaded and stored 32 bytes at a time; checked to give the 128-bit
+// graph's bits.
+std::string packedBody(const Variant& v, int n, const NarrowKernel& k, const Form& form, Kernel& kernel)
 {
-    std::ostringstream body;
-    body << printNodes(k.graph, k.roots, k.printer, "    ");
-    for (const Store& store : k.stores) {
-        if (v.precision == Precision::Double)
-            body << "    Access::store(y + " << 2 * store.index << ", " << valueOf(k.graph, store.node) << ");\n";
-        else
-            body << "    " << printStore(k.graph, store) << ";\n";
+    const int seeds = indexOf(seedsNames, form.get("seeds")), moves = indexOf(movesNames, form.get("moves"));
+    if (seeds < 0 || moves < 0)
+        formError(form.kernel, "unknown packing " + form.get("seeds") + "/" + form.get("moves"));
+    const PackedKernel packed =
+        packNarrow(v, k, {static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)});
+    const bool single = v.precision == Precision::Single;
+    std::vector<Store> stores;
+    for (const PackedStore& store : packed.stores) {
+        const Store& first = k.stores[static_cast<std::size_t>(store.first)];
+        stores.push_back({store.wide ? Store::Wide : first.kind, first.index, store.node});
     }
-    return body.str();
+    verifyBody(form.kernel, k.graph, outputLanes(k.stores, n, single), packed.graph, outputLanes(stores, n, single),
+               checkInputs(n), 1.0 / n);
+    NodePrinter printer = k.printer;
+    printer.input = [narrow = k.printer, single](const Node& node) {
+        if (node.type == Type::V4D || node.type == Type::V8F)
+            return std::string(single ? "kv::load<kv::fwide>(x + " : "kv::load<kv::dwide>(x + ") +
+                   std::to_string(node.index) + ")";
+        return narrow.input(node);
+    };
+    printer.param = [narrow = k.printer](const Node& node) {
+        if (node.type == Type::V4D || node.type == Type::V8F)
+            return "kv::join(" + narrow.param(node) + ", " + narrow.param(node) + ")";
+        return narrow.param(node);
+    };
+    kernel.packing = "; packed for 256-bit vectors: " + std::to_string(packed.wideNodes) + " operations of 256 bits, " +
+                     std::to_string(packed.narrowNodes) + " of 128 bits, " + std::to_string(packed.moves) +
+                     " moves across halves";
+    return printBody(packed.graph, stores, printer, single);
 }
 
 }  // namespace
@@ -279,20 +240,13 @@ std::string narrowBody(const Variant& v, const NarrowKernel& k)
 // A kernel in the form its line of the table gives it.
 Kernel buildKernel(const Variant& v, int n, const Form& form)
 {
-    NarrowKernel k = buildNarrow(v, n, flowOf(form));
+    const NarrowKernel k = buildNarrow(v, n, flowOf(form));
     Kernel kernel = k.kernel;
     const std::string& body = form.get("body");
     if (body != "narrow" && (!target().wide() || !kernel.vector))
         formError(form.kernel, "body " + body + " needs a 256-bit target and a vector flow");
     if (body == "packed") {
-        PackOptions options;
-        if (!parsePackOptions(form.get("seeds"), form.get("moves"), options))
-            formError(form.kernel, "unknown packing " + form.get("seeds") + "/" + form.get("moves"));
-        const PackedKernel packed = packWide(k.graph, vectorStores(v, k.stores), inputSpan(v), options);
-        const bool single = v.precision == Precision::Single;
-        verifyBody(form.kernel, k.graph, outputLanes(k.stores, n, single), packed.graph,
-                   outputLanes(packed, k.stores, n, single), checkInputs(n), 1.0 / n);
-        kernel.body = packedBody(v, packed, k.stores, k.printer, kernel);
+        kernel.body = packedBody(v, n, k, form, kernel);
     } else if (body == "eight") {
         if (flowOf(form) != Flow::Split)
             formError(form.kernel, "eight lanes need the split flow");
@@ -303,7 +257,7 @@ Kernel buildKernel(const Variant& v, int n, const Form& form)
             formError(form.kernel, "no eight-lane body gives the bits of the 128-bit flow");
         kernel.body = eightLanesBody(eight, k.printer, kernel);
     } else if (body == "narrow") {
-        kernel.body = narrowBody(v, k);
+        kernel.body = printBody(k.graph, k.stores, k.printer, v.precision == Precision::Single);
         if (target().wide() && kernel.vector)
             kernel.packing = "; kept at 128 bits";
     } else {

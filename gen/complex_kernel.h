@@ -59,12 +59,10 @@ struct Kernel {
     std::string packing;  // how the 256-bit target packed the vector graph
 };
 
-// Complex32 from length 6 works on pairs of complex numbers per vector.
-inline bool pairedLayout(const Variant& v, int n) { return v.precision == Precision::Single && n >= 6; }
-
-// Kernel text from a graph: all loads and arithmetic, then the stores.
+// A store of a kernel's outputs: a whole vector, its lower or upper half, a
+// real number, or (Wide) a 256-bit vector of a packed body.
 struct Store {
-    enum Kind { Pair, Low, High, Scalar } kind;
+    enum Kind { Pair, Low, High, Scalar, Wide } kind;
     int index;  // sample index (Scalar: real-number index)
     int node;
 };
@@ -95,14 +93,10 @@ Kernel buildKernel(const Variant& v, int n, const Form& form);
 // The form the explorer finds for a kernel on the current target.
 Form searchForm(const Variant& v, int n);
 
-// The real outputs of a kernel: where each comes from in its 128-bit graph,
-// and in a packing of that graph.
+// The real outputs of a kernel: where each comes from in its graph.
 OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single = true);
-OutputLanes outputLanes(const PackedKernel& packed, const std::vector<Store>& stores, int n, bool single);
-// The outputs of a vector kernel as the 256-bit packing sees them, and where
-// its inputs read from (-1: not a contiguous 16-byte read).
-std::vector<VectorStore> vectorStores(const Variant& v, const std::vector<Store>& stores);
-InputSpan inputSpan(const Variant& v);
+// The 128-bit graph of a vector flow packed onto 256-bit vectors.
+PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options);
 
 // Inputs on which every wide body of a kernel must give its flow's bits.
 std::vector<std::vector<double>> checkInputs(int n);

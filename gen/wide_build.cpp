@@ -1,72 +1,103 @@
-// The nodes of the packed graph: a 256-bit node for each pair, a 128-bit copy
-// of each node left unpaired, and the moves between the two: a 128-bit value
-// taken out of its half, two 128-bit values joined or their halves permuted,
-// constants of two halves merged, the scale factor broadcast, and an addition
-// paired with a subtraction through a product by (+1 | -1).  Last the stores,
-// one 256-bit store where two neighbouring full stores share a 256-bit node.
+// The 256-bit packing pass and the nodes of the packed graph: a 256-bit node
+// for each pair, a 128-bit copy of each node left unpaired, and the moves
+// between the two: a 128-bit value taken out of its half, two 128-bit values
+// joined or their halves permuted, constants of two halves merged, the scale
+// factor broadcast, and an addition paired with a subtraction through a
+// product by (+1 | -1).  Last the stores, one 256-bit store where two
+// neighbouring full stores share a 256-bit node.
 #include <stdexcept>
 
 #include "wide_packer.h"
 
-namespace gen::wide {
+namespace gen {
+
+PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
+                      const PackOptions& options)
+{
+    return wide::Packer(narrow, span, options).run(stores);
+}
+
+namespace wide {
+
+PackedKernel Packer::run(const std::vector<VectorStore>& stores)
+{
+    std::vector<int> roots;
+    for (const VectorStore& s : stores)
+        roots.push_back(s.node);
+    const std::vector<bool> live = g_.liveSet(roots);
+    findUsers(live);
+    seed(stores, live);
+    pairAll();
+    placeStores(stores);
+    return std::move(out_);
+}
+
+// The users of every live node and the nodes ready from the start: those
+// whose operands are all leaves.
+void Packer::findUsers(const std::vector<bool>& live)
+{
+    for (int id = 0; id < g_.size(); ++id) {
+        const Node& n = node(id);
+        if (n.op == Op::Input && live[static_cast<std::size_t>(id)] && span_(n) >= 0)
+            inputAt_[span_(n)] = id;
+        if (!live[static_cast<std::size_t>(id)] || isLeaf(n))
+            continue;
+        for (int operand : {n.a, n.b == n.a ? -1 : n.b})
+            if (operand >= 0) {
+                at(operand).users.push_back(id);
+                at(id).waiting += isLeaf(node(operand)) ? 0 : 1;
+            }
+        if (at(id).waiting == 0)
+            ready_.push_back(id);
+    }
+}
+
+int Packer::make(Op op, Type type, int a, int b, int index)
+{
+    Node n{op, type};
+    n.a = a;
+    n.b = b;
+    n.index = index;
+    return out_.graph.raw(n);
+}
 
 int Packer::value128(int id)
 {
-    int& known = narrowId_[static_cast<std::size_t>(id)];
+    int& known = at(id).narrow;
     if (known >= 0)
         return known;
-    Node n = node(id);
     if (inWide(id)) {
-        Node e{Op::Extract, n.type};
-        e.a = wideId_[static_cast<std::size_t>(id)];
-        e.index = half_[static_cast<std::size_t>(id)];
         ++out_.moves;
-        known = out_.graph.raw(e);
-        return known;
+        return known = make(Op::Extract, node(id).type, at(id).wide, -1, at(id).half);
     }
-    if (!isLeaf(n))
+    if (!isLeaf(node(id)))
         throw std::logic_error("a value used before it is computed");
-    known = out_.graph.raw(n);
-    return known;
+    return known = out_.graph.raw(node(id));
 }
 
 int Packer::value256(int lo, int hi)
 {
-    auto found = wideOf_.find({lo, hi});
+    const auto found = wideOf_.find({lo, hi});
     if (found != wideOf_.end())
         return found->second;
     const Node& a = node(lo);
     const Node& b = node(hi);
-    const Type type = wideType(a.type);
+    const Type type = a.type == Type::V2D ? Type::V4D : Type::V8F;
     int id = -1;
-    if (a.op == Op::Const && b.op == Op::Const) {
-        Node c{Op::Const, type};
-        c.a = value128(lo);
-        c.b = value128(hi);
-        id = out_.graph.raw(c);
-    } else if (a.op == Op::Param && b.op == Op::Param && a.index == b.index) {
-        Node p{Op::Param, type};
-        p.index = a.index;
-        id = out_.graph.raw(p);
+    if (a.op == Op::Param && b.op == Op::Param && a.index == b.index) {
+        id = make(Op::Param, type, -1, -1, a.index);
     } else if (joinCost(lo, hi) == 0 && a.op == Op::Input && b.op == Op::Input) {
-        Node in{Op::Input, type};
-        in.index = span_(a);
-        id = out_.graph.raw(in);
+        id = make(Op::Input, type, -1, -1, span_(a));
     } else if (inWide(lo) && inWide(hi)) {
-        const int wa = wideId_[static_cast<std::size_t>(lo)], wb = wideId_[static_cast<std::size_t>(hi)];
-        const int ha = half_[static_cast<std::size_t>(lo)], hb = half_[static_cast<std::size_t>(hi)];
-        Node p{Op::Permute2, type};
-        p.a = wa;
-        p.b = wb;
-        p.index = ha | ((wa == wb ? hb : 2 + hb) << 4);
+        const int wa = at(lo).wide, wb = at(hi).wide;
         ++out_.moves;
-        id = out_.graph.raw(p);
+        id = make(Op::Permute2, type, wa, wb, at(lo).half | ((wa == wb ? at(hi).half : 2 + at(hi).half) << 4));
     } else {
-        Node j{Op::Join, type};
-        j.a = value128(lo);
-        j.b = value128(hi);
-        ++out_.moves;
-        id = out_.graph.raw(j);
+        // two constants merge into one; other values are joined
+        const bool constants = a.op == Op::Const && b.op == Op::Const;
+        const int l = value128(lo), h = value128(hi);
+        out_.moves += constants ? 0 : 1;
+        id = make(constants ? Op::Const : Op::Join, type, l, h);
     }
     wideOf_[{lo, hi}] = id;
     return id;
@@ -74,9 +105,9 @@ int Packer::value256(int lo, int hi)
 
 void Packer::placed(int id)
 {
-    assigned_[static_cast<std::size_t>(id)] = true;
-    for (int user : users_[static_cast<std::size_t>(id)])
-        if (--waiting_[static_cast<std::size_t>(user)] == 0)
+    at(id).assigned = true;
+    for (int user : at(id).users)
+        if (--at(user).waiting == 0)
             ready_.push_back(user);
 }
 
@@ -87,7 +118,7 @@ void Packer::assignNarrow(int id)
         n.a = value128(n.a);
     if (n.b >= 0)
         n.b = value128(n.b);
-    narrowId_[static_cast<std::size_t>(id)] = out_.graph.raw(n);
+    at(id).narrow = out_.graph.raw(n);
     ++out_.narrowNodes;
     placed(id);
 }
@@ -110,13 +141,8 @@ int Packer::signFlip(int wide)
         plus.lane2 = plus.lane3 = 1.0;
         minus.lane2 = minus.lane3 = -1.0;
     }
-    Node signs{Op::Const, type};
-    signs.a = out_.graph.raw(plus);
-    signs.b = out_.graph.raw(minus);
-    Node product{Op::Mul, type};
-    product.a = wide;
-    product.b = out_.graph.raw(signs);
-    return out_.graph.raw(product);
+    const int plusSigns = out_.graph.raw(plus), minusSigns = out_.graph.raw(minus);
+    return make(Op::Mul, type, wide, make(Op::Const, type, plusSigns, minusSigns));
 }
 
 void Packer::assignWide(int lo, int hi)
@@ -124,7 +150,7 @@ void Packer::assignWide(int lo, int hi)
     const Node& x = node(lo);
     const Node& y = node(hi);
     Node n = x;
-    n.type = wideType(x.type);
+    n.type = x.type == Type::V2D ? Type::V4D : Type::V8F;
     if (x.a >= 0)
         n.a = value256(x.a, y.a);
     if (x.b >= 0)
@@ -132,12 +158,11 @@ void Packer::assignWide(int lo, int hi)
     if (x.op != y.op)
         n.b = signFlip(n.b);
     const int id = out_.graph.raw(n);
-    wideId_[static_cast<std::size_t>(lo)] = id;
-    half_[static_cast<std::size_t>(lo)] = 0;
-    wideId_[static_cast<std::size_t>(hi)] = id;
-    half_[static_cast<std::size_t>(hi)] = 1;
-    partner_[static_cast<std::size_t>(lo)] = hi;
-    partner_[static_cast<std::size_t>(hi)] = lo;
+    at(lo).wide = at(hi).wide = id;
+    at(lo).half = 0;
+    at(hi).half = 1;
+    at(lo).partner = hi;
+    at(hi).partner = lo;
     wideOf_[{lo, hi}] = id;
     ++out_.wideNodes;
     placed(lo);
@@ -149,19 +174,17 @@ void Packer::placeStores(const std::vector<VectorStore>& stores)
 {
     for (std::size_t i = 0; i < stores.size(); ++i) {
         const VectorStore& s = stores[i];
-        if (i + 1 < stores.size()) {
-            const VectorStore& t = stores[i + 1];
-            const int lanes = node(s.node).type == Type::V2D ? 2 : 4;
-            if (s.full && t.full && t.offset == s.offset + lanes && !isLeaf(node(s.node)) && !isLeaf(node(t.node)) &&
-                inWide(s.node) && inWide(t.node) &&
-                (wideOf_.count({s.node, t.node}) || extractCost(s.node) + extractCost(t.node) > 0)) {
-                out_.stores.push_back({value256(s.node, t.node), true, static_cast<int>(i)});
-                ++i;
-                continue;
-            }
+        const VectorStore* t = i + 1 < stores.size() ? &stores[i + 1] : nullptr;
+        if (t && neighbours(s, *t) && inWide(s.node) && inWide(t->node) &&
+            (wideOf_.count({s.node, t->node}) || extractCost(s.node) + extractCost(t->node) > 0)) {
+            out_.stores.push_back({value256(s.node, t->node), true, static_cast<int>(i)});
+            ++i;
+            continue;
         }
         out_.stores.push_back({value128(s.node), false, static_cast<int>(i)});
     }
 }
 
-}  // namespace gen::wide
+}  // namespace wide
+
+}  // namespace gen

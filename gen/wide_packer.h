@@ -1,8 +1,8 @@
 // The state of one 256-bit packing of a 128-bit graph, shared by the steps of
-// the pass: wide_pairs.cpp runs them and holds the cost model, wide_seeds.cpp
-// asks for pairs before the walk (the seeds), wide_pairing.cpp walks the graph
-// in rounds of ready nodes and pairs them, and wide_build.cpp makes the nodes
-// of the packed graph: 256-bit nodes, moves across halves and the stores.
+// the pass: wide_seeds.cpp asks for pairs before the walk (the seeds),
+// wide_pairing.cpp walks the graph in rounds of ready nodes and pairs them,
+// and wide_build.cpp runs the steps and makes the nodes of the packed graph:
+// 256-bit nodes, moves across halves and the stores.
 #ifndef KVTGEN_WIDE_PACKER_H
 #define KVTGEN_WIDE_PACKER_H
 
@@ -17,62 +17,59 @@ namespace gen::wide {
 
 using Options = PackOptions;
 
-// The 256-bit type of two 128-bit values side by side.
-Type wideType(Type t);
-
 inline bool isLeaf(const Node& n) { return n.op == Op::Input || n.op == Op::Const || n.op == Op::Param; }
-
-// Whether a node's instruction runs on the shuffle unit: exchanges,
-// selections, moves across halves, loads into an upper half.
-bool onShuffleUnit(const Node& n);
-
 
 class Packer {
 public:
     Packer(const Graph& g, const InputSpan& span, Options options)
-        : g_(g), span_(span), options_(options), moveCost(target().inOperations("shuffle"))
+        : g_(g), span_(span), options_(options), moveCost(target().inOperations("shuffle")),
+          slots_(static_cast<std::size_t>(g.size()))
     {
-        const std::size_t size = static_cast<std::size_t>(g.size());
-        narrowId_.assign(size, -1);
-        wideId_.assign(size, -1);
-        half_.assign(size, -1);
-        partner_.assign(size, -1);
-        wanted_.assign(size, -1);
-        wantedHalf_.assign(size, -1);
-        assigned_.assign(size, false);
-        users_.resize(size);
     }
 
     PackedKernel run(const std::vector<VectorStore>& stores);
 
 private:
-    const Node& node(int id) const { return g_.node(id); }
-    bool inWide(int id) const { return wideId_[static_cast<std::size_t>(id)] >= 0; }
-    int wanted(int id) const { return wanted_[static_cast<std::size_t>(id)]; }
+    // what the pass knows of a node of the 128-bit graph
+    struct Slot {
+        int narrow = -1;   // its 128-bit value in the packed graph
+        int wide = -1;     // the 256-bit node that computes it
+        int half = -1;     // and its half there
+        int partner = -1;  // the node in its other half
+        int wanted = -1;   // the partner that a seed asks for (-1: none)
+        int wantedHalf = -1;
+        bool assigned = false;
+        bool inRound = false;  // in the round being paired
+        int waiting = 0;       // operands not yet computed
+        std::vector<int> users;
+    };
 
-    // the users of every live node, and the nodes ready from the start (wide_pairs.cpp)
-    void findUsers(const std::vector<bool>& live);
+    const Node& node(int id) const { return g_.node(id); }
+    Slot& at(int id) { return slots_[static_cast<std::size_t>(id)]; }
+    const Slot& at(int id) const { return slots_[static_cast<std::size_t>(id)]; }
+    bool inWide(int id) const { return at(id).wide >= 0; }
+    // whether two full stores write neighbouring places
+    bool neighbours(const VectorStore& a, const VectorStore& b) const
+    {
+        return a.full && b.full && b.offset == a.offset + laneCount(node(a.node).type);
+    }
 
     // seeds (wide_seeds.cpp)
     void seed(const std::vector<VectorStore>& stores, const std::vector<bool>& live);
-    void seedFromNeighbours(const std::vector<VectorStore>& stores);
     void seedFromShapes(const std::vector<VectorStore>& stores);
-    bool combined(int x, int y) const;
-    bool dependsOn(int later, int earlier) const;
+    bool seedable(int x, int y, bool checkOrder) const;
+    void want(int lo, int hi);
     int seedFromOutputs(int lo, int hi, bool commit);
     void seedFromGroups(const std::vector<bool>& live, bool align);
     void seedAligned(const std::vector<int>& lower, const std::vector<int>& upper);
-    bool seedPair(int lo, int hi);
 
     // rounds of pairing (wide_pairing.cpp)
     void pairAll();
-    bool takeable(int y) const;
-    bool pairWanted(const std::vector<int>& round);
-    bool pairSideBySide(const std::vector<int>& round);
-    bool sideBySidePartner(int x, int& bestLo, int& bestHi);
-    bool pairAcrossHalves(const std::vector<int>& round);
-    bool leaveNarrow(const std::vector<int>& round);
-    void giveUpWanted(const std::vector<int>& round);
+    bool takeable(int y) const { return at(y).inRound && !at(y).assigned; }
+    bool pairable(int x, int y) const;
+    bool pairFree(const std::vector<int>& round, bool acrossHalves);
+    std::pair<int, int> sideBySidePartner(int x) const;
+    std::pair<int, int> cheapestPartner(int x, const std::vector<int>& round) const;
     int joinCost(int lo, int hi) const;
     int extractCost(int id) const;
     bool compatible(int x, int y) const;
@@ -80,9 +77,10 @@ private:
     // 128-bit nodes; x in the lower half.
     int pairGain(int lo, int hi) const;
     bool usersPair(int lo, int hi) const;
-    int inputPartner(int id, int half) const;
 
     // nodes of the packed graph (wide_build.cpp)
+    void findUsers(const std::vector<bool>& live);
+    int make(Op op, Type type, int a, int b = -1, int index = -1);
     int value128(int id);
     int value256(int lo, int hi);
     void assignNarrow(int id);
@@ -99,18 +97,8 @@ private:
     // cost.shuffle)
     const int moveCost;
     PackedKernel out_;
-    std::vector<int> narrowId_;  // the node's 128-bit value in the packed graph
-    std::vector<int> wideId_;    // the 256-bit node that computes it
-    std::vector<int> half_;      // and its half there
-    std::vector<int> partner_;   // the node in its other half
-    std::vector<int> wanted_;    // the partner that the outputs ask for (-1: none)
-    std::vector<int> wantedHalf_;
-    std::vector<bool> assigned_;
-    std::vector<std::vector<int>> users_;
-    std::map<int, std::vector<int>> inputUsers_;  // users of Input nodes, for the search of partners through inputs
-    std::vector<int> waiting_;   // operands not yet computed
+    std::vector<Slot> slots_;
     std::vector<int> ready_;
-    std::vector<bool> inRound_;  // the nodes of the round being paired
     std::map<std::pair<int, int>, int> wideOf_;  // (lower, upper) 128-bit nodes -> 256-bit value
     std::map<int, int> inputAt_;                 // offset of a contiguous read -> Input node
 };

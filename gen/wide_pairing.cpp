@@ -22,20 +22,14 @@ int Packer::joinCost(int lo, int hi) const
         return 0;
     if (a.op == Op::Param && b.op == Op::Param && a.index == b.index)
         return 1;  // one broadcast, shared by every product by the factor
-    if (a.op == Op::Input && b.op == Op::Input) {
-        const int sa = span_(a), sb = span_(b);
-        const int lanes = a.type == Type::V2D ? 2 : 4;
-        if (sa >= 0 && sb == sa + lanes)
-            return 0;
-    }
+    if (a.op == Op::Input && b.op == Op::Input && span_(a) >= 0 && span_(b) == span_(a) + laneCount(a.type))
+        return 0;
     return moveCost;
 }
 
 int Packer::extractCost(int id) const
 {
-    if (id < 0 || narrowId_[static_cast<std::size_t>(id)] >= 0)
-        return 0;
-    return inWide(id) && half_[static_cast<std::size_t>(id)] == 1 ? moveCost : 0;
+    return id >= 0 && at(id).narrow < 0 && inWide(id) && at(id).half == 1 ? moveCost : 0;
 }
 
 bool Packer::compatible(int x, int y) const
@@ -54,12 +48,28 @@ bool Packer::compatible(int x, int y) const
     return (a.a == a.b) == (b.a == b.b);
 }
 
+// Whether two operations pair and no node uses both: such a pair would have
+// to add its own two halves.
+bool Packer::pairable(int x, int y) const
+{
+    if (!compatible(x, y))
+        return false;
+    for (auto [p, q] : {std::pair<int, int>{x, y}, std::pair<int, int>{y, x}})
+        for (int user : at(p).users)
+            if (node(user).a == q || node(user).b == q)
+                return false;
+    return true;
+}
+
 int Packer::pairGain(int lo, int hi) const
 {
     const Node& x = node(lo);
     const Node& y = node(hi);
-    // a pair of exchanges or selections saves one instruction of the shuffle unit
-    const int own = onShuffleUnit(x) ? moveCost : 1;
+    // a pair of instructions of the shuffle unit (exchanges, selections,
+    // moves across halves) saves one of them
+    const bool shuffle = x.op == Op::Swap || x.op == Op::SwapNeg || x.op == Op::Shuffle || x.op == Op::Join ||
+                         x.op == Op::Extract || x.op == Op::Permute2;
+    const int own = shuffle ? moveCost : 1;
     int wide = own + (x.op != y.op ? 1 : 0), narrow = 2 * own;
     for (auto [ox, oy] : {std::pair<int, int>{x.a, y.a}, std::pair<int, int>{x.b == x.a ? -1 : x.b, y.b}}) {
         if (ox < 0)
@@ -74,8 +84,8 @@ int Packer::pairGain(int lo, int hi) const
 // slots: a pair paid for with moves then serves the next pair for free.
 bool Packer::usersPair(int lo, int hi) const
 {
-    for (int u : users_[static_cast<std::size_t>(lo)])
-        for (int v : users_[static_cast<std::size_t>(hi)]) {
+    for (int u : at(lo).users)
+        for (int v : at(hi).users) {
             if (!compatible(u, v))
                 continue;
             const Node& a = node(u);
@@ -86,74 +96,65 @@ bool Packer::usersPair(int lo, int hi) const
     return false;
 }
 
-int Packer::inputPartner(int id, int half) const
-{
-    // the Input node whose read lies just above (half 0: id is the lower
-    // half) or just below this one's
-    const Node& n = node(id);
-    const int s = span_(n);
-    if (s < 0)
-        return -1;
-    const int lanes = n.type == Type::V2D ? 2 : 4;
-    auto found = inputAt_.find(half == 0 ? s + lanes : s - lanes);
-    return found == inputAt_.end() ? -1 : found->second;
-}
-
-bool Packer::takeable(int y) const
-{
-    return inRound_[static_cast<std::size_t>(y)] && !assigned_[static_cast<std::size_t>(y)];
-}
-
 void Packer::pairAll()
 {
     while (!ready_.empty()) {
         std::sort(ready_.begin(), ready_.end());
-        inRound_.assign(static_cast<std::size_t>(g_.size()), false);
+        for (Slot& slot : slots_)
+            slot.inRound = false;
         for (int id : ready_)
-            inRound_[static_cast<std::size_t>(id)] = true;
-        const std::vector<int> round = ready_;
+            at(id).inRound = true;
+        const std::vector<int> round = std::move(ready_);
         ready_.clear();
-        bool made = pairWanted(round);
-        made = pairSideBySide(round) || made;
-        if (!made && options_.crossMoves)
-            made = pairAcrossHalves(round);
-        if (!made)
-            made = leaveNarrow(round);
-        if (!made)
-            giveUpWanted(round);
+        // 0. the pairs that the seeds ask for, as soon as both halves can be computed
+        bool made = false;
+        for (int x : round) {
+            const int y = at(x).wanted;
+            if (y < 0 || at(x).assigned || !takeable(y))
+                continue;
+            if (at(x).wantedHalf == 0)
+                assignWide(x, y);
+            else
+                assignWide(y, x);
+            made = true;
+        }
+        // 1. partners whose operands already sit side by side
+        made = pairFree(round, false) || made;
+        // 2. the cheapest partner where moves across halves are needed
+        if (!made && options_.moves != Options::NoMoves)
+            made = pairFree(round, true);
+        // 3. where nothing paired, what found no partner stays 128-bit; where
+        // all that is left are wanted partners that wait on each other, those
+        // pairs are given up
+        const bool giveUp = !made && std::none_of(round.begin(), round.end(), [&](int x) {
+            return !at(x).assigned && at(x).wanted < 0;
+        });
+        for (int x : round) {
+            if (made || at(x).assigned || (at(x).wanted >= 0 && !giveUp))
+                continue;
+            if (giveUp) {
+                at(at(x).wanted).wanted = -1;
+                at(x).wanted = -1;
+            }
+            assignNarrow(x);
+        }
         for (int x : round)
-            if (!assigned_[static_cast<std::size_t>(x)])
+            if (!at(x).assigned)
                 ready_.push_back(x);
     }
 }
 
-// 0. the pairs that the outputs ask for, as soon as both halves can be computed
-bool Packer::pairWanted(const std::vector<int>& round)
+// Pairs each node of the round that no seed asks for with the partner found
+// for it, side by side or across halves.
+bool Packer::pairFree(const std::vector<int>& round, bool acrossHalves)
 {
     bool made = false;
     for (int x : round) {
-        const int y = wanted(x);
-        if (y < 0 || assigned_[static_cast<std::size_t>(x)] || !takeable(y))
+        if (at(x).assigned || at(x).wanted >= 0)
             continue;
-        if (wantedHalf_[static_cast<std::size_t>(x)] == 0)
-            assignWide(x, y);
-        else
-            assignWide(y, x);
-        made = true;
-    }
-    return made;
-}
-
-// 1. partners whose operands already sit side by side
-bool Packer::pairSideBySide(const std::vector<int>& round)
-{
-    bool made = false;
-    for (int x : round) {
-        if (assigned_[static_cast<std::size_t>(x)] || wanted(x) >= 0)
-            continue;
-        int bestLo = -1, bestHi = -1;
-        if (sideBySidePartner(x, bestLo, bestHi)) {
-            assignWide(bestLo, bestHi);
+        const auto [lo, hi] = acrossHalves ? cheapestPartner(x, round) : sideBySidePartner(x);
+        if (lo >= 0) {
+            assignWide(lo, hi);
             made = true;
         }
     }
@@ -161,96 +162,57 @@ bool Packer::pairSideBySide(const std::vector<int>& round)
 }
 
 // A partner of x found through an operand: the other half of the 256-bit
-// node that holds the operand, or the Input node whose read lies beside its
-// own; the first user of that partner that pairs with x without a move.
-bool Packer::sideBySidePartner(int x, int& bestLo, int& bestHi)
+// node that holds the operand, or the Input node whose read lies just above
+// (h 0: the operand is the lower half) or just below the operand's; the first
+// user of that partner that pairs with x without a move.
+std::pair<int, int> Packer::sideBySidePartner(int x) const
 {
     const Node& n = node(x);
-    for (int operand : {n.a, n.b}) {
-        if (operand < 0 || bestLo >= 0)
-            continue;
-        for (int h = 0; h < 2 && bestLo < 0; ++h) {
+    for (int operand : {n.a, n.b})
+        for (int h = 0; h < 2 && operand >= 0; ++h) {
+            const Node& o = node(operand);
             int partner = -1;
-            if (inWide(operand)) {
-                if (half_[static_cast<std::size_t>(operand)] != h)
-                    continue;
-                // the other half of the same 256-bit node
-                partner = partner_[static_cast<std::size_t>(operand)];
-            } else if (node(operand).op == Op::Input) {
-                partner = inputPartner(operand, h);
+            if (inWide(operand) && at(operand).half == h) {
+                partner = at(operand).partner;
+            } else if (!inWide(operand) && o.op == Op::Input && span_(o) >= 0) {
+                const auto found = inputAt_.find(span_(o) + (h == 0 ? laneCount(o.type) : -laneCount(o.type)));
+                partner = found == inputAt_.end() ? -1 : found->second;
             }
             if (partner < 0)
                 continue;
-            const std::vector<int>& candidates =
-                node(partner).op == Op::Input ? inputUsers_[partner] : users_[static_cast<std::size_t>(partner)];
-            for (int y : candidates) {
-                if (!takeable(y) || wanted(y) >= 0 || !compatible(x, y) || combined(x, y) || combined(y, x))
+            for (int y : at(partner).users) {
+                if (!takeable(y) || at(y).wanted >= 0 || !pairable(x, y))
                     continue;
                 const int lo = h == 0 ? x : y, hi = h == 0 ? y : x;
                 const Node& l = node(lo);
                 const Node& u = node(hi);
-                if ((l.a < 0 || joinCost(l.a, u.a) == 0) && (l.b < 0 || joinCost(l.b, u.b) == 0)) {
-                    bestLo = lo;
-                    bestHi = hi;
-                    break;
-                }
+                if ((l.a < 0 || joinCost(l.a, u.a) == 0) && (l.b < 0 || joinCost(l.b, u.b) == 0))
+                    return {lo, hi};
             }
         }
-    }
-    return bestLo >= 0;
+    return {-1, -1};
 }
 
-// 2. the cheapest partner where moves across halves are needed
-bool Packer::pairAcrossHalves(const std::vector<int>& round)
+// The partner of x and the halves of least cost, where that cost is no more
+// than two 128-bit nodes.
+std::pair<int, int> Packer::cheapestPartner(int x, const std::vector<int>& round) const
 {
-    bool made = false;
-    for (int x : round) {
-        if (assigned_[static_cast<std::size_t>(x)] || wanted(x) >= 0)
+    int best = 1;
+    std::pair<int, int> chosen{-1, -1};
+    for (int y : round) {
+        if (!takeable(y) || at(y).wanted >= 0 || !pairable(x, y))
             continue;
-        int best = 1, bestLo = -1, bestHi = -1;
-        for (int y : round) {
-            if (!takeable(y) || wanted(y) >= 0 || !compatible(x, y) || combined(x, y) || combined(y, x))
-                continue;
-            for (int h = 0; h < 2; ++h) {
-                const int lo = h == 0 ? x : y, hi = h == 0 ? y : x;
-                const int gain = pairGain(lo, hi) - (options_.lookahead && usersPair(lo, hi) ? moveCost : 0);
-                if (gain < best) {
-                    best = gain;
-                    bestLo = lo;
-                    bestHi = hi;
-                }
+        for (int h = 0; h < 2; ++h) {
+            const int lo = h == 0 ? x : y, hi = h == 0 ? y : x;
+            const int gain =
+                pairGain(lo, hi) - (options_.moves == Options::Lookahead && usersPair(lo, hi) ? moveCost : 0);
+            if (gain < best) {
+                best = gain;
+                chosen = {lo, hi};
             }
         }
-        if (bestLo >= 0 && best <= 0) {
-            assignWide(bestLo, bestHi);
-            made = true;
-        }
     }
-    return made;
-}
-
-// 3. what found no partner stays 128-bit
-bool Packer::leaveNarrow(const std::vector<int>& round)
-{
-    bool made = false;
-    for (int x : round)
-        if (!assigned_[static_cast<std::size_t>(x)] && wanted(x) < 0) {
-            assignNarrow(x);
-            made = true;
-        }
-    return made;
-}
-
-// the wanted partners wait on each other: give up those pairs
-void Packer::giveUpWanted(const std::vector<int>& round)
-{
-    for (int x : round)
-        if (!assigned_[static_cast<std::size_t>(x)]) {
-            const int y = wanted(x);
-            wanted_[static_cast<std::size_t>(y)] = -1;
-            wanted_[static_cast<std::size_t>(x)] = -1;
-            assignNarrow(x);
-        }
+    return chosen;
 }
 
 }  // namespace gen::wide

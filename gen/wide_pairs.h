@@ -16,7 +16,6 @@
 #define KVTGEN_WIDE_PAIRS_H
 
 #include <functional>
-#include <string>
 #include <vector>
 
 #include "graph.h"
@@ -54,22 +53,19 @@ struct PackedKernel {
 // reads something else (a half, or two separate places).
 using InputSpan = std::function<int(const Node&)>;
 
-
 // How the pass pairs nodes: the pairs asked for from the start (none, pairs
 // asked for by neighbouring outputs, the outputs whose computations share the
 // most shape, or the same steps of neighbouring parallel transforms by their
 // order or lined up by the longest common sequence of steps), and whether it
 // makes pairs whose operands need moves across halves (counting one move less
-// where their users pair too: lookahead).
+// where their users pair too: lookahead).  The names are those of the table
+// of forms.
 struct PackOptions {
     enum Seeds { None, Neighbours, Shapes, Groups, AlignedGroups } seeds = None;
-    bool crossMoves = false;
-    bool lookahead = false;
+    enum Moves { NoMoves, Across, Lookahead } moves = NoMoves;
 };
-const char* seedsName(PackOptions::Seeds seeds);
-const char* movesName(const PackOptions& options);
-// From the names of the table of forms; false where one is unknown.
-bool parsePackOptions(const std::string& seeds, const std::string& moves, PackOptions& options);
+inline const char* const seedsNames[] = {"none", "neighbours", "shapes", "groups", "aligned-groups"};
+inline const char* const movesNames[] = {"none", "across", "lookahead"};
 
 // Packs the graph whose outputs are `stores` as the options say.  A 256-bit
 // Input node of the result reads 32 contiguous bytes from the offset in its

@@ -13,85 +13,60 @@ namespace gen::wide {
 
 void Packer::seed(const std::vector<VectorStore>& stores, const std::vector<bool>& live)
 {
-    if (options_.seeds == Options::Neighbours)
-        seedFromNeighbours(stores);
+    if (options_.seeds == Options::Neighbours) {
+        // full stores to neighbouring places, two by two
+        for (std::size_t i = 0; i + 1 < stores.size(); ++i)
+            if (neighbours(stores[i], stores[i + 1])) {
+                seedFromOutputs(stores[i].node, stores[i + 1].node, true);
+                ++i;
+            }
+    }
     if (options_.seeds == Options::Groups || options_.seeds == Options::AlignedGroups)
         seedFromGroups(live, options_.seeds == Options::AlignedGroups);
     if (options_.seeds == Options::Shapes)
         seedFromShapes(stores);
 }
 
-// full stores to neighbouring places, two by two
-void Packer::seedFromNeighbours(const std::vector<VectorStore>& stores)
-{
-    for (std::size_t i = 0; i + 1 < stores.size(); ++i) {
-        const VectorStore& a = stores[i];
-        const VectorStore& b = stores[i + 1];
-        const int lanes = node(a.node).type == Type::V2D ? 2 : 4;
-        if (a.full && b.full && b.offset == a.offset + lanes) {
-            seedFromOutputs(a.node, b.node, true);
-            ++i;
-        }
-    }
-}
-
 // outputs paired by the size of the computation they share in shape,
 // neighbours first among equals
 void Packer::seedFromShapes(const std::vector<VectorStore>& stores)
 {
-    std::vector<std::pair<int, std::pair<int, int>>> candidates;
+    std::vector<std::pair<int, std::pair<std::size_t, std::size_t>>> candidates;
     for (std::size_t i = 0; i < stores.size(); ++i)
         for (std::size_t j = i + 1; j < stores.size(); ++j)
             if (stores[i].full && stores[j].full) {
                 const int size = seedFromOutputs(stores[i].node, stores[j].node, false);
                 if (size > 0)
-                    candidates.push_back({-size, {static_cast<int>(i), static_cast<int>(j)}});
+                    candidates.push_back({-size, {i, j}});
             }
     std::stable_sort(candidates.begin(), candidates.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<bool> used(stores.size(), false);
     for (const auto& candidate : candidates) {
         const auto [i, j] = candidate.second;
-        if (used[static_cast<std::size_t>(i)] || used[static_cast<std::size_t>(j)])
-            continue;
-        if (seedFromOutputs(stores[static_cast<std::size_t>(i)].node, stores[static_cast<std::size_t>(j)].node, true) > 0) {
-            used[static_cast<std::size_t>(i)] = true;
-            used[static_cast<std::size_t>(j)] = true;
-        }
+        if (!used[i] && !used[j] && seedFromOutputs(stores[i].node, stores[j].node, true) > 0)
+            used[i] = used[j] = true;
     }
 }
 
-// Whether a node uses x and y together: such a pair would have to add its
-// own two halves.
-bool Packer::combined(int x, int y) const
+// Whether x and y may be asked for as a pair: two operations that pair, not
+// asked for yet, that no node uses together and (`checkOrder`) of which
+// neither needs the other.
+bool Packer::seedable(int x, int y, bool checkOrder) const
 {
-    for (int user : users_[static_cast<std::size_t>(x)]) {
-        const Node& u = node(user);
-        if (u.a == y || u.b == y)
-            return true;
-    }
-    return false;
+    if (x < 0 || y < 0 || isLeaf(node(x)) || isLeaf(node(y)) || at(x).wanted >= 0 || at(y).wanted >= 0 ||
+        !pairable(x, y))
+        return false;
+    // a node's operands come before it
+    return !checkOrder || !g_.liveSet({std::max(x, y)})[static_cast<std::size_t>(std::min(x, y))];
 }
 
-bool Packer::dependsOn(int later, int earlier) const
+void Packer::want(int lo, int hi)
 {
-    // operands are made before their users, so only nodes above `earlier` can lead to it
-    std::vector<int> stack{later};
-    std::vector<bool> seen(static_cast<std::size_t>(later + 1), false);
-    while (!stack.empty()) {
-        const int id = stack.back();
-        stack.pop_back();
-        if (id == earlier)
-            return true;
-        if (id < earlier || seen[static_cast<std::size_t>(id)])
-            continue;
-        seen[static_cast<std::size_t>(id)] = true;
-        const Node& n = node(id);
-        for (int operand : {n.a, n.b})
-            if (operand >= earlier)
-                stack.push_back(operand);
-    }
-    return false;
+    at(lo).wanted = hi;
+    at(lo).wantedHalf = 0;
+    at(hi).wanted = lo;
+    at(hi).wantedHalf = 1;
 }
 
 // Two outputs want to be computed side by side; so do the operands of two
@@ -102,28 +77,17 @@ int Packer::seedFromOutputs(int lo, int hi, bool commit)
     std::vector<std::pair<int, int>> stack{{lo, hi}};
     std::vector<int> claimed;
     int pairs = 0;
-    auto taken = [&](int id) {
-        return wanted_[static_cast<std::size_t>(id)] >= 0 || std::find(claimed.begin(), claimed.end(), id) != claimed.end();
-    };
     while (!stack.empty()) {
         const auto [x, y] = stack.back();
         stack.pop_back();
-        if (x < 0 || y < 0 || x == y || isLeaf(node(x)) || isLeaf(node(y)))
-            continue;
-        if (taken(x) || taken(y) || !compatible(x, y) || combined(x, y) || combined(y, x))
-            continue;
-        if (commit && (x > y ? dependsOn(x, y) : dependsOn(y, x)))
+        if (!seedable(x, y, commit) || std::count(claimed.begin(), claimed.end(), x) ||
+            std::count(claimed.begin(), claimed.end(), y))
             continue;
         ++pairs;
-        if (commit) {
-            wanted_[static_cast<std::size_t>(x)] = y;
-            wantedHalf_[static_cast<std::size_t>(x)] = 0;
-            wanted_[static_cast<std::size_t>(y)] = x;
-            wantedHalf_[static_cast<std::size_t>(y)] = 1;
-        } else {
-            claimed.push_back(x);
-            claimed.push_back(y);
-        }
+        if (commit)
+            want(x, y);
+        else
+            claimed.insert(claimed.end(), {x, y});
         const Node& a = node(x);
         const Node& b = node(y);
         stack.push_back({a.a, b.a});
@@ -131,23 +95,6 @@ int Packer::seedFromOutputs(int lo, int hi, bool commit)
             stack.push_back({a.b, b.b});
     }
     return pairs;
-}
-
-bool Packer::seedPair(int lo, int hi)
-{
-    if (lo == hi || isLeaf(node(lo)) || isLeaf(node(hi)))
-        return false;
-    if (wanted_[static_cast<std::size_t>(lo)] >= 0 || wanted_[static_cast<std::size_t>(hi)] >= 0)
-        return false;
-    if (!compatible(lo, hi) || combined(lo, hi) || combined(hi, lo))
-        return false;
-    if (lo > hi ? dependsOn(lo, hi) : dependsOn(hi, lo))
-        return false;
-    wanted_[static_cast<std::size_t>(lo)] = hi;
-    wantedHalf_[static_cast<std::size_t>(lo)] = 0;
-    wanted_[static_cast<std::size_t>(hi)] = lo;
-    wantedHalf_[static_cast<std::size_t>(hi)] = 1;
-    return true;
 }
 
 // The transforms of a stage are the same computation on other data: the
@@ -172,8 +119,7 @@ void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
     for (const auto& [scope, depth] : depthOf)
         scopes.push_back({depth, scope});
     std::sort(scopes.begin(), scopes.end());
-    for (const auto& entry : scopes) {
-        const int scope = entry.second;
+    for (const auto& [depth, scope] : scopes) {
         for (int group = 0;; group += 2) {
             const auto lower = members.find({scope, group});
             const auto upper = members.find({scope, group + 1});
@@ -181,13 +127,13 @@ void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
                 break;
             if (lower == members.end() || upper == members.end())
                 continue;
-            if (!align) {
-                const std::size_t count = std::min(lower->second.size(), upper->second.size());
-                for (std::size_t k = 0; k < count; ++k)
-                    seedPair(lower->second[k], upper->second[k]);
+            if (align) {
+                seedAligned(lower->second, upper->second);
                 continue;
             }
-            seedAligned(lower->second, upper->second);
+            for (std::size_t k = 0; k < std::min(lower->second.size(), upper->second.size()); ++k)
+                if (seedable(lower->second[k], upper->second[k], true))
+                    want(lower->second[k], upper->second[k]);
         }
     }
 }
@@ -205,7 +151,8 @@ void Packer::seedAligned(const std::vector<int>& l, const std::vector<int>& u)
                                                            : std::max(common[(i + 1) * cols + j], common[i * cols + j + 1]);
     for (std::size_t i = 0, j = 0; i < l.size() && j < u.size();) {
         if (compatible(l[i], u[j]) && common[i * cols + j] == common[(i + 1) * cols + j + 1] + 1) {
-            seedPair(l[i], u[j]);
+            if (seedable(l[i], u[j], true))
+                want(l[i], u[j]);
             ++i;
             ++j;
         } else if (common[(i + 1) * cols + j] >= common[i * cols + j + 1]) {
