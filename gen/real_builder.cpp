@@ -2,14 +2,11 @@
 // prime-factor and twiddle splits (real transforms on the groups, then real
 // or complex transforms on the columns of their bins), the Rader step
 // (real_rader.cpp), and the shared helpers of the builders.  Also the stored
-// order of a half spectrum and the evaluation of a flow in long double that
-// checks every flow against the plain definition.
+// order of a half spectrum.
 #include "real_builder.h"
 
 #include <cmath>
 #include <stdexcept>
-
-#include "real_stages.h"
 
 namespace gen::real {
 
@@ -41,14 +38,6 @@ void checkFilled(const std::vector<bool>& filled)
             throw std::logic_error("a bin is never produced");
 }
 
-int inverseModulo(int g, int p)
-{
-    for (int q = 1; q < p; ++q)
-        if (static_cast<long>(q) * g % p == 1)
-            return q;
-    throw std::logic_error("no inverse modulo p");
-}
-
 long crt(long k1, long a, long k2, long b)
 {
     for (long k = k1; k < a * b; k += a)
@@ -64,16 +53,13 @@ std::vector<Cx> directReal(Flow& f, const std::vector<Ref>& x)
 {
     const int p = static_cast<int>(x.size());
     const int half = (p - 1) / 2;
-    std::vector<Ref> e(static_cast<std::size_t>(half + 1)), d(static_cast<std::size_t>(half + 1));
+    std::vector<Ref> e{x[0]}, d{Ref{}};  // e[0] for the sum of bin 0
     for (int n = 1; n <= half; ++n) {
-        e[n] = f.add(x[n], x[p - n]);
-        d[n] = f.sub(x[n], x[p - n]);
+        e.push_back(f.add(x[n], x[p - n]));
+        d.push_back(f.sub(x[n], x[p - n]));
     }
     std::vector<Cx> out(static_cast<std::size_t>(half + 1));
-    std::vector<Ref> sum0{x[0]};
-    for (int n = 1; n <= half; ++n)
-        sum0.push_back(e[n]);
-    out[0].re = f.sum(sum0, false);
+    out[0].re = f.sum(e, false);
     for (int k = 1; k <= half; ++k) {
         std::vector<Ref> re{x[0]}, im;
         for (int n = 1; n <= half; ++n) {
@@ -97,6 +83,14 @@ std::vector<Ref> flatten(const std::vector<Cx>& bins, int n)
     }
     if (n % 2 == 0)
         out.push_back(bins[static_cast<std::size_t>(n / 2)].re);
+    return out;
+}
+
+std::vector<long> powers(int g, int p)
+{
+    std::vector<long> out{1};
+    while (static_cast<int>(out.size()) < p - 1)
+        out.push_back(out.back() * g % p);
     return out;
 }
 
@@ -148,62 +142,43 @@ std::vector<Cx> realDft(Flow& f, const TreePtr& tree, const std::vector<Ref>& x)
     std::vector<bool> filled(X.size(), false);
     auto bin = [&](long k1, long k2) { return pfa ? crt(k1, a, k2, b) : k1 + a * k2; };
     for (int k1 = 0; 2 * k1 <= a; ++k1) {
-        const bool realColumn = k1 == 0 || 2 * k1 == a;
-        if (realColumn && (pfa || k1 == 0)) {
-            std::vector<Ref> v;
-            for (int t = 0; t < b; ++t)
-                v.push_back(y[t][k1].re);
-            const std::vector<Cx> z = realDft(f, tree->second, v);
+        std::vector<Cx> column;
+        std::vector<Ref> reals;
+        for (int t = 0; t < b; ++t) {
+            column.push_back(y[t][k1]);
+            reals.push_back(y[t][k1].re);
+        }
+        if (k1 == 0 || (pfa && 2 * k1 == a)) {
+            const std::vector<Cx> z = realDft(f, tree->second, reals);
             for (int k2 = 0; 2 * k2 <= b; ++k2)
                 place(X, filled, n, bin(k1, k2), z[k2]);
-            continue;
-        }
-        if (realColumn) {
-            // twiddle step at k1 = a/2: bins a/2 + a·k2 from real values
-            std::vector<Ref> v;
-            for (int r = 0; r < b; ++r)
-                v.push_back(y[r][k1].re);
+        } else if (2 * k1 == a) {
+            // twiddle step at k1 = a/2: bins a/2 + a·k2 are the odd frequencies of the real column
             if (b % 2 != 0)
                 throw std::logic_error("odd b at the half-frequency column");
-            std::vector<Cx> z;
-            for (int r = 0; r < b / 2; ++r)
-                z.push_back(rotate(f, Cx{v[r], -v[r + b / 2]}, r, 2 * b));
-            const std::vector<Cx> zz = complexDft(f, b / 2, z);
+            const std::vector<Cx> z = oddFrequencies(f, reals);
             for (int j = 0; j < b / 2; ++j)
-                place(X, filled, n, a / 2 + 2L * a * j, zz[j]);
-            continue;
+                place(X, filled, n, a / 2 + 2L * a * j, z[j]);
+        } else {
+            if (!pfa)
+                for (int t = 0; t < b; ++t)
+                    column[t] = rotate(f, column[t], static_cast<long>(t) * k1, n);
+            const std::vector<Cx> z = complexDft(f, b, column);
+            for (int k2 = 0; k2 < b; ++k2)
+                place(X, filled, n, bin(k1, k2), z[k2]);
         }
-        std::vector<Cx> column;
-        for (int t = 0; t < b; ++t)
-            column.push_back(pfa ? y[t][k1] : rotate(f, y[t][k1], static_cast<long>(t) * k1, n));
-        const std::vector<Cx> z = complexDft(f, b, column);
-        for (int k2 = 0; k2 < b; ++k2)
-            place(X, filled, n, bin(k1, k2), z[k2]);
     }
     checkFilled(filled);
     return X;
 }
 
-std::vector<long double> evaluate(const Flow& flow, const std::vector<Ref>& outputs,
-                                  const std::vector<long double>& inputs)
+std::vector<Cx> oddFrequencies(Flow& f, const std::vector<Ref>& v)
 {
-    std::vector<long double> v(static_cast<std::size_t>(flow.size()));
-    for (int id = 0; id < flow.size(); ++id) {
-        const Flow::Node& n = flow.node(id);
-        switch (n.kind) {
-        case Flow::Kind::Input: v[id] = inputs[static_cast<std::size_t>(n.index)]; break;
-        case Flow::Kind::Add: v[id] = v[n.a] + v[n.b]; break;
-        case Flow::Kind::Sub: v[id] = v[n.a] - v[n.b]; break;
-        case Flow::Kind::Mul: v[id] = v[n.a] * n.c; break;
-        case Flow::Kind::Double: v[id] = 2 * v[n.a]; break;
-        }
-    }
-    std::vector<long double> out;
-    for (const Ref& r : outputs) {
-        const long double value = r.zero() ? 0.0L : v[static_cast<std::size_t>(r.id)];
-        out.push_back(r.neg ? -value : value);
-    }
-    return out;
+    const std::size_t h = v.size();
+    std::vector<Cx> z;
+    for (std::size_t r = 0; r < h / 2; ++r)
+        z.push_back(rotate(f, Cx{v[r], -v[r + h / 2]}, static_cast<long>(r), static_cast<long>(2 * h)));
+    return complexDft(f, static_cast<int>(h / 2), z);
 }
 
 }  // namespace gen::real

@@ -1,14 +1,19 @@
 // Flows of the real DFT rules: direct, prime-factor and twiddle steps, the
-// Rader step with folded multipliers, and the complex stages they use.
+// Rader step with folded multipliers (real_rader.cpp), and the complex stages
+// they use (real_complex_stages.cpp), on complex values held as pairs of
+// references of a real flow.
 #ifndef KVTGEN_REAL_BUILDER_H
 #define KVTGEN_REAL_BUILDER_H
 
+#include <complex>
 #include <vector>
 
 #include "real_flow.h"
 #include "tree.h"
 
 namespace gen::real {
+
+const long double pi = 3.141592653589793238462643383279502884L;
 
 // Half spectrum X[0..N/2] of the real samples x by the given tree; bin 0 and,
 // for even N, bin N/2 have a zero imaginary part.
@@ -17,20 +22,50 @@ std::vector<Cx> realDft(Flow& flow, const TreePtr& tree, const std::vector<Ref>&
 // All N outputs of a complex DFT of the given length (exponent negative).
 std::vector<Cx> complexDft(Flow& flow, int size, const std::vector<Cx>& x);
 
+// The h/2 values (v[r] - i·v[r + h/2])·W_2h^r, r < h/2, of h real values (h
+// even) through a complex DFT of length h/2: output j is frequency 4j + 1 of
+// the length-2h transform of v.
+std::vector<Cx> oddFrequencies(Flow& flow, const std::vector<Ref>& v);
+
+// The Rader step of a real prime length (its tree's inner length p - 1).
+std::vector<Cx> raderReal(Flow& f, const TreePtr& tree, const std::vector<Ref>& x);
+
 // x times W_m^e = exp(-2·pi·i·e/m): free at multiples of 90 degrees, two
 // products at odd multiples of 45 degrees, four otherwise.
 Cx rotate(Flow& flow, Cx x, long e, long m);
 
+inline Cx cadd(Flow& f, Cx a, Cx b) { return {f.add(a.re, b.re), f.add(a.im, b.im)}; }
+inline Cx csub(Flow& f, Cx a, Cx b) { return {f.sub(a.re, b.re), f.sub(a.im, b.im)}; }
+inline Cx conj(Cx a) { return {a.re, -a.im}; }
+inline Cx timesMinusI(Cx a) { return {a.im, -a.re}; }  // -i·(a + ib) = b - ia
+inline Cx timesI(Cx a) { return {-a.im, a.re}; }
+// (a.re + i a.im)·(c + i s) as two product expressions, one product per
+// statement in the order of the note in gen/graph.h.
+Cx times(Flow& f, Cx a, long double c, long double s);
+
+// Stores bin k of a length-n half spectrum, by its conjugate mirror above n/2.
+void place(std::vector<Cx>& spectrum, std::vector<bool>& filled, int n, long k, Cx value);
+void checkFilled(const std::vector<bool>& filled);
+
 // The stored values of a half spectrum in the order R0, R1, I1, ..., Rh.
 std::vector<Ref> flatten(const std::vector<Cx>& bins, int n);
 
-// Least primitive root modulo a prime.
+// Least primitive root modulo a prime p, and its powers g^j mod p for
+// j = 0..p-2 (g^-j is entry (p-1-j) mod (p-1)).
 int primitiveRoot(int p);
+std::vector<long> powers(int g, int p);
 
-// Evaluates a flow in long double on the given inputs (a self-check of the
-// generator against the plain definition).
-std::vector<long double> evaluate(const Flow& flow, const std::vector<Ref>& outputs,
-                                  const std::vector<long double>& inputs);
+// Index k with k = k1 (mod a) and k = k2 (mod b), a and b coprime.
+long crt(long k1, long a, long k2, long b);
+
+// Bin k of the length-(p-1) DFT (exponent `sign`) of the roots W_p^(g^j),
+// j = 0..p-2, for the primitive root g: the multipliers of a Rader step.
+std::complex<long double> rootBin(int p, int g, int k, int sign);
+
+// Depth of the transposed builds that are under way: a flow built to be
+// transposed writes its 45-degree rotations products first, so that after
+// transposition they are additions first like every other rotation.
+extern int transposedDepth;
 
 }  // namespace gen::real
 

@@ -2,13 +2,14 @@
 // lengths 2 and 4, the direct rule of an odd prime, the twiddle and
 // prime-factor splits, and the complex Rader scheme of a prime of 13 or more,
 // each on complex values held as pairs of references of a real flow.  Also
-// the rotation by a root of unity that every twiddle step uses.
+// the rotation by a root of unity that every twiddle step uses, and the
+// transform of the roots that gives a Rader step its multipliers.
 #include <cmath>
 #include <complex>
 #include <stdexcept>
 #include <string>
 
-#include "real_stages.h"
+#include "real_builder.h"
 
 namespace gen::real {
 
@@ -26,10 +27,9 @@ std::vector<Cx> directComplex(Flow& f, const std::vector<Cx>& x)
         d[n] = csub(f, x[n], x[p - n]);
     }
     std::vector<Cx> out(static_cast<std::size_t>(p));
-    Cx acc = x[0];
+    out[0] = x[0];
     for (int n = 1; n <= half; ++n)
-        acc = cadd(f, acc, e[n]);
-    out[0] = acc;
+        out[0] = cadd(f, out[0], e[n]);
     for (int k = 1; k <= half; ++k) {
         std::vector<Ref> ar{x[0].re}, ai{x[0].im}, br, bi;
         for (int n = 1; n <= half; ++n) {
@@ -49,50 +49,27 @@ std::vector<Cx> directComplex(Flow& f, const std::vector<Cx>& x)
     return out;
 }
 
-// Complex twiddle split: a-point transforms on b groups x[b·j + r], twiddles,
-// b-point transforms; output k1 + a·k2.
-std::vector<Cx> complexTwiddle(Flow& f, int a, int b, const std::vector<Cx>& x)
-{
-    const int n = a * b;
-    std::vector<std::vector<Cx>> y(static_cast<std::size_t>(b));
-    for (int r = 0; r < b; ++r) {
-        std::vector<Cx> group;
-        for (int j = 0; j < a; ++j)
-            group.push_back(x[static_cast<std::size_t>(b * j + r)]);
-        y[r] = complexDft(f, a, group);
-    }
-    std::vector<Cx> out(static_cast<std::size_t>(n));
-    for (int k1 = 0; k1 < a; ++k1) {
-        std::vector<Cx> column;
-        for (int r = 0; r < b; ++r)
-            column.push_back(rotate(f, y[r][k1], static_cast<long>(r) * k1, n));
-        const std::vector<Cx> z = complexDft(f, b, column);
-        for (int k2 = 0; k2 < b; ++k2)
-            out[static_cast<std::size_t>(k1 + a * k2)] = z[k2];
-    }
-    return out;
-}
-
-// Complex prime-factor split: a-point transforms on b groups, then b-point
-// transforms, no twiddles.
-std::vector<Cx> complexPrimeFactor(Flow& f, int a, int b, const std::vector<Cx>& x)
+// Complex split of n = a·b: a-point transforms on b groups, then b-point
+// transforms on the columns of their bins, twiddled unless the split is
+// prime-factor (a and b coprime).
+std::vector<Cx> complexSplit(Flow& f, int a, int b, bool pfa, const std::vector<Cx>& x)
 {
     const int n = a * b;
     std::vector<std::vector<Cx>> y(static_cast<std::size_t>(b));
     for (int t = 0; t < b; ++t) {
-        std::vector<Cx> g;
+        std::vector<Cx> group;
         for (int u = 0; u < a; ++u)
-            g.push_back(x[static_cast<std::size_t>((a * t + b * u) % n)]);
-        y[t] = complexDft(f, a, g);
+            group.push_back(x[static_cast<std::size_t>(pfa ? (a * t + b * u) % n : b * u + t)]);
+        y[t] = complexDft(f, a, group);
     }
     std::vector<Cx> out(static_cast<std::size_t>(n));
     for (int k1 = 0; k1 < a; ++k1) {
         std::vector<Cx> column;
         for (int t = 0; t < b; ++t)
-            column.push_back(y[t][k1]);
+            column.push_back(pfa ? y[t][k1] : rotate(f, y[t][k1], static_cast<long>(t) * k1, n));
         const std::vector<Cx> z = complexDft(f, b, column);
         for (int k2 = 0; k2 < b; ++k2)
-            out[static_cast<std::size_t>(crt(k1, a, k2, b))] = z[k2];
+            out[static_cast<std::size_t>(pfa ? crt(k1, a, k2, b) : k1 + a * k2)] = z[k2];
     }
     return out;
 }
@@ -104,40 +81,26 @@ std::vector<Cx> complexRader(Flow& f, const std::vector<Cx>& x)
     const int p = static_cast<int>(x.size());
     const int n = p - 1;
     const int g = primitiveRoot(p);
-    std::vector<Cx> a(static_cast<std::size_t>(n));
-    long power = 1;
-    for (int j = 0; j < n; ++j) {
-        a[j] = x[static_cast<std::size_t>(power)];
-        power = power * g % p;
-    }
+    const std::vector<long> power = powers(g, p);
+    std::vector<Cx> a;
+    for (long i : power)
+        a.push_back(x[static_cast<std::size_t>(i)]);
     const std::vector<Cx> big = complexDft(f, n, a);
     std::vector<Cx> c(static_cast<std::size_t>(n));
     for (int k = 0; k < n; ++k) {
-        std::complex<long double> bk = 0;
-        long t = 1;
-        for (int j = 0; j < n; ++j) {
-            bk += std::polar(1.0L, -2 * pi * t / p) * std::polar(1.0L, 2 * pi * ((static_cast<long>(j) * k) % n) / n);
-            t = t * g % p;
-        }
-        bk /= n;
+        const std::complex<long double> bk = rootBin(p, g, k, 1) / static_cast<long double>(n);
         const Cx v = big[k];
-        Cx prod = times(f, v, bk.real(), bk.imag());
+        c[k] = times(f, v, bk.real(), bk.imag());
         if (k == 0)
-            prod = {f.add(x[0].re, f.mul(v.re, bk.real()), true), f.add(x[0].im, f.mul(v.im, bk.real()), true)};
-        c[k] = prod;
+            c[k] = {f.add(x[0].re, f.mul(v.re, bk.real()), true), f.add(x[0].im, f.mul(v.im, bk.real()), true)};
+        // inverse transform: conjugate in, conjugate out
+        c[k] = conj(c[k]);
     }
-    // inverse transform: conjugate in, conjugate out
-    for (Cx& v : c)
-        v = conj(v);
     const std::vector<Cx> back = complexDft(f, n, c);
     std::vector<Cx> out(static_cast<std::size_t>(p));
     out[0] = cadd(f, x[0], big[0]);
-    long inv = 1;  // g^(-m)
-    const int ginv = inverseModulo(g, p);
-    for (int m = 0; m < n; ++m) {
-        out[static_cast<std::size_t>(inv)] = conj(back[m]);
-        inv = inv * ginv % p;
-    }
+    for (int m = 0; m < n; ++m)
+        out[static_cast<std::size_t>(power[(n - m) % n])] = conj(back[m]);  // at g^(-m)
     return out;
 }
 
@@ -169,6 +132,17 @@ Cx rotate(Flow& f, Cx x, long e, long m)
     return times(f, x, c, s);
 }
 
+std::complex<long double> rootBin(int p, int g, int k, int sign)
+{
+    std::complex<long double> sum = 0;
+    const std::vector<long> t = powers(g, p);
+    for (int j = 0; j < p - 1; ++j) {
+        const long double inner = sign * 2 * pi * ((static_cast<long>(j) * k) % (p - 1)) / (p - 1);
+        sum += std::polar(1.0L, -2 * pi * t[j] / p) * std::polar(1.0L, inner);
+    }
+    return sum;
+}
+
 std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)
 {
     switch (size) {
@@ -179,20 +153,22 @@ std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)
         const Cx c = cadd(f, x[1], x[3]), d = csub(f, x[1], x[3]);
         return {cadd(f, a, c), cadd(f, b, timesMinusI(d)), csub(f, a, c), cadd(f, b, timesI(d))};
     }
-    case 8: return complexTwiddle(f, 4, 2, x);
-    case 9: return complexTwiddle(f, 3, 3, x);
-    case 16: return complexTwiddle(f, 8, 2, x);
-    case 6: return complexPrimeFactor(f, 3, 2, x);
-    case 10: return complexPrimeFactor(f, 5, 2, x);
-    case 12: return complexPrimeFactor(f, 4, 3, x);
-    case 14: return complexPrimeFactor(f, 7, 2, x);
-    case 15: return complexPrimeFactor(f, 5, 3, x);
-    default: break;
+    case 8: return complexSplit(f, 4, 2, false, x);
+    case 9: return complexSplit(f, 3, 3, false, x);
+    case 16: return complexSplit(f, 8, 2, false, x);
+    case 6: return complexSplit(f, 3, 2, true, x);
+    case 10: return complexSplit(f, 5, 2, true, x);
+    case 12: return complexSplit(f, 4, 3, true, x);
+    case 14: return complexSplit(f, 7, 2, true, x);
+    case 15: return complexSplit(f, 5, 3, true, x);
+    case 3:
+    case 5:
+    case 7:
+    case 11: return directComplex(f, x);
+    default:
+        if (size >= 13)
+            return complexRader(f, x);
     }
-    if (size == 3 || size == 5 || size == 7 || size == 11)
-        return directComplex(f, x);
-    if (size >= 13)
-        return complexRader(f, x);
     throw std::logic_error("no complex stage of length " + std::to_string(size));
 }
 

@@ -1,7 +1,8 @@
 #include "real_flow.h"
 
-#include <cmath>
+#include <algorithm>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 
 namespace gen::real {
@@ -9,20 +10,20 @@ namespace gen::real {
 int Flow::make(const Node& n)
 {
     const auto key = std::make_tuple(static_cast<int>(n.kind) * 1000000 + n.index, n.a, n.b, n.c, n.expr);
-    const auto found = memo_.find(key);
-    if (found != memo_.end())
-        return found->second;
-    nodes_.push_back(n);
-    const int id = static_cast<int>(nodes_.size()) - 1;
-    memo_.emplace(key, id);
-    return id;
+    const auto [found, added] = memo_.emplace(key, size());
+    if (added)
+        nodes_.push_back(n);
+    return found->second;
 }
 
-Ref Flow::input(int index)
+Ref Flow::input(int index) { return {make({Kind::Input, -1, -1, 0, false, index}), false}; }
+
+std::vector<Ref> Flow::inputs(int count)
 {
-    Node n{Kind::Input};
-    n.index = index;
-    return {make(n), false};
+    std::vector<Ref> x;
+    for (int i = 0; i < count; ++i)
+        x.push_back(input(i));
+    return x;
 }
 
 Ref Flow::add(Ref x, Ref y, bool expr)
@@ -31,54 +32,23 @@ Ref Flow::add(Ref x, Ref y, bool expr)
         return y;
     if (y.zero())
         return x;
-    Node n{Kind::Add};
-    n.expr = expr;
-    if (!x.neg && !y.neg) {
-        if (x.id > y.id)
-            std::swap(x, y);
-        n.a = x.id;
-        n.b = y.id;
-        return {make(n), false};
-    }
-    if (x.neg && y.neg) {
-        if (x.id > y.id)
-            std::swap(x, y);
-        n.a = x.id;
-        n.b = y.id;
-        return {make(n), true};
-    }
+    // two values of one sign: their sum, in the order of their ids
+    if (x.neg == y.neg)
+        return {make({Kind::Add, std::min(x.id, y.id), std::max(x.id, y.id), 0, expr}), x.neg};
     // one positive, one negative: positive minus negative
-    n.kind = Kind::Sub;
-    n.a = x.neg ? y.id : x.id;
-    n.b = x.neg ? x.id : y.id;
-    return {make(n), false};
+    return {make({Kind::Sub, x.neg ? y.id : x.id, x.neg ? x.id : y.id, 0, expr}), false};
 }
 
 Ref Flow::mul(Ref x, long double c)
 {
     if (x.zero() || c == 0)
         return {};
-    bool neg = x.neg;
-    if (c < 0) {
-        c = -c;
-        neg = !neg;
-    }
-    if (c == 1)
-        return {x.id, neg};
-    Node n{Kind::Mul};
-    n.a = x.id;
-    n.c = c;
-    return {make(n), neg};
+    if (c == 1 || c == -1)
+        return c < 0 ? -x : x;
+    return {make({Kind::Mul, x.id, -1, c < 0 ? -c : c}), (c < 0) != x.neg};
 }
 
-Ref Flow::twice(Ref x)
-{
-    if (x.zero())
-        return x;
-    Node n{Kind::Double};
-    n.a = x.id;
-    return {make(n), x.neg};
-}
+Ref Flow::twice(Ref x) { return x.zero() ? x : Ref{make({Kind::Double, x.id}), x.neg}; }
 
 Ref Flow::sum(const std::vector<Ref>& terms, bool expr)
 {
@@ -91,22 +61,14 @@ Ref Flow::sum(const std::vector<Ref>& terms, bool expr)
 std::vector<int> Flow::useCounts(const std::vector<Ref>& outputs) const
 {
     std::vector<int> uses(nodes_.size(), 0);
-    std::vector<bool> live(nodes_.size(), false);
     for (const Ref& r : outputs)
-        if (!r.zero()) {
+        if (!r.zero())
             ++uses[static_cast<std::size_t>(r.id)];
-            live[static_cast<std::size_t>(r.id)] = true;
-        }
-    for (int id = size() - 1; id >= 0; --id) {
-        if (!live[static_cast<std::size_t>(id)])
-            continue;
-        const Node& n = node(id);
-        for (int operand : {n.a, n.b})
-            if (operand >= 0) {
-                ++uses[static_cast<std::size_t>(operand)];
-                live[static_cast<std::size_t>(operand)] = true;
-            }
-    }
+    for (int id = size() - 1; id >= 0; --id)
+        if (uses[static_cast<std::size_t>(id)] > 0)
+            for (int operand : {node(id).a, node(id).b})
+                if (operand >= 0)
+                    ++uses[static_cast<std::size_t>(operand)];
     return uses;
 }
 
@@ -131,12 +93,12 @@ FlowCounts countFlow(const Flow& flow, const std::vector<Ref>& outputs)
     return counts;
 }
 
-std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs, bool distribute)
+std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs)
 {
     const std::vector<int> uses = flow.useCounts(outputs);
     auto singleUse = [&](int id) { return uses[static_cast<std::size_t>(id)] == 1; };
-    // A sum of products that nobody else uses: expression additions whose
-    // leaves are all products.
+    // A product or a sum of products that nobody else uses: expression
+    // additions whose leaves are all products.
     std::function<bool(int)> productSum = [&](int id) -> bool {
         const Flow::Node& n = flow.node(id);
         if (!singleUse(id))
@@ -148,8 +110,7 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs, bool 
         return false;
     };
     Flow out;
-    std::vector<Ref> copied(static_cast<std::size_t>(flow.size()));
-    std::vector<bool> done(static_cast<std::size_t>(flow.size()), false);
+    std::vector<std::optional<Ref>> copied(static_cast<std::size_t>(flow.size()));
     std::function<Ref(int)> copy;
     std::function<Ref(int, long double)> scaled = [&](int id, long double k) -> Ref {
         const Flow::Node& n = flow.node(id);
@@ -163,10 +124,10 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs, bool 
         return n.kind == Flow::Kind::Add ? out.add(a, b, true) : out.sub(a, b, true);
     };
     copy = [&](int id) -> Ref {
-        if (done[static_cast<std::size_t>(id)])
-            return copied[static_cast<std::size_t>(id)];
+        std::optional<Ref>& r = copied[static_cast<std::size_t>(id)];
+        if (r)
+            return *r;
         const Flow::Node& n = flow.node(id);
-        Ref r;
         switch (n.kind) {
         case Flow::Kind::Input: r = out.input(n.index); break;
         case Flow::Kind::Add:
@@ -178,29 +139,13 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs, bool 
             break;
         }
         case Flow::Kind::Double: r = out.twice(copy(n.a)); break;
-        case Flow::Kind::Mul: {
-            const Flow::Node& inner = flow.node(n.a);
-            const bool sumOfProducts = (inner.kind == Flow::Kind::Add || inner.kind == Flow::Kind::Sub) && inner.expr;
-            if (inner.kind == Flow::Kind::Mul && singleUse(n.a))
-                r = scaled(n.a, n.c);
-            else if (distribute && sumOfProducts && productSum(n.a))
-                r = scaled(n.a, n.c);
-            else
-                r = out.mul(copy(n.a), n.c);
-            break;
+        case Flow::Kind::Mul: r = productSum(n.a) ? scaled(n.a, n.c) : out.mul(copy(n.a), n.c); break;
         }
-        }
-        done[static_cast<std::size_t>(id)] = true;
-        copied[static_cast<std::size_t>(id)] = r;
-        return r;
+        return *r;
     };
     std::vector<Ref> result;
     for (const Ref& o : outputs) {
-        if (o.zero()) {
-            result.push_back(o);
-            continue;
-        }
-        const Ref r = copy(o.id);
+        const Ref r = o.zero() ? o : copy(o.id);
         result.push_back(o.neg ? -r : r);
     }
     flow = std::move(out);
@@ -214,27 +159,24 @@ Transposed transpose(const Flow& flow, const std::vector<Ref>& outputs, int inpu
     Transposed t;
     Flow& f = t.flow;
     t.outputs.assign(static_cast<std::size_t>(inputCount), Ref{});
-    t.scaled.assign(outputs.size(), false);
 
     // Contributions to the adjoint of every node, in the order they arrive.
     std::vector<std::vector<Ref>> parts(static_cast<std::size_t>(flow.size()));
-    // Node whose adjoint is exactly one raw input still owed its factor.
-    std::vector<int> pendingInput(static_cast<std::size_t>(flow.size()), -1);
+    // The factor still owed by a product whose adjoint is exactly one raw input.
+    std::vector<long double> owed(static_cast<std::size_t>(flow.size()), 1.0L);
     for (std::size_t j = 0; j < outputs.size(); ++j) {
         const Ref o = outputs[j];
         if (o.zero())
             continue;
         Ref u = f.input(static_cast<int>(j));
         const long double factor = j < inputScale.size() ? inputScale[j] : 1.0L;
-        const Flow::Node& target = flow.node(o.id);
         if (factor != 1) {
-            if (target.kind == Flow::Kind::Mul && uses[static_cast<std::size_t>(o.id)] == 1) {
-                pendingInput[static_cast<std::size_t>(o.id)] = static_cast<int>(j);
+            if (flow.node(o.id).kind == Flow::Kind::Mul && uses[static_cast<std::size_t>(o.id)] == 1) {
+                owed[static_cast<std::size_t>(o.id)] = factor;
             } else {
                 if (factor != 2)
                     throw std::logic_error("only the doubling is a scaled input");
                 u = f.twice(u);
-                t.scaled[j] = true;
             }
         }
         parts[static_cast<std::size_t>(o.id)].push_back(o.neg ? -u : u);
@@ -245,34 +187,20 @@ Transposed transpose(const Flow& flow, const std::vector<Ref>& outputs, int inpu
         if (mine.empty())
             continue;
         // Plain contributions first, then products: x + c1·a + c2·b.
-        std::vector<Ref> ordered;
-        bool anyProduct = false;
-        for (const Ref& r : mine)
-            if (f.node(r.id).kind != Flow::Kind::Mul)
-                ordered.push_back(r);
-        for (const Ref& r : mine)
-            if (f.node(r.id).kind == Flow::Kind::Mul) {
-                ordered.push_back(r);
-                anyProduct = true;
-            }
-        const Ref adj = f.sum(ordered, anyProduct);
+        const auto products = std::stable_partition(
+            mine.begin(), mine.end(), [&](const Ref& r) { return f.node(r.id).kind != Flow::Kind::Mul; });
+        const Ref adj = f.sum(mine, products != mine.end());
         const Flow::Node& n = flow.node(id);
         switch (n.kind) {
         case Flow::Kind::Input: t.outputs[static_cast<std::size_t>(n.index)] = adj; break;
         case Flow::Kind::Add:
-            parts[static_cast<std::size_t>(n.a)].push_back(adj);
-            parts[static_cast<std::size_t>(n.b)].push_back(adj);
-            break;
         case Flow::Kind::Sub:
             parts[static_cast<std::size_t>(n.a)].push_back(adj);
-            parts[static_cast<std::size_t>(n.b)].push_back(-adj);
+            parts[static_cast<std::size_t>(n.b)].push_back(n.kind == Flow::Kind::Add ? adj : -adj);
             break;
-        case Flow::Kind::Mul: {
-            const int pending = pendingInput[static_cast<std::size_t>(id)];
-            const long double k = pending >= 0 ? n.c * inputScale[static_cast<std::size_t>(pending)] : n.c;
-            parts[static_cast<std::size_t>(n.a)].push_back(f.mul(adj, k));
+        case Flow::Kind::Mul:
+            parts[static_cast<std::size_t>(n.a)].push_back(f.mul(adj, n.c * owed[static_cast<std::size_t>(id)]));
             break;
-        }
         case Flow::Kind::Double: throw std::logic_error("a forward flow has no doubling");
         }
         mine.clear();

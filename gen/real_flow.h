@@ -46,6 +46,7 @@ public:
     };
 
     Ref input(int index);
+    std::vector<Ref> inputs(int count);  // inputs 0..count-1
     Ref add(Ref x, Ref y, bool expr = false);
     Ref sub(Ref x, Ref y, bool expr = false) { return add(x, -y, expr); }
     // Multiplication by a constant; the sign of the constant goes to the
@@ -80,10 +81,10 @@ FlowCounts countFlow(const Flow& flow, const std::vector<Ref>& outputs);
 
 // Rewrites a flow so that two constants meeting on one value become one: a
 // product of a product that nobody else uses is one product with the
-// constants multiplied out, and (with `distribute`) a constant applied to a
-// sum of products that nobody else uses is distributed over the products
-// (k·(c1·a + c2·b) becomes (k·c1)·a + (k·c2)·b).  Each saves a multiplication.
-std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs, bool distribute);
+// constants multiplied out, and a constant applied to a sum of products that
+// nobody else uses is distributed over the products (k·(c1·a + c2·b) becomes
+// (k·c1)·a + (k·c2)·b).  Each saves a multiplication.
+std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs);
 
 // The transposed flow: inputs of the result are the outputs of `flow` (their
 // signs included), outputs are the adjoints of the inputs of `flow`
@@ -95,7 +96,6 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs, bool 
 struct Transposed {
     Flow flow;
     std::vector<Ref> outputs;
-    std::vector<bool> scaled;  // input i took its factor as a multiplication
 };
 Transposed transpose(const Flow& flow, const std::vector<Ref>& outputs, int inputCount,
                      const std::vector<long double>& inputScale);

@@ -1,6 +1,9 @@
-// The flows of the real DFT and Hartley kernels (see real_kernels.h), and
-// their check against the plain definitions in long double, which every
-// flow passes before anything is written.
+// The flows of the real DFT and Hartley kernels (see real_kernels.h), their
+// check against the plain definitions in long double, which every flow passes
+// before anything is written, and their lowering to the operation graph of one
+// precision: Real32 sums with Real64 products and expressions in the
+// single-precision kernels, every output scaled by the factor of the flag
+// before it is stored.
 #include "real_kernels.h"
 
 #include <cmath>
@@ -15,35 +18,55 @@ namespace gen::real {
 
 namespace {
 
-const long double pi = 3.141592653589793238462643383279502884L;
+// Folds the products of a built flow (taken from `flow`) and counts it.
+KernelFlow finish(Flow& flow, const std::vector<Ref>& outputs)
+{
+    KernelFlow k;
+    k.outputs = foldProducts(flow, outputs);
+    k.flow = std::move(flow);
+    k.counts = countFlow(k.flow, k.outputs);
+    return k;
+}
 
 // Transposed flow of the inverse row; `scale[j]` multiplies value j first.
 KernelFlow transposedFlow(int n, const std::vector<long double>& scale)
 {
     Flow forward;
-    std::vector<Ref> x;
-    for (int i = 0; i < n; ++i)
-        x.push_back(forward.input(i));
-    const std::vector<Ref> u = flatten(realDft(forward, inverseTree(n), x), n);
-    Transposed t = transpose(forward, u, n, scale);
-    KernelFlow k;
-    k.flow = std::move(t.flow);
-    k.outputs = foldProducts(k.flow, t.outputs, true);
-    k.counts = countFlow(k.flow, k.outputs);
-    return k;
+    const std::vector<Ref> x = forward.inputs(n);
+    Transposed t = transpose(forward, flatten(realDft(forward, inverseTree(n), x), n), n, scale);
+    return finish(t.flow, t.outputs);
+}
+
+// The values of a flow's outputs in long double on the given inputs.
+std::vector<long double> evaluate(const Flow& flow, const std::vector<Ref>& outputs,
+                                  const std::vector<long double>& inputs)
+{
+    std::vector<long double> v(static_cast<std::size_t>(flow.size()));
+    for (int id = 0; id < flow.size(); ++id) {
+        const Flow::Node& n = flow.node(id);
+        switch (n.kind) {
+        case Flow::Kind::Input: v[id] = inputs[static_cast<std::size_t>(n.index)]; break;
+        case Flow::Kind::Add: v[id] = v[n.a] + v[n.b]; break;
+        case Flow::Kind::Sub: v[id] = v[n.a] - v[n.b]; break;
+        case Flow::Kind::Mul: v[id] = v[n.a] * n.c; break;
+        case Flow::Kind::Double: v[id] = 2 * v[n.a]; break;
+        }
+    }
+    std::vector<long double> out;
+    for (const Ref& r : outputs) {
+        const long double value = r.zero() ? 0.0L : v[static_cast<std::size_t>(r.id)];
+        out.push_back(r.neg ? -value : value);
+    }
+    return out;
 }
 
 }  // namespace
 
 KernelFlow forwardFlow(int n)
 {
-    KernelFlow k;
-    std::vector<Ref> x;
-    for (int i = 0; i < n; ++i)
-        x.push_back(k.flow.input(i));
-    k.outputs = foldProducts(k.flow, flatten(realDft(k.flow, forwardTree(n), x), n), true);
-    k.counts = countFlow(k.flow, k.outputs);
-    return k;
+    Flow flow;
+    const std::vector<Ref> x = flow.inputs(n);
+    return finish(flow, flatten(realDft(flow, forwardTree(n), x), n));
 }
 
 KernelFlow inverseFlow(int n)
@@ -51,7 +74,7 @@ KernelFlow inverseFlow(int n)
     std::vector<long double> scale(static_cast<std::size_t>(n), 2.0L);
     scale[0] = 1;
     if (n % 2 == 0)
-        scale[static_cast<std::size_t>(n - 1)] = 1;
+        scale[n - 1] = 1;
     return transposedFlow(n, scale);
 }
 
@@ -61,20 +84,18 @@ KernelFlow hartleyFlow(int n)
 {
     KernelFlow k;
     const int m = (n - 1) / 2;
-    std::vector<Ref> x;
-    for (int i = 0; i < n; ++i)
-        x.push_back(k.flow.input(i));
+    const std::vector<Ref> x = k.flow.inputs(n);
     if (hartleyForward(n)) {
         const KernelFlow f = forwardFlow(n);
         const std::vector<Ref> u = embed(k.flow, f.flow, f.outputs, x);
         k.outputs.assign(static_cast<std::size_t>(n), Ref{});
         k.outputs[0] = u[0];
         for (int j = 1; j <= m; ++j) {
-            k.outputs[static_cast<std::size_t>(j)] = k.flow.sub(u[2 * j - 1], u[2 * j]);
-            k.outputs[static_cast<std::size_t>(n - j)] = k.flow.add(u[2 * j - 1], u[2 * j]);
+            k.outputs[j] = k.flow.sub(u[2 * j - 1], u[2 * j]);
+            k.outputs[n - j] = k.flow.add(u[2 * j - 1], u[2 * j]);
         }
         if (n % 2 == 0)
-            k.outputs[static_cast<std::size_t>(n / 2)] = u[static_cast<std::size_t>(n - 1)];
+            k.outputs[n / 2] = u[n - 1];
     } else {
         std::vector<Ref> u{x[0]};
         for (int j = 1; j <= m; ++j) {
@@ -82,7 +103,7 @@ KernelFlow hartleyFlow(int n)
             u.push_back(k.flow.sub(x[n - j], x[j]));
         }
         if (n % 2 == 0)
-            u.push_back(x[static_cast<std::size_t>(n / 2)]);
+            u.push_back(x[n / 2]);
         const KernelFlow t = transposedFlow(n, {});
         k.outputs = embed(k.flow, t.flow, t.outputs, u);
     }
@@ -90,78 +111,104 @@ KernelFlow hartleyFlow(int n)
     return k;
 }
 
-// ---- self-check against the definitions -------------------------------------
-
-namespace {
-
-std::vector<long double> randomInputs(int n, unsigned seed)
+void selfCheck(int n)
 {
-    std::mt19937 rng(seed);
+    std::mt19937 rng(1234u + static_cast<unsigned>(n));
     std::uniform_real_distribution<double> d(-1.0, 1.0);
-    std::vector<long double> v(static_cast<std::size_t>(n));
-    for (auto& e : v)
+    std::vector<long double> x(static_cast<std::size_t>(n));
+    for (auto& e : x)
         e = d(rng);
-    return v;
-}
+    auto angle = [n](int t, int k) { return 2 * pi * ((static_cast<long>(t) * k) % n) / n; };
+    auto expectClose = [n](const KernelFlow& k, const std::vector<long double>& in,
+                           const std::vector<long double>& want, const std::string& what) {
+        const std::vector<long double> got = evaluate(k.flow, k.outputs, in);
+        for (std::size_t i = 0; i < want.size(); ++i)
+            if (std::fabs(got[i] - want[i]) > 1e-12L)
+                throw std::logic_error(what + " " + std::to_string(n) + ": flow differs from the definition at value " +
+                                       std::to_string(i));
+    };
 
-// Half spectrum values R0, R1, I1, ... of x by the plain sum.
-std::vector<long double> plainSpectrum(const std::vector<long double>& x)
-{
-    const int n = static_cast<int>(x.size());
+    // forward: the half spectrum R0, R1, I1, ... by the plain sum
     std::vector<long double> u;
     for (int k = 0; 2 * k <= n; ++k) {
         long double re = 0, im = 0;
         for (int t = 0; t < n; ++t) {
-            const long double a = 2 * pi * ((static_cast<long>(t) * k) % n) / n;
-            re += x[static_cast<std::size_t>(t)] * std::cos(a);
-            im -= x[static_cast<std::size_t>(t)] * std::sin(a);
+            re += x[t] * std::cos(angle(t, k));
+            im -= x[t] * std::sin(angle(t, k));
         }
         u.push_back(re);
         if (k > 0 && 2 * k < n)
             u.push_back(im);
     }
-    return u;
-}
-
-void expectClose(const std::vector<long double>& got, const std::vector<long double>& want, const std::string& what)
-{
-    for (std::size_t i = 0; i < want.size(); ++i)
-        if (std::fabs(got[i] - want[i]) > 1e-12L)
-            throw std::logic_error(what + ": flow differs from the definition at value " + std::to_string(i));
-}
-
-}  // namespace
-
-void selfCheck(int n)
-{
-    const std::vector<long double> x = randomInputs(n, 1234u + static_cast<unsigned>(n));
-    const std::vector<long double> u = plainSpectrum(x);
-    const KernelFlow fwd = forwardFlow(n);
-    expectClose(evaluate(fwd.flow, fwd.outputs, x), u, "forward " + std::to_string(n));
+    expectClose(forwardFlow(n), x, u, "forward");
 
     // inverse: y[n] = R0 + 2·sum(Rk cos - Ik sin) + (-1)^n Rh
     std::vector<long double> y(static_cast<std::size_t>(n));
     for (int t = 0; t < n; ++t) {
         long double s = u[0];
-        for (int k = 1; 2 * k < n; ++k) {
-            const long double a = 2 * pi * ((static_cast<long>(t) * k) % n) / n;
-            s += 2 * (u[static_cast<std::size_t>(2 * k - 1)] * std::cos(a) - u[static_cast<std::size_t>(2 * k)] * std::sin(a));
-        }
+        for (int k = 1; 2 * k < n; ++k)
+            s += 2 * (u[2 * k - 1] * std::cos(angle(t, k)) - u[2 * k] * std::sin(angle(t, k)));
         if (n % 2 == 0)
-            s += (t % 2 ? -1 : 1) * u[static_cast<std::size_t>(n - 1)];
-        y[static_cast<std::size_t>(t)] = s;
+            s += (t % 2 ? -1 : 1) * u[n - 1];
+        y[t] = s;
     }
-    const KernelFlow inv = inverseFlow(n);
-    expectClose(evaluate(inv.flow, inv.outputs, u), y, "inverse " + std::to_string(n));
+    expectClose(inverseFlow(n), u, y, "inverse");
 
+    // Hartley: the sum of x times cas = cos + sin
     std::vector<long double> h(static_cast<std::size_t>(n));
     for (int k = 0; k < n; ++k)
-        for (int t = 0; t < n; ++t) {
-            const long double a = 2 * pi * ((static_cast<long>(t) * k) % n) / n;
-            h[static_cast<std::size_t>(k)] += x[static_cast<std::size_t>(t)] * (std::cos(a) + std::sin(a));
+        for (int t = 0; t < n; ++t)
+            h[k] += x[t] * (std::cos(angle(t, k)) + std::sin(angle(t, k)));
+    expectClose(hartleyFlow(n), x, h, "Hartley");
+}
+
+Lowered lower(const KernelFlow& k, const std::vector<int>& loadSlots, bool single)
+{
+    Lowered out;
+    Graph& g = out.graph;
+    const Type narrowType = single ? Type::F32 : Type::F64;
+    std::vector<int> inputIds;
+    for (int slot : loadSlots)
+        inputIds.push_back(g.input(narrowType, slot));
+    const int scale = g.param(narrowType, 0);
+    const std::vector<int> uses = k.flow.useCounts(k.outputs);
+    std::vector<int> value(static_cast<std::size_t>(k.flow.size()), -1);
+    auto wide = [&](int id) { return g.node(id).type == Type::F64; };
+    auto toWide = [&](int id) { return single ? g.widen(id) : id; };
+    auto toNarrow = [&](int id) { return single ? g.narrow(id) : id; };
+    for (int id = 0; id < k.flow.size(); ++id) {
+        if (uses[static_cast<std::size_t>(id)] == 0)
+            continue;
+        const Flow::Node& n = k.flow.node(id);
+        const int a = n.a >= 0 ? value[static_cast<std::size_t>(n.a)] : -1;
+        const int b = n.b >= 0 ? value[static_cast<std::size_t>(n.b)] : -1;
+        int v = -1;
+        switch (n.kind) {
+        case Flow::Kind::Input: v = inputIds[static_cast<std::size_t>(n.index)]; break;
+        case Flow::Kind::Mul: v = g.mulConst(toWide(toNarrow(a)), n.c); break;  // a product starts from a rounded value
+        case Flow::Kind::Double: v = g.mulConst(toNarrow(a), 2.0L); break;
+        case Flow::Kind::Add:
+        case Flow::Kind::Sub: {
+            const bool inWide = single && n.expr && (wide(a) || wide(b));
+            const int x = inWide ? toWide(a) : toNarrow(a);
+            const int y = inWide ? toWide(b) : toNarrow(b);
+            v = n.kind == Flow::Kind::Add ? g.add(x, y) : g.sub(x, y);
+            break;
         }
-    const KernelFlow har = hartleyFlow(n);
-    expectClose(evaluate(har.flow, har.outputs, x), h, "Hartley " + std::to_string(n));
+        }
+        value[static_cast<std::size_t>(id)] = v;
+    }
+    for (const Ref& r : k.outputs) {
+        if (r.zero())
+            throw std::logic_error("an output of a real kernel is a constant zero");
+        int v = value[static_cast<std::size_t>(r.id)];
+        const bool inWide = single && wide(v);
+        v = g.mul(v, inWide ? g.widen(scale) : scale);
+        if (r.neg)
+            v = g.zeroSub(v);
+        out.stores.push_back(toNarrow(v));
+    }
+    return out;
 }
 
 }  // namespace gen::real

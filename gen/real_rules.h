@@ -8,7 +8,6 @@
 namespace gen::real {
 
 struct ForwardRow {
-    int size;
     const char* rule;
     int multiplications;
     int additions;
@@ -16,19 +15,18 @@ struct ForwardRow {
 };
 
 struct InverseRow {
-    int size;
     const char* rule;
     int multiplications;
     int additions;
     int doublings;
 };
 
+// Which flow a Hartley kernel takes: the forward one (Either as well) or the
+// transposed one, each with the tree of its own row.
 enum class Form { Either, Forward, Transposed };
 
 struct HartleyRow {
-    int size;
     Form form;
-    const char* rule;
     int multiplications;
     int additions;
 };
