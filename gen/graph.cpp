@@ -4,9 +4,7 @@
 // The nodes that move lanes are made in graph_lanes.cpp.
 #include "graph.h"
 
-#include <cmath>
 #include <cstdio>
-#include <cstring>
 #include <stdexcept>
 
 namespace gen {
@@ -20,64 +18,51 @@ double roundTo(Type type, long double value)
 
 std::string literal(Type scalarType, double value)
 {
+    const bool single = scalarType == Type::F32;
     char text[64];
-    if (scalarType == Type::F32) {
-        std::snprintf(text, sizeof text, "%.9gf", value);
-    } else {
-        std::snprintf(text, sizeof text, "%.17g", value);
-    }
+    std::snprintf(text, sizeof text, single ? "%.9gf" : "%.17g", value);
     std::string s(text);
-    // Make sure a literal like "1" reads as floating point.
-    if (s.find_first_of(".eEn") == std::string::npos) {
-        if (scalarType == Type::F32)
-            s.insert(s.size() - 1, ".0");
-        else
-            s += ".0";
-    }
+    // Make sure a literal like "1" reads as floating point (before the f of a float).
+    if (s.find_first_of(".eEn") == std::string::npos)
+        s.insert(s.size() - (single ? 1 : 0), ".0");
     return s;
 }
 
 namespace {
 std::string keyOf(const Node& n)
 {
-    // the fields that make two nodes the same expression, packed without padding
-    std::string key;
-    auto append = [&key](const void* field, std::size_t size) {
-        key.append(static_cast<const char*>(field), size);
-    };
-    append(&n.op, sizeof n.op);
-    append(&n.type, sizeof n.type);
-    append(&n.a, sizeof n.a);
-    append(&n.b, sizeof n.b);
-    append(&n.index, sizeof n.index);
-    append(&n.index2, sizeof n.index2);
-    append(&n.lane0, sizeof n.lane0);
-    append(&n.lane1, sizeof n.lane1);
-    append(&n.lane2, sizeof n.lane2);
-    append(&n.lane3, sizeof n.lane3);
-    return key;
+    // the fields that make two nodes the same expression, packed without padding;
+    // constants by their bits, so that +0.0 and -0.0 stay apart
+    const int fields[] = {static_cast<int>(n.op), static_cast<int>(n.type), n.a, n.b, n.index, n.index2};
+    const double lanes[] = {n.lane0, n.lane1, n.lane2, n.lane3};
+    std::string key(reinterpret_cast<const char*>(fields), sizeof fields);
+    return key.append(reinterpret_cast<const char*>(lanes), sizeof lanes);
 }
-
-bool isCommutative(Op op) { return op == Op::Add || op == Op::Mul; }
 }  // namespace
 
 int Graph::make(const Node& proto, bool canonical)
 {
     Node n = proto;
-    if (canonical && isCommutative(n.op) && n.a > n.b && n.op == Op::Add)
+    if (canonical && n.op == Op::Add && n.a > n.b)
         std::swap(n.a, n.b);
-    const std::string key = keyOf(n);
-    auto found = memo_.find(key);
-    if (found != memo_.end())
+    const auto [found, fresh] = memo_.emplace(keyOf(n), size());
+    if (!fresh)
         return found->second;
     nodes_.push_back(n);
-    const int id = static_cast<int>(nodes_.size()) - 1;
-    memo_.emplace(key, id);
     if (!groupStack_.empty()) {
         groups_.resize(nodes_.size());
         groups_.back() = groupStack_;
     }
-    return id;
+    return found->second;
+}
+
+int Graph::make(Op op, Type type, int a, int b, int index)
+{
+    Node n{op, type};
+    n.a = a;
+    n.b = b;
+    n.index = index;
+    return make(n);
 }
 
 int Graph::find(const Node& node) const
@@ -86,19 +71,9 @@ int Graph::find(const Node& node) const
     return found == memo_.end() ? -1 : found->second;
 }
 
-int Graph::input(Type type, int index)
-{
-    Node n{Op::Input, type};
-    n.index = index;
-    return make(n);
-}
+int Graph::input(Type type, int index) { return make(Op::Input, type, -1, -1, index); }
 
-int Graph::param(Type type, int index)
-{
-    Node n{Op::Param, type};
-    n.index = index;
-    return make(n);
-}
+int Graph::param(Type type, int index) { return make(Op::Param, type, -1, -1, index); }
 
 int Graph::inputPair(int first, int second)
 {
@@ -116,28 +91,30 @@ int Graph::constant(Type type, long double value)
         const long double lanes[8] = {value, value, value, value, value, value, value, value};
         return constantLanes8(lanes);
     }
-    Node n{Op::Const, type};
-    n.lane0 = roundTo(type == Type::V2D ? Type::F64 : type, value);
-    n.lane1 = type == Type::V2D ? n.lane0 : 0.0;
-    return make(n);
+    return type == Type::V2D ? constantPair(value, value) : constantOf(type, {value});
 }
+
+int Graph::constantPair(long double lo, long double hi) { return constantOf(Type::V2D, {lo, hi}); }
 
 int Graph::constantLanes(long double l0, long double l1, long double l2, long double l3)
 {
-    Node n{Op::Const, Type::V4F};
-    n.lane0 = roundTo(Type::F32, l0);
-    n.lane1 = roundTo(Type::F32, l1);
-    n.lane2 = roundTo(Type::F32, l2);
-    n.lane3 = roundTo(Type::F32, l3);
+    return constantOf(Type::V4F, {l0, l1, l2, l3});
+}
+
+int Graph::constantOf(Type type, std::initializer_list<long double> values)
+{
+    Node n{Op::Const, type};
+    double* lanes[4] = {&n.lane0, &n.lane1, &n.lane2, &n.lane3};
+    for (std::size_t i = 0; i < values.size(); ++i)
+        *lanes[i] = roundTo(type == Type::V4F ? Type::F32 : type, values.begin()[i]);
     return make(n);
 }
 
 int Graph::constantLanes8(const long double (&lanes)[8])
 {
-    Node n{Op::Const, Type::V8F};
-    n.a = constantLanes(lanes[0], lanes[1], lanes[2], lanes[3]);
-    n.b = constantLanes(lanes[4], lanes[5], lanes[6], lanes[7]);
-    return make(n);
+    const int lo = constantLanes(lanes[0], lanes[1], lanes[2], lanes[3]);
+    const int hi = constantLanes(lanes[4], lanes[5], lanes[6], lanes[7]);
+    return make(Op::Const, Type::V8F, lo, hi);
 }
 
 std::vector<double> Graph::constantValues(int id) const
@@ -149,17 +126,8 @@ std::vector<double> Graph::constantValues(int id) const
         values.insert(values.end(), upper.begin(), upper.end());
         return values;
     }
-    const int lanes = c.type == Type::V4F ? 4 : c.type == Type::V2D ? 2 : 1;
     const double all[4] = {c.lane0, c.lane1, c.lane2, c.lane3};
-    return std::vector<double>(all, all + lanes);
-}
-
-int Graph::constantPair(long double lo, long double hi)
-{
-    Node n{Op::Const, Type::V2D};
-    n.lane0 = static_cast<double>(lo);
-    n.lane1 = static_cast<double>(hi);
-    return make(n);
+    return std::vector<double>(all, all + laneCount(c.type));
 }
 
 static void requireSameType(const Node& x, const Node& y)
@@ -183,10 +151,7 @@ int Graph::add(int a, int b)
         return sub(a, node(b).a);
     if (isNeg(a))
         return sub(b, node(a).a);
-    Node n{Op::Add, node(a).type};
-    n.a = a;
-    n.b = b;
-    return make(n);
+    return make(Op::Add, node(a).type, a, b);
 }
 
 int Graph::sub(int a, int b)
@@ -204,10 +169,7 @@ int Graph::sub(int a, int b)
         return neg(add(node(a).a, b));
     if (canonicalSub_ && a > b)
         return neg(sub(b, a));
-    Node n{Op::Sub, node(a).type};
-    n.a = a;
-    n.b = b;
-    return make(n);
+    return make(Op::Sub, node(a).type, a, b);
 }
 
 int Graph::neg(int a)
@@ -218,35 +180,23 @@ int Graph::neg(int a)
         return node(a).a;
     if (node(a).op == Op::SignLanes)
         return signLanes(node(a).a, ~node(a).index);
-    if (isConst(a)) {
-        // negate only the lanes the type has, so that unused lanes stay +0.0
-        // and equal constants keep one key
-        Node c = node(a);
-        if (c.type == Type::V4D || c.type == Type::V8F) {
-            c.a = neg(c.a);
-            c.b = neg(c.b);
-            return make(c);
-        }
-        c.lane0 = -c.lane0;
-        if (c.type == Type::V2D || c.type == Type::V4F)
-            c.lane1 = -c.lane1;
-        if (c.type == Type::V4F) {
-            c.lane2 = -c.lane2;
-            c.lane3 = -c.lane3;
-        }
-        return make(c);
+    if (!isConst(a))
+        return make(Op::Neg, node(a).type, a);
+    // negate only the lanes the type has, so that unused lanes stay +0.0
+    // and equal constants keep one key
+    Node c = node(a);
+    if (c.type == Type::V4D || c.type == Type::V8F) {
+        c.a = neg(c.a);
+        c.b = neg(c.b);
+    } else {
+        double* lanes[4] = {&c.lane0, &c.lane1, &c.lane2, &c.lane3};
+        for (int i = 0; i < laneCount(c.type); ++i)
+            *lanes[i] = -*lanes[i];
     }
-    Node n{Op::Neg, node(a).type};
-    n.a = a;
-    return make(n);
+    return make(c);
 }
 
-int Graph::zeroSub(int a)
-{
-    Node n{Op::ZeroSub, node(a).type};
-    n.a = a;
-    return make(n);
-}
+int Graph::zeroSub(int a) { return make(Op::ZeroSub, node(a).type, a); }
 
 int Graph::mul(int a, int b)
 {
@@ -273,10 +223,7 @@ int Graph::mul(int a, int b)
         return signLanes(mul(node(a).a, b), node(a).index);
     if (node(b).op == Op::SignLanes)
         return signLanes(mul(a, node(b).a), node(b).index);
-    Node n{Op::Mul, node(a).type};
-    n.a = a;
-    n.b = b;
-    return make(n);
+    return make(Op::Mul, node(a).type, a, b);
 }
 
 int Graph::mulConst(int a, long double value)
@@ -288,34 +235,24 @@ int Graph::mulConst(int a, long double value)
 
 int Graph::widen(int a)
 {
-    if (a == none)
-        return none;
-    const Node& x = node(a);
-    if (x.type == Type::F64)
+    if (a == none || node(a).type == Type::F64)
         return a;
-    if (x.type != Type::F32)
+    if (node(a).type != Type::F32)
         throw std::logic_error("widen of a vector");
-    if (x.op == Op::Neg)
-        return neg(widen(x.a));
-    Node n{Op::Widen, Type::F64};
-    n.a = a;
-    return make(n);
+    if (isNeg(a))
+        return neg(widen(node(a).a));
+    return make(Op::Widen, Type::F64, a);
 }
 
 int Graph::narrow(int a)
 {
-    if (a == none)
-        return none;
-    const Node& x = node(a);
-    if (x.type != Type::F64)
+    if (a == none || node(a).type != Type::F64)
         return a;
-    if (x.op == Op::Neg)
-        return neg(narrow(x.a));
-    if (x.op == Op::Widen)
-        return x.a;
-    Node n{Op::Narrow, Type::F32};
-    n.a = a;
-    return make(n);
+    if (isNeg(a))
+        return neg(narrow(node(a).a));
+    if (node(a).op == Op::Widen)
+        return node(a).a;
+    return make(Op::Narrow, Type::F32, a);
 }
 
 std::vector<bool> Graph::liveSet(const std::vector<int>& roots) const
@@ -351,24 +288,16 @@ OpCounts Graph::count(const std::vector<int>& roots) const
         switch (n.op) {
         case Op::Add:
         case Op::Sub: ++c.additions; break;
-        case Op::Mul:
-            if (node(n.b).op == Op::Param || node(n.a).op == Op::Param)
-                ++c.scaleProducts;
-            else
-                ++c.multiplications;
-            break;
+        case Op::Mul: c.multiplications += node(n.a).op != Op::Param && node(n.b).op != Op::Param; break;
         case Op::Neg:
         case Op::SignLanes: ++c.signFlips; break;
-        case Op::Blend: ++c.exchanges; break;
         case Op::ZeroSub: ++c.negations; break;
-        case Op::Widen: ++c.widenings; break;
-        case Op::Narrow: ++c.narrowings; break;
         case Op::SwapNeg:
-            ++c.exchanges;
             ++c.signedExchanges;
-            break;
+            [[fallthrough]];
         case Op::Swap:
-        case Op::Shuffle: ++c.exchanges; break;
+        case Op::Shuffle:
+        case Op::Blend: ++c.exchanges; break;
         default: break;
         }
     }

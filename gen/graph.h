@@ -2,10 +2,11 @@
 //
 // Every node is one arithmetic operation on a scalar (Real32/Real64) or on a
 // 128-bit vector: two doubles (V2D) or four floats (V4F, in the complex kernels
-// two complex numbers, real part first).  Graphs of the 256-bit target also hold
-// V4D and V8F values, each two 128-bit values side by side (gen/wide_pairs.h).  Nodes are created through smart constructors
-// that hash-cons equal expressions and apply only rewrites that are exact in
-// IEEE arithmetic: a negation is merged into the addition or subtraction that
+// two complex numbers, real part first).  Graphs of the 256-bit target also
+// hold V4D and V8F values, each two 128-bit values side by side
+// (gen/wide_pairs.h).  Nodes are created through smart constructors that
+// hash-cons equal expressions and apply only rewrites that are exact in IEEE
+// arithmetic: a negation is merged into the addition or subtraction that
 // consumes it, a multiplication by 1 disappears, a negative constant becomes a
 // positive one with a negation.  Nothing is reassociated.
 //
@@ -23,6 +24,7 @@
 #define KVTGEN_GRAPH_H
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -42,6 +44,7 @@ enum class Op : std::uint8_t {
     ZeroSub,  // +0.0 - a, kept as a subtraction so that zero results are +0.0
     Widen,    // Real32 -> Real64, exact
     Narrow,   // Real64 -> Real32, one rounding
+    // Neg and the operations from here on only select lanes (selectsLanes)
     SwapNeg,  // (re, im) -> (-im, re) per complex number: multiplication by i
     Swap,     // (re, im) -> (im, re) per complex number
     Shuffle,  // V4F: lanes 0,1 from a and lanes 2,3 from b, chosen by the selector in `index`
@@ -57,14 +60,11 @@ enum class Op : std::uint8_t {
 struct Node {
     Op op;
     Type type;
-    int a = -1;
-    int b = -1;
+    int a = -1, b = -1;  // operands
     int index = -1;
-    int index2 = -1;     // V4F input: the sample loaded into the upper half (-1: none)
-    double lane0 = 0.0;  // constant value, already rounded to the node's type
-    double lane1 = 0.0;
-    double lane2 = 0.0;
-    double lane3 = 0.0;
+    int index2 = -1;  // V4F input: the sample loaded into the upper half (-1: none)
+    // the lanes of a 128-bit or scalar constant, already rounded to the node's type
+    double lane0 = 0.0, lane1 = 0.0, lane2 = 0.0, lane3 = 0.0;
 };
 
 // Lanes of a value of the type: 1 for a scalar.
@@ -75,8 +75,7 @@ int laneCount(Type type);
 // when `flip` is set.  For Shuffle, Join, Extract, Permute2, Blend, Neg,
 // SignLanes, Swap and SwapNeg.
 struct LaneSource {
-    int operand;
-    int lane;
+    int operand, lane;
     bool flip;
 };
 LaneSource laneSource(const Node& n, int lane);
@@ -97,14 +96,11 @@ public:
 // Operation counts of a graph restricted to what its outputs need.
 struct OpCounts {
     int additions = 0;        // Add and Sub
-    int multiplications = 0;  // Mul by a constant
+    int multiplications = 0;  // Mul by a constant (not by a Param: the scale factor)
     int negations = 0;        // ZeroSub
     int signFlips = 0;        // Neg
     int exchanges = 0;        // SwapNeg, Swap and Shuffle
     int signedExchanges = 0;  // SwapNeg alone: a shuffle and a sign-mask operation
-    int widenings = 0;
-    int narrowings = 0;
-    int scaleProducts = 0;    // Mul by a Param
 };
 
 class Graph {
@@ -188,6 +184,9 @@ public:
 
 private:
     int make(const Node& node, bool canonical = true);
+    int make(Op op, Type type, int a, int b = none, int index = -1);
+    // a 128-bit or scalar constant of the given lanes, each rounded to the type
+    int constantOf(Type type, std::initializer_list<long double> values);
     // The node equal to the given one, or -1 where the graph has none.
     int find(const Node& node) const;
     bool isNeg(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Neg; }

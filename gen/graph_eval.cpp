@@ -1,24 +1,22 @@
+// The verifier: runs an operation graph on the check inputs, lane by lane,
+// and holds a wide body against its narrow flow, or a printed body (run as
+// its text reads, body_eval.cpp) against the flow it was printed from.
 #include "graph_eval.h"
 
+#include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstring>
+#include <map>
 #include <stdexcept>
 
+#include "body_eval.h"
 #include "forms.h"
 
 namespace gen {
 
-namespace {
-
-bool singlePrecision(Type type) { return type == Type::F32 || type == Type::V4F || type == Type::V8F; }
-
-double flipSign(double v) { return std::copysign(v, std::signbit(v) ? 1.0 : -1.0); }
-
-// One IEEE operation, rounded once in the precision of its node (volatile:
-// no wider intermediate, no contraction).
 double arithmetic(Op op, bool single, double a, double b)
 {
+    // volatile: no wider intermediate, no contraction
     if (single) {
         const float x = static_cast<float>(a), y = static_cast<float>(b);
         volatile float r = op == Op::Add ? x + y : op == Op::Sub ? x - y : op == Op::Mul ? x * y : 0.0f - x;
@@ -28,8 +26,6 @@ double arithmetic(Op op, bool single, double a, double b)
     return r;
 }
 
-}  // namespace
-
 bool sameBits(double a, double b)
 {
     if (std::isnan(a) && std::isnan(b))
@@ -37,76 +33,54 @@ bool sameBits(double a, double b)
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
-void LaneEvaluator::input(const Node& n, std::array<double, 8>& out, const std::vector<double>& x) const
+LaneEvaluator::LaneEvaluator(const Graph& graph, const std::vector<double>& x, double factor)
+    : values_(static_cast<std::size_t>(graph.size()))
 {
     auto sample = [&](long index) {
         return index >= 0 && static_cast<std::size_t>(index) < x.size() ? x[static_cast<std::size_t>(index)] : 0.0;
     };
-    switch (n.type) {
-    case Type::F32:
-    case Type::F64: out[0] = sample(n.index); break;
-    case Type::V2D: out = {sample(2 * n.index), sample(2 * n.index + 1)}; break;
-    case Type::V4F:
-        out = {sample(2 * n.index), sample(2 * n.index + 1), n.index2 >= 0 ? sample(2 * n.index2) : 0.0,
-               n.index2 >= 0 ? sample(2 * n.index2 + 1) : 0.0};
-        break;
-    case Type::V4D:
-    case Type::V8F:
-        for (int i = 0; i < laneCount(n.type); ++i)
-            out[static_cast<std::size_t>(i)] = sample(n.index + i);
-        break;
-    }
-}
-
-LaneEvaluator::LaneEvaluator(const Graph& graph, const std::vector<double>& x, double factor)
-    : values_(static_cast<std::size_t>(graph.size()))
-{
     for (int id = 0; id < graph.size(); ++id) {
         const Node& n = graph.node(id);
         std::array<double, 8>& out = values_[static_cast<std::size_t>(id)];
         out.fill(0.0);
-        const std::size_t count = static_cast<std::size_t>(laneCount(n.type));
-        const bool single = singlePrecision(n.type);
+        const int count = laneCount(n.type);
+        const bool single = n.type == Type::F32 || n.type == Type::V4F || n.type == Type::V8F;
         const std::array<double, 8> none{};
         const std::array<double, 8>& a = n.a >= 0 ? values_[static_cast<std::size_t>(n.a)] : none;
         const std::array<double, 8>& b = n.b >= 0 ? values_[static_cast<std::size_t>(n.b)] : none;
-        if (selectsLanes(n.op)) {
-            for (std::size_t i = 0; i < count; ++i) {
-                const LaneSource from = laneSource(n, static_cast<int>(i));
-                const double v = from.operand < 0 ? 0.0 : (from.operand == 0 ? a : b)[static_cast<std::size_t>(from.lane)];
-                out[i] = from.flip ? flipSign(v) : v;
-            }
+        if (n.op == Op::Const) {
+            const std::vector<double> lanes = graph.constantValues(id);
+            std::copy(lanes.begin(), lanes.end(), out.begin());
             continue;
         }
-        switch (n.op) {
-        case Op::Input: input(n, out, x); break;
-        case Op::Param:
-            out.fill(single ? static_cast<double>(static_cast<float>(factor)) : factor);
-            break;
-        case Op::Const:
-            if (n.type == Type::V8F || n.type == Type::V4D) {
-                // a 256-bit constant names its 128-bit halves
-                const std::size_t half = count / 2;
-                for (std::size_t i = 0; i < half; ++i) {
-                    out[i] = a[i];
-                    out[i + half] = b[i];
-                }
-            } else {
-                const double lanes[4] = {n.lane0, n.lane1, n.lane2, n.lane3};
-                for (std::size_t i = 0; i < count; ++i)
-                    out[i] = n.type == Type::V4F || n.type == Type::V2D ? lanes[i] : n.lane0;
+        for (int i = 0; i < count; ++i) {
+            double& lane = out[static_cast<std::size_t>(i)];
+            if (selectsLanes(n.op)) {
+                const LaneSource from = laneSource(n, i);
+                const double v = from.operand < 0 ? 0.0 : (from.operand == 0 ? a : b)[static_cast<std::size_t>(from.lane)];
+                lane = from.flip ? std::copysign(v, std::signbit(v) ? 1.0 : -1.0) : v;
+                continue;
             }
-            break;
-        case Op::Add:
-        case Op::Sub:
-        case Op::Mul:
-        case Op::ZeroSub:
-            for (std::size_t i = 0; i < count; ++i)
-                out[i] = arithmetic(n.op, single, a[i], b[i]);
-            break;
-        case Op::Widen: out[0] = a[0]; break;
-        case Op::Narrow: out[0] = static_cast<float>(a[0]); break;
-        default: throw std::logic_error("an operation the evaluator does not know");
+            switch (n.op) {
+            case Op::Input:
+                // a V2D or V4F lane is a part of a complex sample; a V4F
+                // load holds sample `index`, then sample `index2` (-1: zero)
+                if (n.type == Type::V2D)
+                    lane = sample(2 * n.index + i);
+                else if (n.type == Type::V4F)
+                    lane = sample(2 * (i < 2 ? n.index : n.index2) + i % 2);
+                else
+                    lane = sample(n.index + i);
+                break;
+            case Op::Param: lane = single ? static_cast<double>(static_cast<float>(factor)) : factor; break;
+            case Op::Add:
+            case Op::Sub:
+            case Op::Mul:
+            case Op::ZeroSub: lane = arithmetic(n.op, single, a[i], b[i]); break;
+            case Op::Widen: lane = a[0]; break;
+            case Op::Narrow: lane = static_cast<float>(a[0]); break;
+            default: throw std::logic_error("an operation the evaluator does not know");
+            }
         }
     }
 }
@@ -136,6 +110,66 @@ void verifyBody(const std::string& kernel, const Graph& narrow, const OutputLane
 {
     if (!sameOutputs(narrow, narrowLanes, wide, wideLanes, inputs, factor))
         formError(kernel, "its body does not give the bits of its flow on the generator's check inputs");
+}
+
+std::vector<std::vector<double>> verifierInputs(int count, bool single)
+{
+    const std::size_t n = static_cast<std::size_t>(count);
+    std::vector<std::vector<double>> inputs = {std::vector<double>(n, 0.0), std::vector<double>(n, -0.0)};
+    for (std::size_t i = 0; i < n; ++i) {
+        inputs.push_back(std::vector<double>(n, -0.0));
+        inputs.back()[i] = i % 3 == 0 ? -1.5 : 0.75;
+    }
+    std::vector<double> constant(n, 0.75), alternating(n);
+    for (std::size_t i = 0; i < n; ++i)
+        alternating[i] = i % 2 ? -0.75 : 0.75;
+    inputs.push_back(constant);
+    inputs.push_back(alternating);
+    unsigned state = 4321u + static_cast<unsigned>(count);
+    auto next = [&] {
+        state = state * 1664525u + 1013904223u;
+        return static_cast<double>(static_cast<int>(state >> 8) - (1 << 23)) / static_cast<double>(1 << (state % 13));
+    };
+    const double large = single ? 4.0e37 : 2.0e307;
+    for (int r = 0; r < 5; ++r) {
+        std::vector<double> x(n);
+        for (double& value : x) {
+            value = next();
+            value = r < 3 ? value : value / (1 << 23) * large;
+            value = single ? static_cast<double>(static_cast<float>(value)) : value;
+        }
+        inputs.push_back(x);
+    }
+    return inputs;
+}
+
+void verifyPrintedText(const std::string& kernel, const std::string& text, const std::vector<std::vector<double>>& inputs,
+                       const PrintedRun& run, const Reference& expected)
+{
+    for (const std::vector<double>& x : inputs) {
+        const std::map<int, double> stored = runBody(text, x, run.factor, run.single, run.stride);
+        for (const auto& [index, value] : expected(x)) {
+            const auto found = stored.find(index);
+            if (found == stored.end())
+                formError(kernel, "its body does not store y[" + std::to_string(index) + "]");
+            if (!sameBits(value, found->second))
+                formError(kernel, "its body does not give the bits of its flow at y[" + std::to_string(index) +
+                                      "] on the generator's check inputs");
+        }
+    }
+}
+
+void verifyPrintedBody(const std::string& kernel, const Graph& graph, const std::vector<int>& outputs,
+                       const std::vector<int>& slots, const std::string& text,
+                       const std::vector<std::vector<double>>& inputs, double factor, bool single)
+{
+    verifyPrintedText(kernel, text, inputs, {factor, single, 0}, [&](const std::vector<double>& x) {
+        const LaneEvaluator flow(graph, x, factor);
+        std::map<int, double> values;
+        for (std::size_t i = 0; i < outputs.size(); ++i)
+            values[slots[i]] = flow.lanes(outputs[i])[0];
+        return values;
+    });
 }
 
 }  // namespace gen

@@ -28,9 +28,12 @@ public:
     const std::array<double, 8>& lanes(int id) const { return values_[static_cast<std::size_t>(id)]; }
 
 private:
-    void input(const Node& n, std::array<double, 8>& out, const std::vector<double>& x) const;
     std::vector<std::array<double, 8>> values_;
 };
+
+// One IEEE operation of a node, Add, Sub, Mul or ZeroSub (0 - a), rounded
+// once in Real32 (`single`) or Real64 as the compiled kernel rounds it.
+double arithmetic(Op op, bool single, double a, double b);
 
 // Whether two values are the same bits, any two NaNs counting as equal.
 bool sameBits(double a, double b);

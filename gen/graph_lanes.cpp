@@ -12,30 +12,11 @@ namespace gen {
 
 int laneCount(Type type)
 {
-    switch (type) {
-    case Type::V8F: return 8;
-    case Type::V4F:
-    case Type::V4D: return 4;
-    case Type::V2D: return 2;
-    default: return 1;
-    }
+    static const int lanes[] = {1, 1, 2, 4, 4, 8};  // by Type
+    return lanes[static_cast<int>(type)];
 }
 
-bool selectsLanes(Op op)
-{
-    switch (op) {
-    case Op::Shuffle:
-    case Op::Join:
-    case Op::Extract:
-    case Op::Permute2:
-    case Op::Blend:
-    case Op::Neg:
-    case Op::SignLanes:
-    case Op::Swap:
-    case Op::SwapNeg: return true;
-    default: return false;
-    }
-}
+bool selectsLanes(Op op) { return op == Op::Neg || op >= Op::SwapNeg; }
 
 LaneSource laneSource(const Node& n, int lane)
 {
@@ -72,10 +53,7 @@ int Graph::join(int lo, int hi)
     // like a selection, joining commutes with a sign change of both halves
     if (isNeg(lo) && (hi == none || isNeg(hi)))
         return neg(join(node(lo).a, hi == none ? none : node(hi).a));
-    Node n{Op::Join, node(lo).type == Type::V2D ? Type::V4D : Type::V8F};
-    n.a = lo;
-    n.b = hi;
-    return make(n);
+    return make(Op::Join, node(lo).type == Type::V2D ? Type::V4D : Type::V8F, lo, hi);
 }
 
 int Graph::strip(int id, int& mask) const
@@ -120,10 +98,7 @@ int Graph::signLanes(int a, int mask)
             signed8[i] = ((lanes >> i) & 1) ? -values[i] : values[i];
         return constantLanes8(signed8);
     }
-    Node n{Op::SignLanes, Type::V8F};
-    n.a = base;
-    n.index = lanes;
-    return make(n);
+    return make(Op::SignLanes, Type::V8F, base, none, lanes);
 }
 
 int Graph::findSignLanes(int a, int mask) const
@@ -144,11 +119,7 @@ int Graph::blend(int a, int b, int mask)
         return a;
     if (mask == 0xFF)
         return b;
-    Node n{Op::Blend, Type::V8F};
-    n.a = a;
-    n.b = b;
-    n.index = mask;
-    return make(n);
+    return make(Op::Blend, Type::V8F, a, b, mask);
 }
 
 int Graph::permute2(int a, int b, int select)
@@ -164,11 +135,7 @@ int Graph::permute2(int a, int b, int select)
         return b;
     if (isNeg(a) && isNeg(b))
         return neg(permute2(node(a).a, node(b).a, lo | (hi << 4)));
-    Node n{Op::Permute2, node(a).type};
-    n.a = a;
-    n.b = b;
-    n.index = lo | (hi << 4);
-    return make(n);
+    return make(Op::Permute2, node(a).type, a, b, lo | (hi << 4));
 }
 
 int Graph::shuffle(int a, int b, int selector)
@@ -177,11 +144,7 @@ int Graph::shuffle(int a, int b, int selector)
         return a;
     if (isNeg(a) && isNeg(b))  // a selection commutes with a sign change of both sources
         return neg(shuffle(node(a).a, node(b).a, selector));
-    Node n{Op::Shuffle, node(a).type};
-    n.a = a;
-    n.b = b;
-    n.index = selector;
-    return make(n);
+    return make(Op::Shuffle, node(a).type, a, b, selector);
 }
 
 int Graph::swapNeg(int a)
@@ -195,7 +158,7 @@ int Graph::swapNeg(int a)
     // i*(x*k) = swap(x)*k' with k' = (-k1, k0): the sign change rides on the constant
     const Node& x = node(a);
     if (x.op == Op::Mul && isConst(x.b)) {
-        Node c = node(x.b);
+        const Node& c = node(x.b);
         Node k = c;
         k.lane0 = -c.lane1;
         k.lane1 = c.lane0;
@@ -207,9 +170,7 @@ int Graph::swapNeg(int a)
         const int constant = make(k);
         return mul(swapHalves(source), constant);
     }
-    Node n{Op::SwapNeg, node(a).type};
-    n.a = a;
-    return make(n);
+    return make(Op::SwapNeg, node(a).type, a);
 }
 
 int Graph::swapHalves(int a)
@@ -218,9 +179,7 @@ int Graph::swapHalves(int a)
         return none;
     if (isNeg(a))
         return neg(swapHalves(node(a).a));
-    Node n{Op::Swap, node(a).type};
-    n.a = a;
-    return make(n);
+    return make(Op::Swap, node(a).type, a);
 }
 
 }  // namespace gen

@@ -26,17 +26,19 @@ LaneForm constantForm(double value)
     std::memcpy(&bits, &magnitude, sizeof bits);
     return {mix(ConstTag, bits), std::signbit(value)};
 }
-}  // namespace
 
-std::uint64_t SumTerms::valueKey() const
-{
-    return mix(mix(mix(SumValueTag, first), second), firstNegative == secondNegative ? 1 : 0);
-}
+int bit(int mask, int i) { return (mask >> i) & 1; }
 
-SumTerms sumTerms(const Node& n, const LaneForm& a, const LaneForm& b)
-{
-    return sumTerms(a, a.negative, b, b.negative != (n.op == Op::Sub));
-}
+// The two signed terms of a sum in a fixed order (by form).
+struct SumTerms {
+    std::uint64_t first = 0, second = 0;
+    bool firstNegative = false, secondNegative = false;
+    // the sum up to its sign: equal for (x, y) and (-x, -y)
+    std::uint64_t valueKey() const
+    {
+        return mix(mix(mix(SumValueTag, first), second), firstNegative == secondNegative ? 1 : 0);
+    }
+};
 
 SumTerms sumTerms(const LaneForm& x, bool xNegative, const LaneForm& y, bool yNegative)
 {
@@ -46,6 +48,13 @@ SumTerms sumTerms(const LaneForm& x, bool xNegative, const LaneForm& y, bool yNe
         return {y.key, x.key, yNegative, xNegative};
     return {x.key, y.key, xNegative, yNegative};
 }
+
+// the terms of an Add or Sub node whose operands' lanes have forms a and b
+SumTerms sumTerms(const Node& n, const LaneForm& a, const LaneForm& b)
+{
+    return sumTerms(a, a.negative, b, b.negative != (n.op == Op::Sub));
+}
+}  // namespace
 
 LaneForm LaneForms::form(int id, int lane)
 {
@@ -58,60 +67,47 @@ void LaneForms::extend()
 {
     for (int id = static_cast<int>(forms_.size()); id < graph_.size(); ++id) {
         const Node& n = graph_.node(id);
+        const std::vector<double> constants = n.op == Op::Const ? graph_.constantValues(id) : std::vector<double>();
         std::array<LaneForm, 8> lanes{};
-        const int count = laneCount(n.type);
         auto operand = [&](int which, int lane) -> LaneForm {
             const int source = which == 0 ? n.a : n.b;
             return source < 0 ? constantForm(0.0) : forms_[static_cast<std::size_t>(source)][static_cast<std::size_t>(lane)];
         };
-        if (selectsLanes(n.op)) {
-            for (int i = 0; i < count; ++i) {
-                const LaneSource from = laneSource(n, i);
-                LaneForm f = operand(from.operand, from.lane);
-                f.negative = f.negative != from.flip;
-                lanes[static_cast<std::size_t>(i)] = f;
-            }
-            forms_.push_back(lanes);
-            continue;
-        }
-        std::vector<double> constants;
-        if (n.op == Op::Const)
-            constants = graph_.constantValues(id);
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < laneCount(n.type); ++i) {
             LaneForm& f = lanes[static_cast<std::size_t>(i)];
+            if (selectsLanes(n.op)) {
+                const LaneSource from = laneSource(n, i);
+                f = operand(from.operand, from.lane);
+                f.negative = f.negative != from.flip;
+                continue;
+            }
+            const LaneForm x = operand(0, i), y = operand(1, i);
             switch (n.op) {
             case Op::Input: {
                 // a V4F load holds (re, im) of sample index, then of index2 (-1: zero)
                 const int sample = n.type == Type::V4F && i >= 2 ? n.index2 : n.index;
-                const int part = n.type == Type::V4F ? i % 2 : i;
-                f = sample < 0 ? constantForm(0.0) : LaneForm{mix(mix(InputTag, static_cast<std::uint64_t>(sample)), static_cast<std::uint64_t>(part)), false};
+                const auto part = static_cast<std::uint64_t>(n.type == Type::V4F ? i % 2 : i);
+                const std::uint64_t key = mix(mix(InputTag, static_cast<std::uint64_t>(sample)), part);
+                f = sample < 0 ? constantForm(0.0) : LaneForm{key, false};
                 break;
             }
             case Op::Param: f = {mix(ParamTag, static_cast<std::uint64_t>(n.index)), false}; break;
             case Op::Const: f = constantForm(constants[static_cast<std::size_t>(i)]); break;
             case Op::Add:
             case Op::Sub: {
-                const SumTerms t = sumTerms(n, operand(0, i), operand(1, i));
+                const SumTerms t = sumTerms(n, x, y);
                 f = {mix(mix(mix(mix(SumTag, t.first), t.second), t.firstNegative ? 1 : 0), t.secondNegative ? 1 : 0), false};
                 break;
             }
-            case Op::Mul: {
-                const LaneForm x = operand(0, i), y = operand(1, i);
+            case Op::Mul:
                 f = {mix(mix(ProductTag, std::min(x.key, y.key)), std::max(x.key, y.key)), x.negative != y.negative};
                 break;
-            }
-            case Op::ZeroSub: {
-                const LaneForm x = operand(0, i);
-                f = {mix(mix(ZeroSubTag, x.key), x.negative ? 1 : 0), false};
-                break;
-            }
+            case Op::ZeroSub: f = {mix(mix(ZeroSubTag, x.key), x.negative ? 1 : 0), false}; break;
             case Op::Widen:
-            case Op::Narrow: {
+            case Op::Narrow:
                 // exact, or one rounding to nearest: symmetric in the sign
-                const LaneForm x = operand(0, i);
                 f = {mix(n.op == Op::Widen ? WidenTag : NarrowTag, x.key), x.negative};
                 break;
-            }
             default: throw std::logic_error("an operation without lane forms");
             }
         }
@@ -144,8 +140,6 @@ void SumOrientations::keepLanes(const std::vector<int>& live)
 
 namespace {
 
-int bit(int mask, int i) { return (mask >> i) & 1; }
-
 // The operands of a sum without their sign changes, and the signs they take
 // into it, as lane masks.
 struct SumOperands {
@@ -171,14 +165,11 @@ std::array<int, 8> turnsOf(LaneForms& forms, const std::unordered_map<std::uint6
 {
     std::array<int, 8> turn{};
     for (int i = 0; i < 8; ++i) {
-        const LaneForm x = forms.form(s.a0, i);
-        const LaneForm y = forms.form(s.b0, i);
-        const SumTerms t = sumTerms(x, x.negative != (((s.maskA >> i) & 1) != 0), y, y.negative != (((s.maskB >> i) & 1) != 0));
+        const LaneForm x = forms.form(s.a0, i), y = forms.form(s.b0, i);
+        const SumTerms t = sumTerms(x, x.negative != (bit(s.maskA, i) != 0), y, y.negative != (bit(s.maskB, i) != 0));
         const auto found = seen.find(t.valueKey());
-        if (found == seen.end() || !((held >> i) & 1))
-            turn[static_cast<std::size_t>(i)] = -1;
-        else
-            turn[static_cast<std::size_t>(i)] = (found->second & (t.firstNegative ? 2 : 1)) ? 0 : 1;
+        const bool free = found == seen.end() || !bit(held, i);
+        turn[static_cast<std::size_t>(i)] = free ? -1 : (found->second & (t.firstNegative ? 2 : 1)) ? 0 : 1;
     }
     return turn;
 }
@@ -256,38 +247,34 @@ SumPlan planBlend(const std::array<int, 8>& turn, const SumOperands& s)
     return p;
 }
 
-int sumOf(Graph& graph, Op op, int x, int y)
+// The sum of a kind: 0 x + y, 1 x - y, 2 y - x, 3 (-x) - y.
+int sumOf(Graph& graph, int kind, int x, int y)
 {
-    Node n{op, Type::V8F};
-    n.a = op == Op::Add ? std::min(x, y) : x;
-    n.b = op == Op::Add ? std::max(x, y) : y;
+    if (kind == 3)
+        x = graph.neg(x);
+    Node n{kind == 0 ? Op::Add : Op::Sub, Type::V8F};
+    n.a = kind == 0 ? std::min(x, y) : kind == 2 ? y : x;
+    n.b = kind == 0 ? std::max(x, y) : kind == 2 ? x : y;
     return graph.raw(n);
 }
 
 // The sum as the plan says, its sign outside left to the caller.
 int makeSum(Graph& graph, std::unordered_set<int>& materialised, const SumPlan& best, const SumOperands& s)
 {
-    const int a0 = s.a0, b0 = s.b0;
-    int core = Graph::none;
     if (best.op >= 0) {
         // signs changed by instructions of their own, kept inside the sum
-        const int x = flipped(graph, a0, best.flipA), y = flipped(graph, b0, best.flipB);
+        const int x = flipped(graph, s.a0, best.flipA), y = flipped(graph, s.b0, best.flipB);
         materialised.insert(x);
         materialised.insert(y);
-        core = best.op == 0   ? sumOf(graph, Op::Add, x, y)
-               : best.op == 1 ? sumOf(graph, Op::Sub, x, y)
-                              : sumOf(graph, Op::Sub, y, x);
-    } else {
-        for (int kind = 0; kind < 4; ++kind) {
-            const int lanes = best.kinds[static_cast<std::size_t>(kind)];
-            if (lanes == 0)
-                continue;
-            const int made = kind == 0   ? sumOf(graph, Op::Add, a0, b0)
-                             : kind == 1 ? sumOf(graph, Op::Sub, a0, b0)
-                             : kind == 2 ? sumOf(graph, Op::Sub, b0, a0)
-                                         : sumOf(graph, Op::Sub, graph.neg(a0), b0);  // (-a0) - b0
-            core = core == Graph::none ? made : graph.blend(core, made, lanes);
-        }
+        return sumOf(graph, best.op, x, y);
+    }
+    int core = Graph::none;
+    for (int kind = 0; kind < 4; ++kind) {
+        const int lanes = best.kinds[static_cast<std::size_t>(kind)];
+        if (lanes == 0)
+            continue;
+        const int made = sumOf(graph, kind, s.a0, s.b0);
+        core = core == Graph::none ? made : graph.blend(core, made, lanes);
     }
     return core;
 }

@@ -48,17 +48,6 @@ private:
     std::vector<std::array<LaneForm, 8>> forms_;
 };
 
-// The two signed terms of a sum in a fixed order (by form).
-struct SumTerms {
-    std::uint64_t first = 0, second = 0;
-    bool firstNegative = false, secondNegative = false;
-    // the sum up to its sign: equal for (x, y) and (-x, -y)
-    std::uint64_t valueKey() const;
-};
-SumTerms sumTerms(const LaneForm& x, bool xNegative, const LaneForm& y, bool yNegative);
-// the terms of an Add or Sub node whose operands' lanes have forms a and b
-SumTerms sumTerms(const Node& n, const LaneForm& a, const LaneForm& b);
-
 class SumOrientations : public SumSteering {
 public:
     // the sums of the given graph that its roots need
