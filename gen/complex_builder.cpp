@@ -10,16 +10,15 @@ namespace gen {
 namespace {
 constexpr long double pi = 3.141592653589793238462643383279502884L;
 
-// cos and sin of pi * num / den, with num reduced first so that the argument
+// cos + i sin of pi * num / den, with num reduced first so that the argument
 // stays small and exact angles come out exact.
-void cosSinPi(long long num, long long den, long double& c, long double& s)
+std::complex<long double> cosSinPi(long long num, long long den)
 {
     num %= 2 * den;
     if (num < 0)
         num += 2 * den;
     const long double angle = pi * static_cast<long double>(num) / static_cast<long double>(den);
-    c = cosl(angle);
-    s = sinl(angle);
+    return {cosl(angle), sinl(angle)};
 }
 
 }  // namespace
@@ -49,50 +48,32 @@ std::complex<long double> exactRoot(long long k, long long n, int sign)
         const long long octant = 8 * k / n;
         return {cosines[octant], sign * sines[octant]};
     }
-    long double c, s;
-    cosSinPi(2 * k, n, c, s);
-    return {c, sign * s};
+    const std::complex<long double> root = cosSinPi(2 * k, n);
+    return {root.real(), sign * root.imag()};
 }
 
 std::complex<long double> raderConstant(int p, int k, int sign)
 {
     const int n = p - 1, g = primitiveRoot(p);
-    long double re = 0, im = 0;
-    for (int t = 0; t < n; ++t) {
-        // w^(g^t) v^(-t k) = exp(sign*i*pi * 2(g^t n - t k p) / (p n))
-        const long long num = 2LL * (powMod(g, t, p) * n - static_cast<long long>(t) * k * p);
-        long double c, s;
-        cosSinPi(num, static_cast<long long>(p) * n, c, s);
-        re += c;
-        im += s;
-    }
-    return {re / n, sign * im / n};
-}
-
-std::complex<long double> bluesteinChirp(int p, long long k, int sign)
-{
-    return exactRoot(k * k, 2LL * p, sign);
+    std::complex<long double> sum = 0;
+    // w^(g^t) v^(-t k) = exp(sign*i*pi * 2(g^t n - t k p) / (p n))
+    for (int t = 0; t < n; ++t)
+        sum += cosSinPi(2LL * (powMod(g, t, p) * n - static_cast<long long>(t) * k * p), static_cast<long long>(p) * n);
+    return {sum.real() / n, sign * sum.imag() / n};
 }
 
 std::complex<long double> bluesteinFilter(int p, int length, int k, int sign)
 {
-    long double re = 0, im = 0;
+    std::complex<long double> sum = 0;
     for (int m = 0; m < length; ++m) {
-        int mirror;
-        if (m < p)
-            mirror = m;
-        else if (m > length - p)
-            mirror = length - m;
-        else
+        // conj chirp at 0 .. p - 1 and, mirrored, at length - p + 1 .. length - 1; zero between
+        if (m >= p && m <= length - p)
             continue;
         // conj(chirp(mirror)) * exp(sign*2*pi*i*m*k/L)
-        const long long num = 2LL * m * k * p - 1LL * mirror * mirror * length;
-        long double c, s;
-        cosSinPi(num, static_cast<long long>(length) * p, c, s);
-        re += c;
-        im += s;
+        const long long mirror = m < p ? m : length - m;
+        sum += cosSinPi(2LL * m * k * p - mirror * mirror * length, static_cast<long long>(length) * p);
     }
-    return {re / length, sign * im / length};
+    return {sum.real() / length, sign * sum.imag() / length};
 }
 
 Cx multiplyByNodes(Graph& graph, Cx v, int cosines, int sines)
@@ -107,14 +88,10 @@ Cx multiplyByNodes(Graph& graph, Cx v, int cosines, int sines)
 int primitiveRoot(int p)
 {
     for (int g = 2; g < p; ++g) {
-        bool generates = true;
-        for (int d = 1; d < p - 1; ++d) {
-            if ((p - 1) % d == 0 && powMod(g, d, p) == 1) {
-                generates = false;
-                break;
-            }
-        }
-        if (generates)
+        int d = 1;  // the first proper divisor of p - 1 with g^d = 1
+        while (d < p - 1 && ((p - 1) % d != 0 || powMod(g, d, p) != 1))
+            ++d;
+        if (d == p - 1)
             return g;
     }
     throw std::logic_error("no primitive root");
@@ -271,8 +248,8 @@ std::vector<Cx> ComplexBuilder::oddSymmetric(int p, const std::vector<Cx>& x, in
     for (std::size_t m = 1; m <= half; ++m) {
         Cx a, b;
         for (std::size_t j = 1; j <= half; ++j) {
-            long double c, s;
-            cosSinPi(static_cast<long long>(2 * j * m), p, c, s);
+            const std::complex<long double> root = cosSinPi(static_cast<long long>(2 * j * m), p);
+            const long double c = root.real(), s = root.imag();
             const Cx cosTerm = scale(sum[j], std::fabs(c));
             const Cx sinTerm = scale(diff[j], std::fabs(s));
             if (j == 1) {
@@ -298,9 +275,8 @@ std::vector<Cx> ComplexBuilder::fiveW(const std::vector<Cx>& x, int sign)
     const Cx s1 = add(x[1], x[4]), s2 = add(x[2], x[3]);
     const Cx d1 = sub(x[1], x[4]), d2 = sub(x[2], x[3]);
     const Cx t = add(s1, s2);
-    long double c1, sn1, c2, sn2;
-    cosSinPi(2, 5, c1, sn1);
-    cosSinPi(4, 5, c2, sn2);
+    const std::complex<long double> root1 = cosSinPi(2, 5), root2 = cosSinPi(4, 5);
+    const long double c1 = root1.real(), sn1 = root1.imag(), c2 = root2.real(), sn2 = root2.imag();
     const Cx a = sub(x[0], scale(t, -(c1 + c2) / 2));
     const Cx b = scale(sub(s1, s2), (c1 - c2) / 2);
     const Cx a1 = add(a, b), a2 = sub(a, b);

@@ -91,8 +91,7 @@ long long powMod(long long base, long long exp, long long mod);
 std::complex<long double> exactRoot(long long k, long long n, int sign);
 // Rader's constant B[k] = (1/(p-1)) sum_t w^(g^t) v^(-t k) for the smallest primitive root g.
 std::complex<long double> raderConstant(int p, int k, int sign);
-// Bluestein's chirp exp(sign*i*pi*k^2/p) and filter H[k] = (1/L) DFT_L(conj chirp)[k].
-std::complex<long double> bluesteinChirp(int p, long long k, int sign);
+// Bluestein's filter H[k] = (1/L) DFT_L(conj chirp)[k] of the chirp exp(sign*i*pi*k^2/p).
 std::complex<long double> bluesteinFilter(int p, int length, int k, int sign);
 
 }  // namespace gen

@@ -185,24 +185,23 @@ EightLanes exactEightLanes(int n, const Tree& tree, int sign, bool batch, const 
                            const std::vector<int>& narrowRoots, const OutputLanes& fixedLanes)
 {
     SumOrientations orientations(narrow, narrowRoots);
-    auto first = std::make_unique<Graph>();
-    first->steerSums(&orientations);
-    std::vector<WideStore> firstStores = buildEightLanes(*first, n, tree, sign, batch);
-    orientations.keepLanes(liveLanes(*first, firstStores));
-    auto second = std::make_unique<Graph>();
-    second->steerSums(&orientations);
-    std::vector<WideStore> secondStores = buildEightLanes(*second, n, tree, sign, batch);
-    EightLanes out;
-    out.batch = batch;
-    if (sameEightLanes(narrow, fixedLanes, *second, outputLanes(secondStores, n))) {
-        out.graph = std::move(second);
-        out.stores = std::move(secondStores);
-    } else if (sameEightLanes(narrow, fixedLanes, *first, outputLanes(firstStores, n))) {
-        out.graph = std::move(first);
-        out.stores = std::move(firstStores);
-    } else {
+    auto build = [&] {
+        EightLanes e;
+        e.graph = std::make_unique<Graph>();
+        e.graph->steerSums(&orientations);
+        e.stores = buildEightLanes(*e.graph, n, tree, sign, batch);
+        e.batch = batch;
+        return e;
+    };
+    auto exact = [&](const EightLanes& e) {
+        return sameEightLanes(narrow, fixedLanes, *e.graph, outputLanes(e.stores, n));
+    };
+    EightLanes first = build();
+    orientations.keepLanes(liveLanes(*first.graph, first.stores));
+    EightLanes second = build();
+    EightLanes out = exact(second) ? std::move(second) : exact(first) ? std::move(first) : EightLanes{};
+    if (!out.graph)
         return out;
-    }
     out.graph->steerSums(nullptr);
     for (const WideStore& store : out.stores)
         out.roots.push_back(store.node);

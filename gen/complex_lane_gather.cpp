@@ -17,26 +17,21 @@ int selector(int a, int b, int c, int d) { return a | (b << 2) | (c << 4) | (d <
 
 int SplitBuilder::gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> care, Type type)
 {
-    int firstNode = Graph::none;
-    bool anyCare = false;
-    for (int i = 0; i < 4; ++i) {
-        if (!care[static_cast<std::size_t>(i)])
-            continue;
-        anyCare = true;
-        if (source[static_cast<std::size_t>(i)].node != Graph::none && firstNode == Graph::none)
-            firstNode = source[static_cast<std::size_t>(i)].node;
-    }
-    if (!anyCare)
+    if (std::find(care.begin(), care.end(), true) == care.end())
         throw std::logic_error("gather of nothing");
+    int firstNode = Graph::none;
+    for (std::size_t i = 0; i < 4 && firstNode == Graph::none; ++i)
+        if (care[i])
+            firstNode = source[i].node;
     if (firstNode == Graph::none)
         return Graph::none;  // every lane that matters is zero
     const int zero = g_.constant(type, 0);
-    for (int i = 0; i < 4; ++i) {
-        Lane& s = source[static_cast<std::size_t>(i)];
-        if (!care[static_cast<std::size_t>(i)])
-            s = {firstNode, i};  // a lane that does not matter takes its own place
+    for (std::size_t i = 0; i < 4; ++i) {
+        Lane& s = source[i];
+        if (!care[i])
+            s = {firstNode, static_cast<int>(i)};  // a lane that does not matter takes its own place
         else if (s.node == Graph::none)
-            s = {zero, i};
+            s = {zero, static_cast<int>(i)};
     }
     const auto& s = source;
     if (s[0].node == s[1].node && s[1].node == s[2].node && s[2].node == s[3].node) {
@@ -46,12 +41,9 @@ int SplitBuilder::gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> ca
     }
     // interleavings of two vectors
     auto interleaves = [&](int from) {
-        for (int i = 0; i < 4; ++i) {
-            const int node = i % 2 == 0 ? s[0].node : s[1].node;
-            if (care[static_cast<std::size_t>(i)] &&
-                (s[static_cast<std::size_t>(i)].node != node || s[static_cast<std::size_t>(i)].lane != from + i / 2))
+        for (std::size_t i = 0; i < 4; ++i)
+            if (care[i] && (s[i].node != s[i % 2].node || s[i].lane != from + static_cast<int>(i / 2)))
                 return false;
-        }
         return s[0].node != s[1].node;
     };
     if (care[0] && care[1] && interleaves(0))
@@ -67,10 +59,10 @@ int SplitBuilder::gatherLanes(std::array<Lane, 4> source, std::array<bool, 4> ca
     auto half = [&](const Lane& x, const Lane& y) -> Half {
         if (x.node == y.node)
             return {x.node, x.lane, y.lane};
-        if (x.lane == y.lane && x.lane < 2)
-            return {g_.shuffle(x.node, y.node, unpackLowSelector), 2 * x.lane, 2 * x.lane + 1};
-        if (x.lane == y.lane)
-            return {g_.shuffle(x.node, y.node, unpackHighSelector), 2 * (x.lane - 2), 2 * (x.lane - 2) + 1};
+        if (x.lane == y.lane) {
+            const int unpack = x.lane < 2 ? unpackLowSelector : unpackHighSelector;
+            return {g_.shuffle(x.node, y.node, unpack), 2 * (x.lane % 2), 2 * (x.lane % 2) + 1};
+        }
         return {g_.shuffle(x.node, y.node, selector(x.lane, x.lane, y.lane, y.lane)), 0, 2};
     };
     const Half low = half(s[0], s[1]);

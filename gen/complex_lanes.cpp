@@ -203,12 +203,11 @@ SplitBuilder::Apart SplitBuilder::apart(const Tree& t, int count, int rows) cons
     return Apart::No;
 }
 
-std::vector<std::vector<SplitRef>> SplitBuilder::transforms(const Tree& t, const std::vector<std::vector<SplitRef>>& inputs,
-                                                            Apart how, int sign)
+SplitBuilder::Rows SplitBuilder::transforms(const Tree& t, const Rows& inputs, Apart how, int sign)
 {
     if (how == Apart::Batch)
         return splitRows(t, inputs, sign);
-    std::vector<std::vector<SplitRef>> spectra;
+    Rows spectra;
     for (const std::vector<SplitRef>& input : inputs)
         spectra.push_back(dft(t, input, sign));
     return spectra;
@@ -217,11 +216,10 @@ std::vector<std::vector<SplitRef>> SplitBuilder::transforms(const Tree& t, const
 // The first stage's transforms taken apart, then the twiddles of all of them
 // at once: a vector holding several columns is multiplied once.  Returns the
 // spectra by column.
-std::vector<std::vector<SplitRef>> SplitBuilder::columnsApart(const Tree& tree, const std::vector<SplitRef>& x, Apart how,
-                                                              int sign)
+SplitBuilder::Rows SplitBuilder::columnsApart(const Tree& tree, const std::vector<SplitRef>& x, Apart how, int sign)
 {
     const int a = tree.first->size, b = tree.second->size;
-    std::vector<std::vector<SplitRef>> columns(static_cast<std::size_t>(b));
+    Rows columns(static_cast<std::size_t>(b));
     for (int n2 = 0; n2 < b; ++n2)
         for (int n1 = 0; n1 < a; ++n1)
             columns[static_cast<std::size_t>(n2)].push_back(x[static_cast<std::size_t>(splitInput(tree, n1, n2))]);
@@ -239,7 +237,8 @@ std::vector<std::vector<SplitRef>> SplitBuilder::columnsApart(const Tree& tree, 
 // a vector holds transform t0 + j.  input(t, i) is input i of transform t;
 // output(k, v, t0, count) takes the vector of bin k of transforms t0 ..
 // t0 + count - 1.
-void SplitBuilder::inLanes(const Tree& tree, int total, int scope, int sign, const std::function<SplitRef(int, int)>& input,
+void SplitBuilder::inLanes(const Tree& tree, int total, int scope, int sign,
+                           const std::function<SplitRef(int, int)>& input,
                            const std::function<void(int, Cx, int, int)>& output)
 {
     for (int t0 = 0; t0 < total; t0 += width_) {
@@ -262,15 +261,13 @@ void SplitBuilder::inLanes(const Tree& tree, int total, int scope, int sign, con
 // The transforms of several inputs (rows) of one tree at once.  A stage in
 // lanes runs `width` of its transforms at a time, the rows side by side (row
 // fastest): transform t of a stage is transform t / rows of row t % rows.
-std::vector<std::vector<SplitRef>> SplitBuilder::splitRows(const Tree& tree, const std::vector<std::vector<SplitRef>>& xs,
-                                                           int sign)
+SplitBuilder::Rows SplitBuilder::splitRows(const Tree& tree, const Rows& xs, int sign)
 {
     const int a = tree.first->size, b = tree.second->size, rows = static_cast<int>(xs.size());
     auto at = [](auto& values, int i) -> auto& { return values[static_cast<std::size_t>(i)]; };
     // u[r][n2][k1]: the spectra of the first stage, twiddled
-    std::vector<std::vector<std::vector<SplitRef>>> u(
-        static_cast<std::size_t>(rows),
-        std::vector<std::vector<SplitRef>>(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a))));
+    std::vector<Rows> u(static_cast<std::size_t>(rows),
+                        Rows(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a))));
     // each block of transforms is one group of its stage for the 256-bit packing
     const int columns = g_.openScope();
     const Apart first = apart(*tree.first, b, rows);
@@ -288,7 +285,7 @@ std::vector<std::vector<SplitRef>> SplitBuilder::splitRows(const Tree& tree, con
             });
     }
 
-    std::vector<std::vector<SplitRef>> out(static_cast<std::size_t>(rows), std::vector<SplitRef>(static_cast<std::size_t>(a * b)));
+    Rows out(static_cast<std::size_t>(rows), std::vector<SplitRef>(static_cast<std::size_t>(a * b)));
     const Apart second = apart(*tree.second, a, rows);
     if (second == Apart::No) {
         inLanes(
@@ -300,11 +297,11 @@ std::vector<std::vector<SplitRef>> SplitBuilder::splitRows(const Tree& tree, con
             });
         return out;
     }
-    std::vector<std::vector<SplitRef>> row(static_cast<std::size_t>(a));
+    Rows row(static_cast<std::size_t>(a));
     for (int k1 = 0; k1 < a; ++k1)
         for (int n2 = 0; n2 < b; ++n2)
             at(row, k1).push_back(at(at(u[0], n2), k1));
-    const std::vector<std::vector<SplitRef>> spectra = transforms(*tree.second, row, second, sign);
+    const Rows spectra = transforms(*tree.second, row, second, sign);
     for (int k1 = 0; k1 < a; ++k1)
         for (int k2 = 0; k2 < b; ++k2)
             at(out[0], splitOutput(tree, k1, k2)) = at(at(spectra, k1), k2);

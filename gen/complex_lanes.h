@@ -70,6 +70,7 @@ public:
     bool inHalfPlaces(const std::array<Lane, 8>& source, const std::array<bool, 8>& care) const;
 
 private:
+    using Rows = std::vector<std::vector<SplitRef>>;  // transforms (or inputs) of a stage
     static SplitRef laneOf(const Cx& v, int lane) { return {{v.p, lane}, {v.q, lane}}; }
     // `width` complex numbers (or fewer) as a split pair of vectors.
     Cx gather(const std::vector<SplitRef>& values);
@@ -80,14 +81,13 @@ private:
     Cx multiplyLanes(Cx v, const std::vector<Constant>& constants);
     Cx twiddleLanes(Cx v, int t0, int count, int rows, int k1, int n, int sign);
     // the transforms of several inputs (rows) of one tree at once
-    std::vector<std::vector<SplitRef>> splitRows(const Tree& tree, const std::vector<std::vector<SplitRef>>& xs, int sign);
+    Rows splitRows(const Tree& tree, const Rows& xs, int sign);
     // how the transforms of a stage leave the lanes of one vector: not at all,
     // each by a split of its own, or as one batch of rows
     enum class Apart { No, Alone, Batch };
     Apart apart(const Tree& t, int count, int rows) const;
-    std::vector<std::vector<SplitRef>> transforms(const Tree& t, const std::vector<std::vector<SplitRef>>& inputs, Apart how,
-                                                  int sign);
-    std::vector<std::vector<SplitRef>> columnsApart(const Tree& tree, const std::vector<SplitRef>& x, Apart how, int sign);
+    Rows transforms(const Tree& t, const Rows& inputs, Apart how, int sign);
+    Rows columnsApart(const Tree& tree, const std::vector<SplitRef>& x, Apart how, int sign);
     void inLanes(const Tree& tree, int total, int scope, int sign, const std::function<SplitRef(int, int)>& input,
                  const std::function<void(int, Cx, int, int)>& output);
 

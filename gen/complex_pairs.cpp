@@ -1,6 +1,7 @@
 #include "complex_pairs.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <stdexcept>
 #include <utility>
@@ -52,15 +53,11 @@ Cx PairedBuilder::gather(const HalfRef& low, const HalfRef& high)
 {
     if (sameValue(low, high))
         return single(low);
-    if (low.zero && high.zero)
-        return {};
     if (low.sample >= 0 && high.sample >= 0)
         return {g_.inputPair(low.sample, high.sample), Graph::none};
-    const Cx a = low.sample >= 0 ? single(low) : low.vector;
-    const Cx b = high.sample >= 0 ? single(high) : high.vector;
-    const int halfA = low.sample >= 0 ? 0 : low.half;
-    const int halfB = high.sample >= 0 ? 0 : high.half;
-    return {pick(a.p, halfA, b.p, halfB), pick(a.q, halfA, b.q, halfB)};
+    auto computed = [&](const HalfRef& ref) { return ref.sample >= 0 ? wrap(single(ref)) : ref; };
+    const HalfRef a = computed(low), b = computed(high);
+    return {pick(a.vector.p, a.half, b.vector.p, b.half), pick(a.vector.q, a.half, b.vector.q, b.half)};
 }
 
 Cx PairedBuilder::multiplyHalves(Cx v, Constant low, Constant high)
@@ -85,25 +82,19 @@ std::vector<HalfRef> PairedBuilder::multiplyEach(const std::vector<HalfRef>& val
 {
     std::vector<HalfRef> out = values;
     // the values of one vector, by half
-    std::map<std::pair<int, int>, std::pair<int, int>> owners;
+    std::map<std::pair<int, int>, std::array<int, 2>> owners;
     for (int i = 0; i < count; ++i) {
         HalfRef& ref = out[static_cast<std::size_t>(i)];
         if (ref.zero)
             continue;
-        if (ref.sample >= 0) {
-            ref.vector = single(ref);
-            ref.sample = -1;
-            ref.half = 0;
-        }
-        auto& slot = owners.try_emplace({ref.vector.p, ref.vector.q}, -1, -1).first->second;
-        (ref.half == 0 ? slot.first : slot.second) = i;
+        if (ref.sample >= 0)
+            ref = wrap(single(ref));
+        owners.try_emplace({ref.vector.p, ref.vector.q}, std::array<int, 2>{-1, -1}).first->second[ref.half == 1] = i;
     }
-    for (const auto& entry : owners) {
-        const int lowIndex = entry.second.first, highIndex = entry.second.second;
-        const Constant low = constant(lowIndex >= 0 ? lowIndex : highIndex);
-        const Constant high = constant(highIndex >= 0 ? highIndex : lowIndex);
-        const Cx product = multiplyHalves({entry.first.first, entry.first.second}, low, high);
-        for (int index : {lowIndex, highIndex})
+    for (const auto& [vector, halves] : owners) {
+        const int low = halves[0] >= 0 ? halves[0] : halves[1], high = halves[1] >= 0 ? halves[1] : halves[0];
+        const Cx product = multiplyHalves({vector.first, vector.second}, constant(low), constant(high));
+        for (int index : halves)
             if (index >= 0)
                 out[static_cast<std::size_t>(index)].vector = product;
     }
@@ -153,8 +144,9 @@ std::vector<HalfRef> PairedBuilder::split(const Tree& tree, const std::vector<Ha
         const std::vector<Cx> v = uniform_.dft(*tree.second, row, sign);
         g_.leaveGroup();
         for (int k2 = 0; k2 < b; ++k2) {
-            out[static_cast<std::size_t>(splitOutput(tree, k1, k2))] = {v[static_cast<std::size_t>(k2)], 0};
-            out[static_cast<std::size_t>(splitOutput(tree, partner, k2))] = {v[static_cast<std::size_t>(k2)], partner - k1};
+            const Cx& bin = v[static_cast<std::size_t>(k2)];
+            out[static_cast<std::size_t>(splitOutput(tree, k1, k2))] = {bin, 0};
+            out[static_cast<std::size_t>(splitOutput(tree, partner, k2))] = {bin, partner - k1};
         }
     }
     return out;

@@ -106,7 +106,7 @@ template <class Layout>
 ValuesOf<Layout> walkBluestein(Layout& layout, const Tree& tree, const ValuesOf<Layout>& x, int sign)
 {
     const int p = tree.size, length = tree.chirpLength;
-    auto chirp = [&](int k) { return bluesteinChirp(p, k, sign); };
+    auto chirp = [&](int k) { return exactRoot(1LL * k * k, 2LL * p, sign); };  // exp(sign*i*pi*k^2/p)
     const ValuesOf<Layout> y = layout.multiplyEach(layout.padded(x, length), p, chirp);
     const ValuesOf<Layout> spectrum = layout.dft(*tree.first, y, sign);
     const ValuesOf<Layout> product =
