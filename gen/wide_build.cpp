@@ -105,7 +105,6 @@ int Packer::value256(int lo, int hi)
 
 void Packer::placed(int id)
 {
-    at(id).assigned = true;
     for (int user : at(id).users)
         if (--at(user).waiting == 0)
             ready_.push_back(user);
