@@ -16,13 +16,11 @@
 
 namespace gen::wide {
 
-using Options = PackOptions;
-
 inline bool isLeaf(const Node& n) { return n.op == Op::Input || n.op == Op::Const || n.op == Op::Param; }
 
 class Packer {
 public:
-    Packer(const Graph& g, const InputSpan& span, Options options)
+    Packer(const Graph& g, const InputSpan& span, PackOptions options)
         : g_(g), span_(span), options_(options), moveCost(target().inOperations("shuffle")),
           slots_(static_cast<std::size_t>(g.size()))
     {
@@ -82,7 +80,6 @@ private:
     bool usersPair(int lo, int hi) const;
 
     // nodes of the packed graph (wide_build.cpp)
-    void findUsers(const std::vector<bool>& live);
     int make(Op op, Type type, int a, int b = -1, int index = -1);
     int value128(int id);
     int value256(int lo, int hi);
@@ -94,7 +91,7 @@ private:
 
     const Graph& g_;
     InputSpan span_;
-    Options options_;
+    PackOptions options_;
     // what an instruction of the shuffle unit counts, in operations, when a
     // pair is weighed against the two nodes it replaces (the target's
     // cost.shuffle)

@@ -114,7 +114,7 @@ void Packer::pairAll()
         // 1. partners whose operands already sit side by side
         made = pairFree(round, false) || made;
         // 2. the cheapest partner where moves across halves are needed
-        if (!made && options_.moves != Options::NoMoves)
+        if (!made && options_.moves != PackOptions::NoMoves)
             made = pairFree(round, true);
         // 3. where nothing paired, what found no partner stays 128-bit; where
         // all that is left are wanted partners that wait on each other, those
@@ -198,7 +198,7 @@ std::pair<int, int> Packer::cheapestPartner(int x, const std::vector<int>& round
         for (int h = 0; h < 2; ++h) {
             const int lo = h == 0 ? x : y, hi = h == 0 ? y : x;
             const int gain =
-                pairGain(lo, hi) - (options_.moves == Options::Lookahead && usersPair(lo, hi) ? moveCost : 0);
+                pairGain(lo, hi) - (options_.moves == PackOptions::Lookahead && usersPair(lo, hi) ? moveCost : 0);
             if (gain < best) {
                 best = gain;
                 chosen = {lo, hi};

@@ -13,7 +13,7 @@ namespace gen::wide {
 
 void Packer::seed(const std::vector<VectorStore>& stores, const std::vector<bool>& live)
 {
-    if (options_.seeds == Options::Neighbours) {
+    if (options_.seeds == PackOptions::Neighbours) {
         // full stores to neighbouring places, two by two
         for (std::size_t i = 0; i + 1 < stores.size(); ++i)
             if (neighbours(stores[i], stores[i + 1])) {
@@ -21,9 +21,9 @@ void Packer::seed(const std::vector<VectorStore>& stores, const std::vector<bool
                 ++i;
             }
     }
-    if (options_.seeds == Options::Groups || options_.seeds == Options::AlignedGroups)
-        seedFromGroups(live, options_.seeds == Options::AlignedGroups);
-    if (options_.seeds == Options::Shapes)
+    if (options_.seeds == PackOptions::Groups || options_.seeds == PackOptions::AlignedGroups)
+        seedFromGroups(live, options_.seeds == PackOptions::AlignedGroups);
+    if (options_.seeds == PackOptions::Shapes)
         seedFromShapes(stores);
 }
 
@@ -39,8 +39,7 @@ void Packer::seedFromShapes(const std::vector<VectorStore>& stores)
                 if (size > 0)
                     candidates.push_back({-size, {i, j}});
             }
-    std::stable_sort(candidates.begin(), candidates.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::sort(candidates.begin(), candidates.end());  // largest first; among equals by (i, j)
     std::vector<bool> used(stores.size(), false);
     for (const auto& candidate : candidates) {
         const auto [i, j] = candidate.second;
