@@ -224,10 +224,8 @@ std::string packedBody(const Variant& v, int n, const NarrowKernel& k, const For
                    std::to_string(node.index) + ")";
         return narrow.input(node);
     };
-    printer.param = [narrow = k.printer](const Node& node) {
-        if (node.type == Type::V4D || node.type == Type::V8F)
-            return "kv::join(" + narrow.param(node) + ", " + narrow.param(node) + ")";
-        return narrow.param(node);
+    printer.param = [](const Node& node) {
+        return std::string(node.type == Type::V4D || node.type == Type::V8F ? "kv::join(c, c)" : "c");
     };
     kernel.packing = "; packed for 256-bit vectors: " + std::to_string(packed.wideNodes) + " operations of 256 bits, " +
                      std::to_string(packed.narrowNodes) + " of 128 bits, " + std::to_string(packed.moves) +

@@ -19,23 +19,15 @@ PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& store
 
 namespace wide {
 
+// The users of every live node and the nodes ready from the start (those
+// whose operands are all leaves); then the seeds, the rounds of pairing and
+// the stores.
 PackedKernel Packer::run(const std::vector<VectorStore>& stores)
 {
     std::vector<int> roots;
     for (const VectorStore& s : stores)
         roots.push_back(s.node);
     const std::vector<bool> live = g_.liveSet(roots);
-    findUsers(live);
-    seed(stores, live);
-    pairAll();
-    placeStores(stores);
-    return std::move(out_);
-}
-
-// The users of every live node and the nodes ready from the start: those
-// whose operands are all leaves.
-void Packer::findUsers(const std::vector<bool>& live)
-{
     for (int id = 0; id < g_.size(); ++id) {
         const Node& n = node(id);
         if (n.op == Op::Input && live[static_cast<std::size_t>(id)] && span_(n) >= 0)
@@ -50,6 +42,10 @@ void Packer::findUsers(const std::vector<bool>& live)
         if (at(id).waiting == 0)
             ready_.push_back(id);
     }
+    seed(stores, live);
+    pairAll();
+    placeStores(stores);
+    return std::move(out_);
 }
 
 int Packer::make(Op op, Type type, int a, int b, int index)
@@ -105,7 +101,6 @@ int Packer::value256(int lo, int hi)
 
 void Packer::placed(int id)
 {
-    at(id).assigned = true;
     for (int user : at(id).users)
         if (--at(user).waiting == 0)
             ready_.push_back(user);

@@ -6,6 +6,7 @@
 #ifndef KVTGEN_WIDE_PACKER_H
 #define KVTGEN_WIDE_PACKER_H
 
+#include <algorithm>
 #include <map>
 #include <utility>
 #include <vector>
@@ -15,13 +16,11 @@
 
 namespace gen::wide {
 
-using Options = PackOptions;
-
 inline bool isLeaf(const Node& n) { return n.op == Op::Input || n.op == Op::Const || n.op == Op::Param; }
 
 class Packer {
 public:
-    Packer(const Graph& g, const InputSpan& span, Options options)
+    Packer(const Graph& g, const InputSpan& span, PackOptions options)
         : g_(g), span_(span), options_(options), moveCost(target().inOperations("shuffle")),
           slots_(static_cast<std::size_t>(g.size()))
     {
@@ -36,11 +35,8 @@ private:
         int wide = -1;     // the 256-bit node that computes it
         int half = -1;     // and its half there
         int partner = -1;  // the node in its other half
-        int wanted = -1;   // the partner that a seed asks for (-1: none)
-        int wantedHalf = -1;
-        bool assigned = false;
-        bool inRound = false;  // in the round being paired
-        int waiting = 0;       // operands not yet computed
+        std::pair<int, int> wanted{-1, -1};  // the (lower, upper) pair a seed asks for
+        int waiting = 0;  // operands not yet computed
         std::vector<int> users;
     };
 
@@ -48,6 +44,8 @@ private:
     Slot& at(int id) { return slots_[static_cast<std::size_t>(id)]; }
     const Slot& at(int id) const { return slots_[static_cast<std::size_t>(id)]; }
     bool inWide(int id) const { return at(id).wide >= 0; }
+    bool assigned(int id) const { return at(id).narrow >= 0 || inWide(id); }
+    bool isWanted(int id) const { return at(id).wanted.first >= 0; }
     // whether two full stores write neighbouring places
     bool neighbours(const VectorStore& a, const VectorStore& b) const
     {
@@ -58,17 +56,20 @@ private:
     void seed(const std::vector<VectorStore>& stores, const std::vector<bool>& live);
     void seedFromShapes(const std::vector<VectorStore>& stores);
     bool seedable(int x, int y, bool checkOrder) const;
-    void want(int lo, int hi);
     int seedFromOutputs(int lo, int hi, bool commit);
     void seedFromGroups(const std::vector<bool>& live, bool align);
     void seedAligned(const std::vector<int>& lower, const std::vector<int>& upper);
 
     // rounds of pairing (wide_pairing.cpp)
     void pairAll();
-    bool takeable(int y) const { return at(y).inRound && !at(y).assigned; }
+    // whether y is in the round (kept sorted) and not yet computed
+    bool takeable(int y, const std::vector<int>& round) const
+    {
+        return !assigned(y) && std::binary_search(round.begin(), round.end(), y);
+    }
     bool pairable(int x, int y) const;
     bool pairFree(const std::vector<int>& round, bool acrossHalves);
-    std::pair<int, int> sideBySidePartner(int x) const;
+    std::pair<int, int> sideBySidePartner(int x, const std::vector<int>& round) const;
     std::pair<int, int> cheapestPartner(int x, const std::vector<int>& round) const;
     int joinCost(int lo, int hi) const;
     int extractCost(int id) const;
@@ -79,7 +80,6 @@ private:
     bool usersPair(int lo, int hi) const;
 
     // nodes of the packed graph (wide_build.cpp)
-    void findUsers(const std::vector<bool>& live);
     int make(Op op, Type type, int a, int b = -1, int index = -1);
     int value128(int id);
     int value256(int lo, int hi);
@@ -91,7 +91,7 @@ private:
 
     const Graph& g_;
     InputSpan span_;
-    Options options_;
+    PackOptions options_;
     // what an instruction of the shuffle unit counts, in operations, when a
     // pair is weighed against the two nodes it replaces (the target's
     // cost.shuffle)

@@ -7,6 +7,7 @@
 // the same operation (or an addition and a subtraction) on operands of the
 // same shape, so that each half computes exactly its 128-bit node.
 #include <algorithm>
+#include <utility>
 
 #include "wide_packer.h"
 
@@ -100,46 +101,38 @@ void Packer::pairAll()
 {
     while (!ready_.empty()) {
         std::sort(ready_.begin(), ready_.end());
-        for (Slot& slot : slots_)
-            slot.inRound = false;
-        for (int id : ready_)
-            at(id).inRound = true;
-        const std::vector<int> round = std::move(ready_);
-        ready_.clear();
+        const std::vector<int> round = std::exchange(ready_, {});
         // 0. the pairs that the seeds ask for, as soon as both halves can be computed
         bool made = false;
         for (int x : round) {
-            const int y = at(x).wanted;
-            if (y < 0 || at(x).assigned || !takeable(y))
-                continue;
-            if (at(x).wantedHalf == 0)
-                assignWide(x, y);
-            else
-                assignWide(y, x);
-            made = true;
+            const auto [lo, hi] = at(x).wanted;
+            if (lo >= 0 && !assigned(x) && takeable(lo == x ? hi : lo, round)) {
+                assignWide(lo, hi);
+                made = true;
+            }
         }
         // 1. partners whose operands already sit side by side
         made = pairFree(round, false) || made;
         // 2. the cheapest partner where moves across halves are needed
-        if (!made && options_.moves != Options::NoMoves)
+        if (!made && options_.moves != PackOptions::NoMoves)
             made = pairFree(round, true);
         // 3. where nothing paired, what found no partner stays 128-bit; where
         // all that is left are wanted partners that wait on each other, those
         // pairs are given up
         const bool giveUp = !made && std::none_of(round.begin(), round.end(), [&](int x) {
-            return !at(x).assigned && at(x).wanted < 0;
+            return !assigned(x) && !isWanted(x);
         });
         for (int x : round) {
-            if (made || at(x).assigned || (at(x).wanted >= 0 && !giveUp))
+            if (made || assigned(x) || (isWanted(x) && !giveUp))
                 continue;
             if (giveUp) {
-                at(at(x).wanted).wanted = -1;
-                at(x).wanted = -1;
+                const auto [lo, hi] = at(x).wanted;
+                at(lo).wanted = at(hi).wanted = {-1, -1};
             }
             assignNarrow(x);
         }
         for (int x : round)
-            if (!at(x).assigned)
+            if (!assigned(x))
                 ready_.push_back(x);
     }
 }
@@ -150,9 +143,9 @@ bool Packer::pairFree(const std::vector<int>& round, bool acrossHalves)
 {
     bool made = false;
     for (int x : round) {
-        if (at(x).assigned || at(x).wanted >= 0)
+        if (assigned(x) || isWanted(x))
             continue;
-        const auto [lo, hi] = acrossHalves ? cheapestPartner(x, round) : sideBySidePartner(x);
+        const auto [lo, hi] = acrossHalves ? cheapestPartner(x, round) : sideBySidePartner(x, round);
         if (lo >= 0) {
             assignWide(lo, hi);
             made = true;
@@ -165,7 +158,7 @@ bool Packer::pairFree(const std::vector<int>& round, bool acrossHalves)
 // node that holds the operand, or the Input node whose read lies just above
 // (h 0: the operand is the lower half) or just below the operand's; the first
 // user of that partner that pairs with x without a move.
-std::pair<int, int> Packer::sideBySidePartner(int x) const
+std::pair<int, int> Packer::sideBySidePartner(int x, const std::vector<int>& round) const
 {
     const Node& n = node(x);
     for (int operand : {n.a, n.b})
@@ -181,7 +174,7 @@ std::pair<int, int> Packer::sideBySidePartner(int x) const
             if (partner < 0)
                 continue;
             for (int y : at(partner).users) {
-                if (!takeable(y) || at(y).wanted >= 0 || !pairable(x, y))
+                if (!takeable(y, round) || isWanted(y) || !pairable(x, y))
                     continue;
                 const int lo = h == 0 ? x : y, hi = h == 0 ? y : x;
                 const Node& l = node(lo);
@@ -200,12 +193,12 @@ std::pair<int, int> Packer::cheapestPartner(int x, const std::vector<int>& round
     int best = 1;
     std::pair<int, int> chosen{-1, -1};
     for (int y : round) {
-        if (!takeable(y) || at(y).wanted >= 0 || !pairable(x, y))
+        if (!takeable(y, round) || isWanted(y) || !pairable(x, y))
             continue;
         for (int h = 0; h < 2; ++h) {
             const int lo = h == 0 ? x : y, hi = h == 0 ? y : x;
             const int gain =
-                pairGain(lo, hi) - (options_.moves == Options::Lookahead && usersPair(lo, hi) ? moveCost : 0);
+                pairGain(lo, hi) - (options_.moves == PackOptions::Lookahead && usersPair(lo, hi) ? moveCost : 0);
             if (gain < best) {
                 best = gain;
                 chosen = {lo, hi};

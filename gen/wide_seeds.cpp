@@ -13,7 +13,7 @@ namespace gen::wide {
 
 void Packer::seed(const std::vector<VectorStore>& stores, const std::vector<bool>& live)
 {
-    if (options_.seeds == Options::Neighbours) {
+    if (options_.seeds == PackOptions::Neighbours) {
         // full stores to neighbouring places, two by two
         for (std::size_t i = 0; i + 1 < stores.size(); ++i)
             if (neighbours(stores[i], stores[i + 1])) {
@@ -21,9 +21,9 @@ void Packer::seed(const std::vector<VectorStore>& stores, const std::vector<bool
                 ++i;
             }
     }
-    if (options_.seeds == Options::Groups || options_.seeds == Options::AlignedGroups)
-        seedFromGroups(live, options_.seeds == Options::AlignedGroups);
-    if (options_.seeds == Options::Shapes)
+    if (options_.seeds == PackOptions::Groups || options_.seeds == PackOptions::AlignedGroups)
+        seedFromGroups(live, options_.seeds == PackOptions::AlignedGroups);
+    if (options_.seeds == PackOptions::Shapes)
         seedFromShapes(stores);
 }
 
@@ -39,8 +39,7 @@ void Packer::seedFromShapes(const std::vector<VectorStore>& stores)
                 if (size > 0)
                     candidates.push_back({-size, {i, j}});
             }
-    std::stable_sort(candidates.begin(), candidates.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::sort(candidates.begin(), candidates.end());  // largest first; among equals by (i, j)
     std::vector<bool> used(stores.size(), false);
     for (const auto& candidate : candidates) {
         const auto [i, j] = candidate.second;
@@ -54,19 +53,11 @@ void Packer::seedFromShapes(const std::vector<VectorStore>& stores)
 // neither needs the other.
 bool Packer::seedable(int x, int y, bool checkOrder) const
 {
-    if (x < 0 || y < 0 || isLeaf(node(x)) || isLeaf(node(y)) || at(x).wanted >= 0 || at(y).wanted >= 0 ||
+    if (x < 0 || y < 0 || isLeaf(node(x)) || isLeaf(node(y)) || isWanted(x) || isWanted(y) ||
         !pairable(x, y))
         return false;
     // a node's operands come before it
     return !checkOrder || !g_.liveSet({std::max(x, y)})[static_cast<std::size_t>(std::min(x, y))];
-}
-
-void Packer::want(int lo, int hi)
-{
-    at(lo).wanted = hi;
-    at(lo).wantedHalf = 0;
-    at(hi).wanted = lo;
-    at(hi).wantedHalf = 1;
 }
 
 // Two outputs want to be computed side by side; so do the operands of two
@@ -85,7 +76,7 @@ int Packer::seedFromOutputs(int lo, int hi, bool commit)
             continue;
         ++pairs;
         if (commit)
-            want(x, y);
+            at(x).wanted = at(y).wanted = {x, y};
         else
             claimed.insert(claimed.end(), {x, y});
         const Node& a = node(x);
@@ -127,13 +118,15 @@ void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
                 break;
             if (lower == members.end() || upper == members.end())
                 continue;
+            const std::vector<int>& l = lower->second;
+            const std::vector<int>& u = upper->second;
             if (align) {
-                seedAligned(lower->second, upper->second);
+                seedAligned(l, u);
                 continue;
             }
-            for (std::size_t k = 0; k < std::min(lower->second.size(), upper->second.size()); ++k)
-                if (seedable(lower->second[k], upper->second[k], true))
-                    want(lower->second[k], upper->second[k]);
+            for (std::size_t k = 0; k < std::min(l.size(), u.size()); ++k)
+                if (seedable(l[k], u[k], true))
+                    at(l[k]).wanted = at(u[k]).wanted = {l[k], u[k]};
         }
     }
 }
@@ -152,7 +145,7 @@ void Packer::seedAligned(const std::vector<int>& l, const std::vector<int>& u)
     for (std::size_t i = 0, j = 0; i < l.size() && j < u.size();) {
         if (compatible(l[i], u[j]) && common[i * cols + j] == common[(i + 1) * cols + j + 1] + 1) {
             if (seedable(l[i], u[j], true))
-                want(l[i], u[j]);
+                at(l[i]).wanted = at(u[j]).wanted = {l[i], u[j]};
             ++i;
             ++j;
         } else if (common[(i + 1) * cols + j] >= common[i * cols + j + 1]) {
