@@ -1,12 +1,8 @@
-// The real transform of a tree: the direct rule of a small odd prime, the
-// prime-factor and twiddle splits (real transforms on the groups, then real
-// or complex transforms on the columns of their bins), the Rader step
-// (real_rader.cpp), and the shared helpers of the builders.  Then the complex
-// stages that real rules use inside: the small transforms of lengths 2 and 4,
-// the direct rule of an odd prime, the twiddle and prime-factor splits, and
-// the complex Rader scheme of a prime of 13 or more, with the rotation by a
-// root of unity that every twiddle step uses and the transform of the roots
-// that gives a Rader step its multipliers.
+// The real transform of a tree (the direct rule of a small odd prime, the
+// prime-factor and twiddle splits: real transforms on the groups, then real or
+// complex transforms on the columns of their bins), the shared helpers, and the
+// complex stages that real rules use inside (lengths 2 and 4, direct odd
+// primes, splits, and the complex Rader scheme of a prime of 13 or more).
 #include "real_builder.h"
 
 #include <algorithm>
@@ -150,25 +146,24 @@ std::vector<Cx> realDft(Flow& f, const TreePtr& tree, const std::vector<Ref>& x)
             column.push_back(y[t][k1]);
             reals.push_back(y[t][k1].re);
         }
+        std::vector<Cx> z;
+        long step = 1;  // z[j] is bin (k1, step·j)
         if (k1 == 0 || (pfa && 2 * k1 == a)) {
-            const std::vector<Cx> z = realDft(f, tree->second, reals);
-            for (int k2 = 0; 2 * k2 <= b; ++k2)
-                place(X, filled, n, bin(k1, k2), z[k2]);
+            z = realDft(f, tree->second, reals);
         } else if (2 * k1 == a) {
-            // twiddle step at k1 = a/2: bins a/2 + a·k2 are the odd frequencies of the real column
+            // twiddle step at k1 = a/2: bins a/2 + 2a·j are the odd frequencies 4j + 1 of the real column
             if (b % 2 != 0)
                 throw std::logic_error("odd b at the half-frequency column");
-            const std::vector<Cx> z = oddFrequencies(f, reals);
-            for (int j = 0; j < b / 2; ++j)
-                place(X, filled, n, a / 2 + 2L * a * j, z[j]);
+            z = oddFrequencies(f, reals);
+            step = 2;
         } else {
             if (!pfa)
                 for (int t = 0; t < b; ++t)
                     column[t] = rotate(f, column[t], static_cast<long>(t) * k1, n);
-            const std::vector<Cx> z = complexDft(f, b, column);
-            for (int k2 = 0; k2 < b; ++k2)
-                place(X, filled, n, bin(k1, k2), z[k2]);
+            z = complexDft(f, b, column);
         }
+        for (std::size_t j = 0; j < z.size(); ++j)
+            place(X, filled, n, bin(k1, step * static_cast<long>(j)), z[j]);
     }
     checkFilled(filled);
     return X;

@@ -1,9 +1,6 @@
 // The flows of the real DFT and Hartley kernels (see real_kernels.h), their
 // check against the plain definitions in long double, which every flow passes
-// before anything is written, and their lowering to the operation graph of one
-// precision: Real32 sums with Real64 products and expressions in the
-// single-precision kernels, every output scaled by the factor of the flag
-// before it is stored.
+// before anything is written, and their lowering to one precision.
 #include "real_kernels.h"
 
 #include <cmath>

@@ -202,8 +202,7 @@ private:
 
     // one output at a time moved to the other half while that saves operations;
     // returns the cost of the outputs picked
-    int chooseOutputs(const Flow& fullFlow, const std::vector<Ref>& all, bool odd,
-                                 std::vector<bool>& upper) const
+    int chooseOutputs(const Flow& fullFlow, const std::vector<Ref>& all, bool odd, std::vector<bool>& upper) const
     {
         int best = synthesisCost(fullFlow, pick(all, upper, odd));
         for (bool improved = true; improved;) {
@@ -243,9 +242,9 @@ private:
             std::vector<Ref> flat;
             for (const Cx& c : oddDft(t, half_, v)) {
                 flat.push_back(c.re);
-                if (flat.size() < static_cast<std::size_t>(h_))
-                    flat.push_back(c.im);
+                flat.push_back(c.im);
             }
+            flat.resize(static_cast<std::size_t>(h_));  // for odd h, the last value is real
             return flat;
         });
 
