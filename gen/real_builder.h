@@ -1,7 +1,7 @@
-// Flows of the real DFT rules: direct, prime-factor and twiddle steps, the
-// Rader step with folded multipliers (real_rader.cpp), and the complex stages
-// they use (real_complex_stages.cpp), on complex values held as pairs of
-// references of a real flow.
+// Flows of the real DFT rules: direct, prime-factor and twiddle steps and the
+// complex stages they use, on complex values held as pairs of references of a
+// real flow (real_builder.cpp), and the Rader step with folded multipliers
+// (real_rader.cpp).
 #ifndef KVTGEN_REAL_BUILDER_H
 #define KVTGEN_REAL_BUILDER_H
 

@@ -87,9 +87,8 @@ FlowCounts countFlow(const Flow& flow, const std::vector<Ref>& outputs)
         case Flow::Kind::Input: break;
         }
     }
-    for (const Ref& r : outputs)
-        if (r.neg)
-            ++counts.negations;
+    counts.negations =
+        static_cast<int>(std::count_if(outputs.begin(), outputs.end(), [](const Ref& r) { return r.neg; }));
     return counts;
 }
 
@@ -170,15 +169,12 @@ Transposed transpose(const Flow& flow, const std::vector<Ref>& outputs, int inpu
             continue;
         Ref u = f.input(static_cast<int>(j));
         const long double factor = j < inputScale.size() ? inputScale[j] : 1.0L;
-        if (factor != 1) {
-            if (flow.node(o.id).kind == Flow::Kind::Mul && uses[static_cast<std::size_t>(o.id)] == 1) {
-                owed[static_cast<std::size_t>(o.id)] = factor;
-            } else {
-                if (factor != 2)
-                    throw std::logic_error("only the doubling is a scaled input");
-                u = f.twice(u);
-            }
-        }
+        if (factor != 1 && flow.node(o.id).kind == Flow::Kind::Mul && uses[static_cast<std::size_t>(o.id)] == 1)
+            owed[static_cast<std::size_t>(o.id)] = factor;
+        else if (factor == 2)
+            u = f.twice(u);
+        else if (factor != 1)
+            throw std::logic_error("only the doubling is a scaled input");
         parts[static_cast<std::size_t>(o.id)].push_back(o.neg ? -u : u);
     }
 

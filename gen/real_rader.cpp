@@ -120,167 +120,146 @@ public:
         : f_(f), tree_(tree), x_(x), p_(tree->size), L_(p_ - 1), h_(L_ / 2), g_(primitiveRoot(p_))
     {
     }
-    std::vector<Cx> run();
+
+    std::vector<Cx> run()
+    {
+        const std::vector<long> power = powers(g_, p_);
+        std::vector<Ref> a;
+        for (long i : power)
+            a.push_back(x_[static_cast<std::size_t>(i)]);
+        A_ = realDft(f_, tree_->first, a);
+
+        std::vector<Cx> X(static_cast<std::size_t>(p_ / 2 + 1));
+        std::vector<bool> filled(X.size(), false);
+        filled[0] = true;
+        X[0].re = f_.add(x_[0], A_[0].re);
+        // The inputs of the full-length syntheses: real parts from the even bins,
+        // imaginary parts from the odd bins, each complex bin D[k] entering as
+        // Re(D[k]·e^(iθ)) or as Im(D[k]·e^(iθ)) at inputs 2k-1 and 2k (bin h at
+        // input L-1 only), an odd bin times -i.
+        std::vector<Ref> even(static_cast<std::size_t>(L_)), odd(static_cast<std::size_t>(L_));
+        even[0] = f_.add(x_[0], f_.mul(A_[0].re, multiplier(0).real()), true);
+        for (int k = 1; k <= h_; ++k) {
+            const Cx d = k % 2 == 0 ? product(k) : timesMinusI(product(k));
+            std::vector<Ref>& bins = k % 2 == 0 ? even : odd;
+            bins[2 * k - 1] = d.re;
+            if (k < h_)
+                bins[2 * k] = d.im;
+        }
+        // A factor of the inner tree used as it stands is a row: the synthesis, a
+        // transposed transform, takes that length's row from the other table.
+        half_ = halved(tree_->first);
+        if ((half_ == tree_->first->first || half_ == tree_->first->second) && half_->table != 0)
+            half_ = half_->table == forwardTable ? inverseTree(h_) : forwardTree(h_);
+        const std::vector<Ref> re = synthesis(even, false);
+        const std::vector<Ref> im = synthesis(odd, true);
+
+        for (int m = 0; m < h_; ++m)
+            place(X, filled, p_, power[(L_ - m) % L_], Cx{re[m], im[m]});  // at g^(-m)
+        checkFilled(filled);
+        return X;
+    }
 
 private:
-    // the inputs of a synthesis: the bins of the half-length form, and all L
-    // inputs of the full-length form
-    struct Bins {
-        std::vector<Ref> half, full;
-    };
-
-    std::complex<long double> multiplier(int k) const;
-    Cx product(int k);
-    void splitBins(const Ref& zeroTerm, Bins& even, Bins& odd);
-    std::vector<Ref> pick(const std::vector<Ref>& all, const std::vector<bool>& upper, bool odd) const;
-    int chooseOutputs(const Flow& fullFlow, const std::vector<Ref>& all, bool odd, std::vector<bool>& upper) const;
-    std::vector<Ref> synthesis(const Bins& bins, bool odd);
-
     Flow& f_;
     const TreePtr& tree_;
     const std::vector<Ref>& x_;
     const int p_, L_, h_, g_;
     std::vector<Cx> A_;  // the inner transform of the permuted samples
     TreePtr half_;       // the tree of the half-length syntheses
-};
 
-std::vector<Cx> RaderReal::run()
-{
-    const std::vector<long> power = powers(g_, p_);
-    std::vector<Ref> a;
-    for (long i : power)
-        a.push_back(x_[static_cast<std::size_t>(i)]);
-    A_ = realDft(f_, tree_->first, a);
-
-    std::vector<Cx> X(static_cast<std::size_t>(p_ / 2 + 1));
-    std::vector<bool> filled(X.size(), false);
-    filled[0] = true;
-    X[0].re = f_.add(x_[0], A_[0].re);
-    const Ref zeroTerm = f_.add(x_[0], f_.mul(A_[0].re, multiplier(0).real()), true);
-    Bins even, odd;
-    splitBins(zeroTerm, even, odd);
-    // A factor of the inner tree used as it stands is a row: the synthesis, a
-    // transposed transform, takes that length's row from the other table.
-    half_ = halved(tree_->first);
-    if ((half_ == tree_->first->first || half_ == tree_->first->second) && half_->table != 0)
-        half_ = half_->table == forwardTable ? inverseTree(h_) : forwardTree(h_);
-    const std::vector<Ref> re = synthesis(even, false);
-    const std::vector<Ref> im = synthesis(odd, true);
-
-    for (int m = 0; m < h_; ++m)
-        place(X, filled, p_, power[(L_ - m) % L_], Cx{re[m], im[m]});  // at g^(-m)
-    checkFilled(filled);
-    return X;
-}
-
-// M[k], the multiplier of bin k of the half spectrum, from the inner
-// transform B of the permuted roots
-std::complex<long double> RaderReal::multiplier(int k) const
-{
-    if (k == 0)
-        return -1.0L / L_;
-    if (k == h_)
-        return rootBin(p_, g_, h_, -1) / static_cast<long double>(L_);
-    return rootBin(p_, g_, L_ - k, -1) * (2.0L / L_);
-}
-
-// the product D[k] = A[k]·M[k]; A[h] is real, D[h] real for even h and
-// imaginary for odd h
-Cx RaderReal::product(int k)
-{
-    const auto m = multiplier(k);
-    if (k < h_)
-        return times(f_, A_[k], m.real(), m.imag());
-    if (h_ % 2 == 0)
-        return {f_.mul(A_[h_].re, m.real()), {}};
-    return {{}, f_.mul(A_[h_].re, m.imag())};
-}
-
-// Real parts: the even bins; imaginary parts: the odd bins, each complex
-// bin D[k] entering as Re(D[k]·e^(iθ)) or as Im(D[k]·e^(iθ)).  Inputs
-// 2k-1 and 2k of the full form are bin k (bin h only input L-1), an odd bin
-// taken times -i.
-void RaderReal::splitBins(const Ref& zeroTerm, Bins& even, Bins& odd)
-{
-    even = {{zeroTerm}, {zeroTerm}};
-    odd = {{}, {Ref{}}};
-    for (int k = 1; k <= h_; ++k) {
-        const Cx d = k % 2 == 0 ? product(k) : timesMinusI(product(k));
-        Bins& mine = k % 2 == 0 ? even : odd;
-        Bins& other = k % 2 == 0 ? odd : even;
-        for (const Ref& v : k < h_ ? std::vector<Ref>{d.re, d.im} : std::vector<Ref>{d.re}) {
-            mine.half.push_back(v);
-            mine.full.push_back(v);
-            other.full.push_back({});
-        }
+    // M[k], the multiplier of bin k of the half spectrum, from the inner
+    // transform B of the permuted roots
+    std::complex<long double> multiplier(int k) const
+    {
+        if (k == 0)
+            return -1.0L / L_;
+        if (k == h_)
+            return rootBin(p_, g_, h_, -1) / static_cast<long double>(L_);
+        return rootBin(p_, g_, L_ - k, -1) * (2.0L / L_);
     }
-}
 
-// outputs m of the full-length form, or m + h where `upper` says so
-std::vector<Ref> RaderReal::pick(const std::vector<Ref>& all, const std::vector<bool>& upper, bool odd) const
-{
-    std::vector<Ref> out;
-    for (int m = 0; m < h_; ++m)
-        out.push_back(upper[m] ? (odd ? -all[m + h_] : all[m + h_]) : all[m]);
-    return out;
-}
+    // the product D[k] = A[k]·M[k]; A[h] is real, D[h] real for even h and
+    // imaginary for odd h
+    Cx product(int k)
+    {
+        const auto m = multiplier(k);
+        if (k < h_)
+            return times(f_, A_[k], m.real(), m.imag());
+        if (h_ % 2 == 0)
+            return {f_.mul(A_[h_].re, m.real()), {}};
+        return {{}, f_.mul(A_[h_].re, m.imag())};
+    }
 
-// one output at a time moved to the other half while that saves operations;
-// returns the cost of the outputs picked
-int RaderReal::chooseOutputs(const Flow& fullFlow, const std::vector<Ref>& all, bool odd,
-                             std::vector<bool>& upper) const
-{
-    int best = synthesisCost(fullFlow, pick(all, upper, odd));
-    for (bool improved = true; improved;) {
-        improved = false;
-        for (int m = 0; m < h_; ++m) {
-            upper[m] = !upper[m];
-            const int c = synthesisCost(fullFlow, pick(all, upper, odd));
-            if (c < best) {
-                best = c;
-                improved = true;
-            } else {
+    // outputs m of the full-length form, or m + h where `upper` says so
+    std::vector<Ref> pick(const std::vector<Ref>& all, const std::vector<bool>& upper, bool odd) const
+    {
+        std::vector<Ref> out;
+        for (int m = 0; m < h_; ++m)
+            out.push_back(upper[m] ? (odd ? -all[m + h_] : all[m + h_]) : all[m]);
+        return out;
+    }
+
+    // one output at a time moved to the other half while that saves operations;
+    // returns the cost of the outputs picked
+    int chooseOutputs(const Flow& fullFlow, const std::vector<Ref>& all, bool odd, std::vector<bool>& upper) const
+    {
+        int best = synthesisCost(fullFlow, pick(all, upper, odd));
+        for (bool improved = true; improved;) {
+            improved = false;
+            for (int m = 0; m < h_; ++m) {
                 upper[m] = !upper[m];
+                const int c = synthesisCost(fullFlow, pick(all, upper, odd));
+                if (c < best) {
+                    best = c;
+                    improved = true;
+                } else {
+                    upper[m] = !upper[m];
+                }
             }
         }
+        return best;
     }
-    return best;
-}
 
-// Each of the two syntheses has two forms: the transposed transform of
-// length h on the tree with one factor 2 removed, and the transposed inner
-// transform of length L itself fed with that half of its bins, of whose
-// outputs m and m + h (equal for the even bins, opposite for the odd ones)
-// either one serves.  Which is cheaper depends on the tree; the flow takes
-// the form of fewer operations.
-std::vector<Ref> RaderReal::synthesis(const Bins& bins, bool odd)
-{
-    std::vector<Ref> actual;
-    Flow halfFlow;
-    const std::vector<Ref> halfIn = placeholders(halfFlow, bins.half, actual);
-    const std::vector<Ref> halfOut = applyTransposed(halfFlow, h_, halfIn, [&](Flow& t, const std::vector<Ref>& v) {
-        if (!odd)
-            return flatten(realDft(t, half_, v), h_);
-        std::vector<Ref> flat;
-        for (const Cx& c : oddDft(t, half_, v)) {
-            flat.push_back(c.re);
-            if (flat.size() < static_cast<std::size_t>(h_))
+    // Each of the two syntheses has two forms: the transposed transform of
+    // length h on the tree with one factor 2 removed, and the transposed inner
+    // transform of length L itself fed with that half of its bins, of whose
+    // outputs m and m + h (equal for the even bins, opposite for the odd ones)
+    // either one serves.  Which is cheaper depends on the tree; the flow takes
+    // the form of fewer operations.
+    std::vector<Ref> synthesis(const std::vector<Ref>& bins, bool odd)
+    {
+        std::vector<Ref> half;  // the bins of this half, input j being part of bin (j + 1) / 2
+        for (int j = 0; j < L_; ++j)
+            if ((j + 1) / 2 % 2 == (odd ? 1 : 0))
+                half.push_back(bins[j]);
+        std::vector<Ref> actual;
+        Flow halfFlow;
+        const std::vector<Ref> halfIn = placeholders(halfFlow, half, actual);
+        const std::vector<Ref> halfOut = applyTransposed(halfFlow, h_, halfIn, [&](Flow& t, const std::vector<Ref>& v) {
+            if (!odd)
+                return flatten(realDft(t, half_, v), h_);
+            std::vector<Ref> flat;
+            for (const Cx& c : oddDft(t, half_, v)) {
+                flat.push_back(c.re);
                 flat.push_back(c.im);
-        }
-        return flat;
-    });
+            }
+            flat.resize(static_cast<std::size_t>(h_));  // for odd h, the last value is real
+            return flat;
+        });
 
-    Flow fullFlow;
-    const std::vector<Ref> fullIn = placeholders(fullFlow, bins.full, actual);
-    const std::vector<Ref> all = applyTransposed(fullFlow, L_, fullIn, [&](Flow& t, const std::vector<Ref>& v) {
-        return flatten(realDft(t, tree_->first, v), L_);
-    });
-    std::vector<bool> upper(static_cast<std::size_t>(h_), false);
-    const int best = chooseOutputs(fullFlow, all, odd, upper);
-    if (best / 10000 < synthesisCost(halfFlow, halfOut) / 10000)
-        return embed(f_, fullFlow, pick(all, upper, odd), actual);
-    return embed(f_, halfFlow, halfOut, actual);
-}
+        Flow fullFlow;
+        const std::vector<Ref> fullIn = placeholders(fullFlow, bins, actual);
+        const std::vector<Ref> all = applyTransposed(fullFlow, L_, fullIn, [&](Flow& t, const std::vector<Ref>& v) {
+            return flatten(realDft(t, tree_->first, v), L_);
+        });
+        std::vector<bool> upper(static_cast<std::size_t>(h_), false);
+        const int best = chooseOutputs(fullFlow, all, odd, upper);
+        if (best / 10000 < synthesisCost(halfFlow, halfOut) / 10000)
+            return embed(f_, fullFlow, pick(all, upper, odd), actual);
+        return embed(f_, halfFlow, halfOut, actual);
+    }
+};
 
 }  // namespace
 

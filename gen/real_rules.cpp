@@ -97,8 +97,7 @@ const Row& find(int size)
 
 TreePtr leaf(int size)
 {
-    auto t = std::make_shared<Tree>();
-    t->kind = Tree::Kind::Direct;
+    auto t = std::make_shared<Tree>();  // of kind Direct
     t->size = size;
     return t;
 }
