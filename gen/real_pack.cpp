@@ -335,17 +335,15 @@ bool searchRealPacking(const Graph& g, const std::vector<int>& stores, const std
                        int inputLimit, RealPacking& chosen)
 {
     const int conversion = scalarBodyCost(g, stores, g.liveSet(stores), Weights{1, 1}) >= longKernel ? 3 : 2;
-    bool found = false;
-    int best = 0;
+    int best = INT_MAX;
     for (bool greedy : {false, true}) {
         const PackedBody body = packReal(g, stores, storeSlots, inputLimit, {greedy, conversion});
-        if (!body.text.empty() && body.cost < body.scalarCost && (!found || body.cost < best)) {
-            found = true;
+        if (!body.text.empty() && body.cost < std::min(best, body.scalarCost)) {
             best = body.cost;
             chosen = {greedy, conversion};
         }
     }
-    return found;
+    return best != INT_MAX;
 }
 
 }  // namespace gen::real

@@ -67,10 +67,7 @@ public:
                 printPack(static_cast<int>(next));
         }
         printStores(stores, storeSlots);
-        PackedBody body;
-        body.text = out_.str();
-        body.cost = cost_;
-        return body;
+        return {out_.str(), cost_};
     }
 
 private:
