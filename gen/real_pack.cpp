@@ -49,7 +49,7 @@ Packer::Plan Packer::plan(const std::vector<int>& src) const
     const auto all = [&](auto test) { return std::all_of(used.begin(), used.end(), test); };
     const auto allOf = [&](Op op) { return all([&](int s) { return g.node(s).op == op; }); };
     if (allOf(Op::Const))
-        return {Gather::Constant, 1};
+        return {Gather::Lanes, 1};  // a constant vector, one load
     if (isFactor(g, used[0]) && all([&](int s) { return s == used[0]; }))
         return {Gather::Broadcast, 0};
     if (allOf(Op::Input)) {
@@ -75,7 +75,7 @@ Packer::Plan Packer::plan(const std::vector<int>& src) const
         };
         const int p = *sourcePacks.begin(), q = *sourcePacks.rbegin();
         if (p == q)
-            return moved(p) ? Plan{Gather::Permute, moved(p), p} : Plan{Gather::InPlace, 0, p};
+            return {Gather::Permute, moved(p), p};  // no move where every lane is in place
         return {Gather::Blend, 1 + moved(p) + moved(q), p, q};
     }
     // lane by lane: an insertion each, after a move out of a packed lane or a load
@@ -200,9 +200,7 @@ public:
                 continue;
             taken[first] = true;
             std::vector<int> chunk(lanes, -1);
-            const int source = g_.node(members[first]).a;
-            chunk[static_cast<std::size_t>(source >= 0 && pk_.packOf(source) >= 0 ? pk_.laneOf(source) : 0)] =
-                members[first];
+            chunk[static_cast<std::size_t>(std::max(pk_.laneOf(g_.node(members[first]).a), 0))] = members[first];
             std::vector<Step> steps;
             int bestSaving = 0;
             std::size_t bestSteps = 0;
@@ -337,17 +335,15 @@ bool searchRealPacking(const Graph& g, const std::vector<int>& stores, const std
                        int inputLimit, RealPacking& chosen)
 {
     const int conversion = scalarBodyCost(g, stores, g.liveSet(stores), Weights{1, 1}) >= longKernel ? 3 : 2;
-    bool found = false;
-    int best = 0;
+    int best = INT_MAX;
     for (bool greedy : {false, true}) {
         const PackedBody body = packReal(g, stores, storeSlots, inputLimit, {greedy, conversion});
-        if (!body.text.empty() && body.cost < body.scalarCost && (!found || body.cost < best)) {
-            found = true;
+        if (!body.text.empty() && body.cost < std::min(best, body.scalarCost)) {
             best = body.cost;
             chosen = {greedy, conversion};
         }
     }
-    return found;
+    return best != INT_MAX;
 }
 
 }  // namespace gen::real

@@ -67,10 +67,7 @@ public:
                 printPack(static_cast<int>(next));
         }
         printStores(stores, storeSlots);
-        PackedBody body;
-        body.text = out_.str();
-        body.cost = cost_;
-        return body;
+        return {out_.str(), cost_};
     }
 
 private:
@@ -105,7 +102,6 @@ private:
         const Packer::Plan pl = pk_.plan(src);
         const int any = *std::find_if(src.begin(), src.end(), [](int s) { return s >= 0; });
         switch (pl.kind) {
-        case Packer::Gather::InPlace: return "p" + std::to_string(pl.first);
         case Packer::Gather::Permute: return permuteText(pl.first, src);
         case Packer::Gather::Blend: {
             int mask = 0;
@@ -121,7 +117,6 @@ private:
             return std::string("kv::load<") + vectorName(type) + ">(x + " + std::to_string(pl.first) + ")";
         case Packer::Gather::Broadcast:
             return std::string("kv::broadcast<") + vectorName(type) + ">(" + scalarValue(any) + ")";
-        case Packer::Gather::Constant:
         case Packer::Gather::Lanes: {
             std::string text = std::string("kv::set<") + vectorName(type) + ">(";
             for (int i = 0; i < lanes; ++i) {

@@ -69,11 +69,11 @@ struct Packer {
 
     // How an operand vector with the given lane sources is built, and at what
     // cost in instructions.
-    enum class Gather { InPlace, Permute, Blend, Constant, Broadcast, Load, Lanes };
+    enum class Gather { Permute, Blend, Broadcast, Load, Lanes };
     struct Plan {
         Gather kind;
         int cost;
-        int first = -1, second = -1;  // packs (InPlace, Permute, Blend), or the first input slot (Load)
+        int first = -1, second = -1;  // packs (Permute, Blend), or the first input slot (Load)
     };
     Plan plan(const std::vector<int>& src) const;
 
