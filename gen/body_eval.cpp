@@ -84,15 +84,6 @@ bool moveLanes(const std::string& move, const std::vector<Value*>& v)
     return true;
 }
 
-// The lanes of the vector types that a declaration names.
-int lanesOf(const std::string& type)
-{
-    static const std::map<std::string, int> lanes = {{"kv::fwide", 8}, {"kv::fvec", 4}, {"kv::dwide", 4},
-                                                     {"kv::dvec", 2},  {"float", 1},    {"double", 1}};
-    const auto found = lanes.find(type);
-    return found == lanes.end() ? 0 : found->second;
-}
-
 bool doubleType(const std::string& type)
 {
     return type == "kv::dwide" || type == "kv::dvec" || type == "double" || type == "D";
@@ -191,9 +182,15 @@ private:
         expect(next);
         return index;
     }
-    // the lanes of a type a declaration or a template argument names; F and D,
-    // a batch's vectors, hold one transform per lane
-    int typeLanes(const std::string& type) const { return type == "F" || type == "D" ? stride_ : lanesOf(type); }
+    // the lanes of a type a declaration or a template argument names (0: not
+    // a type); F and D, a batch's vectors, hold one transform per lane
+    int typeLanes(const std::string& type) const
+    {
+        static const std::map<std::string, int> lanes = {{"kv::fwide", 8}, {"kv::fvec", 4}, {"kv::dwide", 4},
+                                                         {"kv::dvec", 2},  {"float", 1},    {"double", 1}};
+        const auto found = lanes.find(type);
+        return type == "F" || type == "D" ? stride_ : found == lanes.end() ? 0 : found->second;
+    }
     Value load(long index, int lanes, bool isDouble) const
     {
         Value value{isDouble, lanes};

@@ -130,6 +130,12 @@ std::vector<double> Graph::constantValues(int id) const
     return std::vector<double>(all, all + laneCount(c.type));
 }
 
+double constantLane(const Node& n, int lane)
+{
+    const double lanes[4] = {n.lane0, n.lane1, n.lane2, n.lane3};
+    return lanes[lane];
+}
+
 static void requireSameType(const Node& x, const Node& y)
 {
     if (x.type != y.type)
@@ -228,9 +234,7 @@ int Graph::mul(int a, int b)
 
 int Graph::mulConst(int a, long double value)
 {
-    if (a == none)
-        return none;
-    return mul(a, constant(node(a).type, value));
+    return a == none ? none : mul(a, constant(node(a).type, value));
 }
 
 int Graph::widen(int a)

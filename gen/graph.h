@@ -67,6 +67,9 @@ struct Node {
     double lane0 = 0.0, lane1 = 0.0, lane2 = 0.0, lane3 = 0.0;
 };
 
+// Lane `lane` of a 128-bit or scalar constant.
+double constantLane(const Node& n, int lane);
+
 // Lanes of a value of the type: 1 for a scalar.
 int laneCount(Type type);
 
