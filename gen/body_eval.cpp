@@ -24,20 +24,10 @@ bool endsWith(const std::string& word, const std::string& end)
     return word.size() >= end.size() && word.compare(word.size() - end.size(), end.size(), end) == 0;
 }
 
-// joinLow, joinHigh: the lower (upper) halves of a and b; unpackLow,
-// unpackHigh: the lower (upper) lanes of each 16 bytes of a and b, interleaved.
-Value laneSelection(const std::string& function, const Value& a, const Value& b)
+// unpackLow, unpackHigh: the lower (upper) lanes of each 16 bytes of a and b, interleaved.
+Value unpack(bool high, const Value& a, const Value& b)
 {
     Value out = a;
-    const bool high = endsWith(function, "High");
-    if (function.rfind("kv::join", 0) == 0) {
-        const int half = a.lanes / 2, from = high ? half : 0;
-        for (int i = 0; i < half; ++i) {
-            out.v[i] = a.v[from + i];
-            out.v[half + i] = b.v[from + i];
-        }
-        return out;
-    }
     const int block = a.isDouble ? 2 : 4, from = high ? block / 2 : 0;
     for (int start = 0; start < a.lanes; start += block)
         for (int i = 0; i < block / 2; ++i) {
@@ -100,10 +90,9 @@ Value negated(Value value)
 
 // The kv:: functions of fixed operands and how many they take.
 const std::map<std::string, std::size_t> arities = {
-    {"kv::add", 2},     {"kv::sub", 2},      {"kv::mul", 2},       {"kv::lane", 1},       {"kv::permute", 1},
-    {"kv::blend", 2},   {"kv::neg", 1},      {"kv::lowHalf", 1},   {"kv::highHalf", 1},   {"kv::join", 2},
-    {"kv::joinLow", 2}, {"kv::joinHigh", 2}, {"kv::unpackLow", 2}, {"kv::unpackHigh", 2}, {"kv::toDouble", 1},
-    {"kv::toFloat", 1}, {"kv::convert", 1}};
+    {"kv::add", 2},       {"kv::sub", 2},        {"kv::mul", 2},      {"kv::neg", 1},      {"kv::lane", 1},
+    {"kv::permute", 1},   {"kv::blend", 2},      {"kv::lowHalf", 1},  {"kv::highHalf", 1}, {"kv::join", 2},
+    {"kv::unpackLow", 2}, {"kv::unpackHigh", 2}, {"kv::toDouble", 1}, {"kv::toFloat", 1},  {"kv::convert", 1}};
 
 class Interpreter {
 public:
@@ -436,7 +425,7 @@ private:
         }
         if (function == "kv::toDouble" || function == "kv::toFloat" || function == "kv::convert")
             return convert(function == "kv::toDouble" || (function == "kv::convert" && doubleType(type)), a[0]);
-        return laneSelection(function, a[0], a[1]);  // joinLow, joinHigh, unpackLow, unpackHigh
+        return unpack(function == "kv::unpackHigh", a[0], a[1]);
     }
 
     // A vector of the type named, from lanes (set), one number (broadcast) or

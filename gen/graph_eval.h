@@ -35,10 +35,8 @@ void walkLanes(const Graph& graph, std::vector<std::array<Lane, 8>>& values, con
         std::array<Lane, 8> lanes{};
         for (int i = 0; i < count; ++i) {
             Lane& lane = lanes[static_cast<std::size_t>(i)];
-            if (halves) {
-                lane = operand(i / half, i % half);
-            } else if (selectsLanes(n.op)) {
-                const LaneSource from = laneSource(n, i);
+            if (halves || selectsLanes(n.op)) {
+                const LaneSource from = halves ? LaneSource{i / half, i % half, false} : laneSource(n, i);
                 lane = from.flip ? flip(operand(from.operand, from.lane)) : operand(from.operand, from.lane);
             } else {
                 lane = compute(n, i, operand(0, i), operand(1, i));

@@ -216,11 +216,7 @@ SumPlan planOneSum(const Graph& graph, const std::unordered_set<int>& materialis
 SumPlan planBlend(const std::array<int, 8>& turn, const SumOperands& s)
 {
     SumPlan p{0, -1, 0, 0, 0, {}};
-    int turned = 0, kept = 0;
-    for (int t : turn) {
-        turned += t == 1;
-        kept += t == 0;
-    }
+    const auto turned = std::count(turn.begin(), turn.end(), 1), kept = std::count(turn.begin(), turn.end(), 0);
     for (int i = 0; i < 8; ++i) {
         const int t = turn[static_cast<std::size_t>(i)] < 0 ? (turned > kept ? 1 : 0) : turn[static_cast<std::size_t>(i)];
         p.kinds[static_cast<std::size_t>(((bit(s.maskA, i) ^ t) << 1) | (bit(s.maskB, i) ^ t))] |= 1 << i;
