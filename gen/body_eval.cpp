@@ -24,20 +24,10 @@ bool endsWith(const std::string& word, const std::string& end)
     return word.size() >= end.size() && word.compare(word.size() - end.size(), end.size(), end) == 0;
 }
 
-// joinLow, joinHigh: the lower (upper) halves of a and b; unpackLow,
-// unpackHigh: the lower (upper) lanes of each 16 bytes of a and b, interleaved.
-Value laneSelection(const std::string& function, const Value& a, const Value& b)
+// unpackLow, unpackHigh: the lower (upper) lanes of each 16 bytes of a and b, interleaved.
+Value unpack(bool high, const Value& a, const Value& b)
 {
     Value out = a;
-    const bool high = endsWith(function, "High");
-    if (function.rfind("kv::join", 0) == 0) {
-        const int half = a.lanes / 2, from = high ? half : 0;
-        for (int i = 0; i < half; ++i) {
-            out.v[i] = a.v[from + i];
-            out.v[half + i] = b.v[from + i];
-        }
-        return out;
-    }
     const int block = a.isDouble ? 2 : 4, from = high ? block / 2 : 0;
     for (int start = 0; start < a.lanes; start += block)
         for (int i = 0; i < block / 2; ++i) {
@@ -84,15 +74,6 @@ bool moveLanes(const std::string& move, const std::vector<Value*>& v)
     return true;
 }
 
-// The lanes of the vector types that a declaration names.
-int lanesOf(const std::string& type)
-{
-    static const std::map<std::string, int> lanes = {{"kv::fwide", 8}, {"kv::fvec", 4}, {"kv::dwide", 4},
-                                                     {"kv::dvec", 2},  {"float", 1},    {"double", 1}};
-    const auto found = lanes.find(type);
-    return found == lanes.end() ? 0 : found->second;
-}
-
 bool doubleType(const std::string& type)
 {
     return type == "kv::dwide" || type == "kv::dvec" || type == "double" || type == "D";
@@ -109,10 +90,9 @@ Value negated(Value value)
 
 // The kv:: functions of fixed operands and how many they take.
 const std::map<std::string, std::size_t> arities = {
-    {"kv::add", 2},     {"kv::sub", 2},      {"kv::mul", 2},       {"kv::lane", 1},       {"kv::permute", 1},
-    {"kv::blend", 2},   {"kv::neg", 1},      {"kv::lowHalf", 1},   {"kv::highHalf", 1},   {"kv::join", 2},
-    {"kv::joinLow", 2}, {"kv::joinHigh", 2}, {"kv::unpackLow", 2}, {"kv::unpackHigh", 2}, {"kv::toDouble", 1},
-    {"kv::toFloat", 1}, {"kv::convert", 1}};
+    {"kv::add", 2},       {"kv::sub", 2},        {"kv::mul", 2},      {"kv::neg", 1},      {"kv::lane", 1},
+    {"kv::permute", 1},   {"kv::blend", 2},      {"kv::lowHalf", 1},  {"kv::highHalf", 1}, {"kv::join", 2},
+    {"kv::unpackLow", 2}, {"kv::unpackHigh", 2}, {"kv::toDouble", 1}, {"kv::toFloat", 1},  {"kv::convert", 1}};
 
 class Interpreter {
 public:
@@ -191,9 +171,15 @@ private:
         expect(next);
         return index;
     }
-    // the lanes of a type a declaration or a template argument names; F and D,
-    // a batch's vectors, hold one transform per lane
-    int typeLanes(const std::string& type) const { return type == "F" || type == "D" ? stride_ : lanesOf(type); }
+    // the lanes of a type a declaration or a template argument names (0: not
+    // a type); F and D, a batch's vectors, hold one transform per lane
+    int typeLanes(const std::string& type) const
+    {
+        static const std::map<std::string, int> lanes = {{"kv::fwide", 8}, {"kv::fvec", 4}, {"kv::dwide", 4},
+                                                         {"kv::dvec", 2},  {"float", 1},    {"double", 1}};
+        const auto found = lanes.find(type);
+        return type == "F" || type == "D" ? stride_ : found == lanes.end() ? 0 : found->second;
+    }
     Value load(long index, int lanes, bool isDouble) const
     {
         Value value{isDouble, lanes};
@@ -439,7 +425,7 @@ private:
         }
         if (function == "kv::toDouble" || function == "kv::toFloat" || function == "kv::convert")
             return convert(function == "kv::toDouble" || (function == "kv::convert" && doubleType(type)), a[0]);
-        return laneSelection(function, a[0], a[1]);  // joinLow, joinHigh, unpackLow, unpackHigh
+        return unpack(function == "kv::unpackHigh", a[0], a[1]);
     }
 
     // A vector of the type named, from lanes (set), one number (broadcast) or

@@ -11,9 +11,7 @@ namespace gen {
 
 double roundTo(Type type, long double value)
 {
-    if (type == Type::F32)
-        return static_cast<double>(static_cast<float>(value));
-    return static_cast<double>(value);
+    return type == Type::F32 ? static_cast<double>(static_cast<float>(value)) : static_cast<double>(value);
 }
 
 std::string literal(Type scalarType, double value)
@@ -56,32 +54,17 @@ int Graph::make(const Node& proto, bool canonical)
     return found->second;
 }
 
-int Graph::make(Op op, Type type, int a, int b, int index)
-{
-    Node n{op, type};
-    n.a = a;
-    n.b = b;
-    n.index = index;
-    return make(n);
-}
-
 int Graph::find(const Node& node) const
 {
     const auto found = memo_.find(keyOf(node));
     return found == memo_.end() ? -1 : found->second;
 }
 
-int Graph::input(Type type, int index) { return make(Op::Input, type, -1, -1, index); }
+int Graph::input(Type type, int index) { return make({Op::Input, type, -1, -1, index}); }
 
-int Graph::param(Type type, int index) { return make(Op::Param, type, -1, -1, index); }
+int Graph::param(Type type, int index) { return make({Op::Param, type, -1, -1, index}); }
 
-int Graph::inputPair(int first, int second)
-{
-    Node n{Op::Input, Type::V4F};
-    n.index = first;
-    n.index2 = second;
-    return make(n);
-}
+int Graph::inputPair(int first, int second) { return make({Op::Input, Type::V4F, -1, -1, first, second}); }
 
 int Graph::constant(Type type, long double value)
 {
@@ -114,7 +97,7 @@ int Graph::constantLanes8(const long double (&lanes)[8])
 {
     const int lo = constantLanes(lanes[0], lanes[1], lanes[2], lanes[3]);
     const int hi = constantLanes(lanes[4], lanes[5], lanes[6], lanes[7]);
-    return make(Op::Const, Type::V8F, lo, hi);
+    return make({Op::Const, Type::V8F, lo, hi});
 }
 
 std::vector<double> Graph::constantValues(int id) const
@@ -128,6 +111,12 @@ std::vector<double> Graph::constantValues(int id) const
     }
     const double all[4] = {c.lane0, c.lane1, c.lane2, c.lane3};
     return std::vector<double>(all, all + laneCount(c.type));
+}
+
+double constantLane(const Node& n, int lane)
+{
+    const double lanes[4] = {n.lane0, n.lane1, n.lane2, n.lane3};
+    return lanes[lane];
 }
 
 static void requireSameType(const Node& x, const Node& y)
@@ -151,7 +140,7 @@ int Graph::add(int a, int b)
         return sub(a, node(b).a);
     if (isNeg(a))
         return sub(b, node(a).a);
-    return make(Op::Add, node(a).type, a, b);
+    return make({Op::Add, node(a).type, a, b});
 }
 
 int Graph::sub(int a, int b)
@@ -169,7 +158,7 @@ int Graph::sub(int a, int b)
         return neg(add(node(a).a, b));
     if (canonicalSub_ && a > b)
         return neg(sub(b, a));
-    return make(Op::Sub, node(a).type, a, b);
+    return make({Op::Sub, node(a).type, a, b});
 }
 
 int Graph::neg(int a)
@@ -181,7 +170,7 @@ int Graph::neg(int a)
     if (node(a).op == Op::SignLanes)
         return signLanes(node(a).a, ~node(a).index);
     if (!isConst(a))
-        return make(Op::Neg, node(a).type, a);
+        return make({Op::Neg, node(a).type, a});
     // negate only the lanes the type has, so that unused lanes stay +0.0
     // and equal constants keep one key
     Node c = node(a);
@@ -196,7 +185,7 @@ int Graph::neg(int a)
     return make(c);
 }
 
-int Graph::zeroSub(int a) { return make(Op::ZeroSub, node(a).type, a); }
+int Graph::zeroSub(int a) { return make({Op::ZeroSub, node(a).type, a}); }
 
 int Graph::mul(int a, int b)
 {
@@ -223,14 +212,12 @@ int Graph::mul(int a, int b)
         return signLanes(mul(node(a).a, b), node(a).index);
     if (node(b).op == Op::SignLanes)
         return signLanes(mul(a, node(b).a), node(b).index);
-    return make(Op::Mul, node(a).type, a, b);
+    return make({Op::Mul, node(a).type, a, b});
 }
 
 int Graph::mulConst(int a, long double value)
 {
-    if (a == none)
-        return none;
-    return mul(a, constant(node(a).type, value));
+    return a == none ? none : mul(a, constant(node(a).type, value));
 }
 
 int Graph::widen(int a)
@@ -241,7 +228,7 @@ int Graph::widen(int a)
         throw std::logic_error("widen of a vector");
     if (isNeg(a))
         return neg(widen(node(a).a));
-    return make(Op::Widen, Type::F64, a);
+    return make({Op::Widen, Type::F64, a});
 }
 
 int Graph::narrow(int a)
@@ -252,7 +239,7 @@ int Graph::narrow(int a)
         return neg(narrow(node(a).a));
     if (node(a).op == Op::Widen)
         return node(a).a;
-    return make(Op::Narrow, Type::F32, a);
+    return make({Op::Narrow, Type::F32, a});
 }
 
 std::vector<bool> Graph::liveSet(const std::vector<int>& roots) const

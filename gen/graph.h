@@ -67,6 +67,9 @@ struct Node {
     double lane0 = 0.0, lane1 = 0.0, lane2 = 0.0, lane3 = 0.0;
 };
 
+// Lane `lane` of a 128-bit or scalar constant.
+double constantLane(const Node& n, int lane);
+
 // Lanes of a value of the type: 1 for a scalar.
 int laneCount(Type type);
 
@@ -184,7 +187,6 @@ public:
 
 private:
     int make(const Node& node, bool canonical = true);
-    int make(Op op, Type type, int a, int b = none, int index = -1);
     // a 128-bit or scalar constant of the given lanes, each rounded to the type
     int constantOf(Type type, std::initializer_list<long double> values);
     // The node equal to the given one, or -1 where the graph has none.
@@ -196,9 +198,6 @@ private:
     std::unordered_map<std::string, int> memo_;
     bool canonicalSub_;
     SumSteering* steering_ = nullptr;
-    // For signLanes(a, mask): a's node without its sign changes, and the
-    // lanes whose sign differs from that node's in the result.
-    std::pair<int, int> signsOver(int a, int mask) const;
     int scopes_ = 0;
     std::vector<std::pair<int, int>> groupStack_;
     std::vector<std::vector<std::pair<int, int>>> groups_;

@@ -3,7 +3,6 @@
 // its text reads, body_eval.cpp) against the flow it was printed from.
 #include "graph_eval.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <map>
@@ -34,55 +33,32 @@ bool sameBits(double a, double b)
 }
 
 LaneEvaluator::LaneEvaluator(const Graph& graph, const std::vector<double>& x, double factor)
-    : values_(static_cast<std::size_t>(graph.size()))
 {
     auto sample = [&](long index) {
         return index >= 0 && static_cast<std::size_t>(index) < x.size() ? x[static_cast<std::size_t>(index)] : 0.0;
     };
-    for (int id = 0; id < graph.size(); ++id) {
-        const Node& n = graph.node(id);
-        std::array<double, 8>& out = values_[static_cast<std::size_t>(id)];
-        out.fill(0.0);
-        const int count = laneCount(n.type);
+    auto flip = [](double v) { return std::copysign(v, std::signbit(v) ? 1.0 : -1.0); };
+    values_.reserve(static_cast<std::size_t>(graph.size()));
+    walkLanes(graph, values_, 0.0, flip, [&](const Node& n, int i, double a, double b) {
         const bool single = n.type == Type::F32 || n.type == Type::V4F || n.type == Type::V8F;
-        const std::array<double, 8> none{};
-        const std::array<double, 8>& a = n.a >= 0 ? values_[static_cast<std::size_t>(n.a)] : none;
-        const std::array<double, 8>& b = n.b >= 0 ? values_[static_cast<std::size_t>(n.b)] : none;
-        if (n.op == Op::Const) {
-            const std::vector<double> lanes = graph.constantValues(id);
-            std::copy(lanes.begin(), lanes.end(), out.begin());
-            continue;
+        switch (n.op) {
+        case Op::Input:
+            if (n.type == Type::V2D)
+                return sample(2 * n.index + i);
+            if (n.type == Type::V4F)
+                return sample(2 * (i < 2 ? n.index : n.index2) + i % 2);
+            return sample(n.index + i);
+        case Op::Param: return single ? static_cast<double>(static_cast<float>(factor)) : factor;
+        case Op::Const: return constantLane(n, i);
+        case Op::Add:
+        case Op::Sub:
+        case Op::Mul:
+        case Op::ZeroSub: return arithmetic(n.op, single, a, b);
+        case Op::Widen: return a;
+        case Op::Narrow: return static_cast<double>(static_cast<float>(a));
+        default: throw std::logic_error("an operation the evaluator does not know");
         }
-        for (int i = 0; i < count; ++i) {
-            double& lane = out[static_cast<std::size_t>(i)];
-            if (selectsLanes(n.op)) {
-                const LaneSource from = laneSource(n, i);
-                const double v = from.operand < 0 ? 0.0 : (from.operand == 0 ? a : b)[static_cast<std::size_t>(from.lane)];
-                lane = from.flip ? std::copysign(v, std::signbit(v) ? 1.0 : -1.0) : v;
-                continue;
-            }
-            switch (n.op) {
-            case Op::Input:
-                // a V2D or V4F lane is a part of a complex sample; a V4F
-                // load holds sample `index`, then sample `index2` (-1: zero)
-                if (n.type == Type::V2D)
-                    lane = sample(2 * n.index + i);
-                else if (n.type == Type::V4F)
-                    lane = sample(2 * (i < 2 ? n.index : n.index2) + i % 2);
-                else
-                    lane = sample(n.index + i);
-                break;
-            case Op::Param: lane = single ? static_cast<double>(static_cast<float>(factor)) : factor; break;
-            case Op::Add:
-            case Op::Sub:
-            case Op::Mul:
-            case Op::ZeroSub: lane = arithmetic(n.op, single, a[i], b[i]); break;
-            case Op::Widen: lane = a[0]; break;
-            case Op::Narrow: lane = static_cast<float>(a[0]); break;
-            default: throw std::logic_error("an operation the evaluator does not know");
-            }
-        }
-    }
+    });
 }
 
 bool sameOutputs(const Graph& narrow, const OutputLanes& narrowLanes, const Graph& wide, const OutputLanes& wideLanes,

@@ -15,6 +15,37 @@
 
 namespace gen {
 
+// The lanes of the nodes of a graph from values.size() on, in the order of
+// their ids, for any kind of lane value: a selecting node's lanes are its
+// operands' (through `flip` where the sign changes), a 256-bit constant's
+// those of its 128-bit halves, and every other lane is compute(node, lane,
+// a, b) of its operands' same lanes.  A missing operand reads `zero`.
+template <class Lane, class Flip, class Compute>
+void walkLanes(const Graph& graph, std::vector<std::array<Lane, 8>>& values, const Lane& zero, Flip flip,
+               Compute compute)
+{
+    for (int id = static_cast<int>(values.size()); id < graph.size(); ++id) {
+        const Node& n = graph.node(id);
+        auto operand = [&](int which, int lane) {
+            const int source = which == 0 ? n.a : which == 1 ? n.b : -1;
+            return source < 0 ? zero : values[static_cast<std::size_t>(source)][static_cast<std::size_t>(lane)];
+        };
+        const int count = laneCount(n.type), half = count / 2;
+        const bool halves = n.op == Op::Const && (n.type == Type::V4D || n.type == Type::V8F);
+        std::array<Lane, 8> lanes{};
+        for (int i = 0; i < count; ++i) {
+            Lane& lane = lanes[static_cast<std::size_t>(i)];
+            if (halves || selectsLanes(n.op)) {
+                const LaneSource from = halves ? LaneSource{i / half, i % half, false} : laneSource(n, i);
+                lane = from.flip ? flip(operand(from.operand, from.lane)) : operand(from.operand, from.lane);
+            } else {
+                lane = compute(n, i, operand(0, i), operand(1, i));
+            }
+        }
+        values.push_back(lanes);
+    }
+}
+
 // The lanes of every node of a graph.  Inputs read the real numbers of src:
 // a scalar node the number at its index, a V2D node the complex sample at
 // its index, a V4F node the complex samples `index` and `index2` (none: +0),

@@ -30,10 +30,8 @@ LaneSource laneSource(const Node& n, int lane)
         if (n.index == 257)
             return {j % 2, half + 2 + j / 2, false};
         return {j < 2 ? 0 : 1, half + ((n.index >> (2 * j)) & 3), false};
-    case Op::Join:
-        if (lane < width)
-            return {0, lane, false};
-        return {n.b >= 0 ? 1 : -1, lane - width, false};
+    case Op::Join:  // an upper half left undefined reads +0
+        return lane < width ? LaneSource{0, lane, false} : LaneSource{n.b >= 0 ? 1 : -1, lane - width, false};
     case Op::Extract: return {0, width * n.index + lane, false};
     case Op::Permute2: {
         const int select = (n.index >> (lane / width * 4)) & 3;
@@ -53,7 +51,7 @@ int Graph::join(int lo, int hi)
     // like a selection, joining commutes with a sign change of both halves
     if (isNeg(lo) && (hi == none || isNeg(hi)))
         return neg(join(node(lo).a, hi == none ? none : node(hi).a));
-    return make(Op::Join, node(lo).type == Type::V2D ? Type::V4D : Type::V8F, lo, hi);
+    return make({Op::Join, node(lo).type == Type::V2D ? Type::V4D : Type::V8F, lo, hi});
 }
 
 int Graph::strip(int id, int& mask) const
@@ -73,20 +71,14 @@ int Graph::strip(int id, int& mask) const
     return id;
 }
 
-std::pair<int, int> Graph::signsOver(int a, int mask) const
-{
-    int current = 0;
-    const int base = strip(a, current);
-    return {base, (mask & 0xFF) ^ current};
-}
-
 int Graph::signLanes(int a, int mask)
 {
     if (a == none || (mask & 0xFF) == 0)
         return a;
     if (node(a).type != Type::V8F)
         throw std::logic_error("a sign change of single lanes outside V8F");
-    const auto [base, lanes] = signsOver(a, mask);
+    int current = 0;
+    const int base = strip(a, current), lanes = (mask & 0xFF) ^ current;
     if (lanes == 0)
         return base;
     if (lanes == 0xFF)
@@ -98,18 +90,16 @@ int Graph::signLanes(int a, int mask)
             signed8[i] = ((lanes >> i) & 1) ? -values[i] : values[i];
         return constantLanes8(signed8);
     }
-    return make(Op::SignLanes, Type::V8F, base, none, lanes);
+    return make({Op::SignLanes, Type::V8F, base, none, lanes});
 }
 
 int Graph::findSignLanes(int a, int mask) const
 {
-    const auto [base, lanes] = signsOver(a, mask);
+    int current = 0;
+    const int base = strip(a, current), lanes = (mask & 0xFF) ^ current;
     if (lanes == 0)
         return base;
-    Node n{lanes == 0xFF ? Op::Neg : Op::SignLanes, node(base).type};
-    n.a = base;
-    n.index = lanes == 0xFF ? -1 : lanes;
-    return find(n);
+    return find({lanes == 0xFF ? Op::Neg : Op::SignLanes, node(base).type, base, none, lanes == 0xFF ? -1 : lanes});
 }
 
 int Graph::blend(int a, int b, int mask)
@@ -119,7 +109,7 @@ int Graph::blend(int a, int b, int mask)
         return a;
     if (mask == 0xFF)
         return b;
-    return make(Op::Blend, Type::V8F, a, b, mask);
+    return make({Op::Blend, Type::V8F, a, b, mask});
 }
 
 int Graph::permute2(int a, int b, int select)
@@ -135,7 +125,7 @@ int Graph::permute2(int a, int b, int select)
         return b;
     if (isNeg(a) && isNeg(b))
         return neg(permute2(node(a).a, node(b).a, lo | (hi << 4)));
-    return make(Op::Permute2, node(a).type, a, b, lo | (hi << 4));
+    return make({Op::Permute2, node(a).type, a, b, lo | (hi << 4)});
 }
 
 int Graph::shuffle(int a, int b, int selector)
@@ -144,7 +134,7 @@ int Graph::shuffle(int a, int b, int selector)
         return a;
     if (isNeg(a) && isNeg(b))  // a selection commutes with a sign change of both sources
         return neg(shuffle(node(a).a, node(b).a, selector));
-    return make(Op::Shuffle, node(a).type, a, b, selector);
+    return make({Op::Shuffle, node(a).type, a, b, selector});
 }
 
 int Graph::swapNeg(int a)
@@ -170,7 +160,7 @@ int Graph::swapNeg(int a)
         const int constant = make(k);
         return mul(swapHalves(source), constant);
     }
-    return make(Op::SwapNeg, node(a).type, a);
+    return make({Op::SwapNeg, node(a).type, a});
 }
 
 int Graph::swapHalves(int a)
@@ -179,7 +169,7 @@ int Graph::swapHalves(int a)
         return none;
     if (isNeg(a))
         return neg(swapHalves(node(a).a));
-    return make(Op::Swap, node(a).type, a);
+    return make({Op::Swap, node(a).type, a});
 }
 
 }  // namespace gen

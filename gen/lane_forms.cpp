@@ -5,6 +5,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "graph_eval.h"
+
 namespace gen {
 
 namespace {
@@ -28,6 +30,12 @@ LaneForm constantForm(double value)
 }
 
 int bit(int mask, int i) { return (mask >> i) & 1; }
+
+LaneForm negatedForm(LaneForm form)
+{
+    form.negative = !form.negative;
+    return form;
+}
 
 // The two signed terms of a sum in a fixed order (by form).
 struct SumTerms {
@@ -54,65 +62,43 @@ SumTerms sumTerms(const Node& n, const LaneForm& a, const LaneForm& b)
 {
     return sumTerms(a, a.negative, b, b.negative != (n.op == Op::Sub));
 }
+
+// The form of lane i of a node that does not select lanes, from the forms of
+// its operands' lane i.
+LaneForm formOf(const Node& n, int i, const LaneForm& x, const LaneForm& y)
+{
+    switch (n.op) {
+    case Op::Input: {
+        // a V4F load holds (re, im) of sample index, then of index2 (-1: zero)
+        const int sample = n.type == Type::V4F && i >= 2 ? n.index2 : n.index;
+        const auto part = static_cast<std::uint64_t>(n.type == Type::V4F ? i % 2 : i);
+        const std::uint64_t key = mix(mix(InputTag, static_cast<std::uint64_t>(sample)), part);
+        return sample < 0 ? constantForm(0.0) : LaneForm{key, false};
+    }
+    case Op::Param: return {mix(ParamTag, static_cast<std::uint64_t>(n.index)), false};
+    case Op::Const: return constantForm(constantLane(n, i));
+    case Op::Add:
+    case Op::Sub: {
+        const SumTerms t = sumTerms(n, x, y);
+        return {mix(mix(mix(mix(SumTag, t.first), t.second), t.firstNegative ? 1 : 0), t.secondNegative ? 1 : 0), false};
+    }
+    case Op::Mul:
+        return {mix(mix(ProductTag, std::min(x.key, y.key)), std::max(x.key, y.key)), x.negative != y.negative};
+    case Op::ZeroSub: return {mix(mix(ZeroSubTag, x.key), x.negative ? 1 : 0), false};
+    case Op::Widen:
+    case Op::Narrow:
+        // exact, or one rounding to nearest: symmetric in the sign
+        return {mix(n.op == Op::Widen ? WidenTag : NarrowTag, x.key), x.negative};
+    default: throw std::logic_error("an operation without lane forms");
+    }
+}
 }  // namespace
 
 LaneForm LaneForms::form(int id, int lane)
 {
-    if (static_cast<std::size_t>(id) >= forms_.size())
-        extend();
+    // first the forms of the nodes made since the last call
+    walkLanes(graph_, forms_, constantForm(0.0), negatedForm, formOf);
     return forms_[static_cast<std::size_t>(id)][static_cast<std::size_t>(lane)];
-}
-
-void LaneForms::extend()
-{
-    for (int id = static_cast<int>(forms_.size()); id < graph_.size(); ++id) {
-        const Node& n = graph_.node(id);
-        const std::vector<double> constants = n.op == Op::Const ? graph_.constantValues(id) : std::vector<double>();
-        std::array<LaneForm, 8> lanes{};
-        auto operand = [&](int which, int lane) -> LaneForm {
-            const int source = which == 0 ? n.a : n.b;
-            return source < 0 ? constantForm(0.0) : forms_[static_cast<std::size_t>(source)][static_cast<std::size_t>(lane)];
-        };
-        for (int i = 0; i < laneCount(n.type); ++i) {
-            LaneForm& f = lanes[static_cast<std::size_t>(i)];
-            if (selectsLanes(n.op)) {
-                const LaneSource from = laneSource(n, i);
-                f = operand(from.operand, from.lane);
-                f.negative = f.negative != from.flip;
-                continue;
-            }
-            const LaneForm x = operand(0, i), y = operand(1, i);
-            switch (n.op) {
-            case Op::Input: {
-                // a V4F load holds (re, im) of sample index, then of index2 (-1: zero)
-                const int sample = n.type == Type::V4F && i >= 2 ? n.index2 : n.index;
-                const auto part = static_cast<std::uint64_t>(n.type == Type::V4F ? i % 2 : i);
-                const std::uint64_t key = mix(mix(InputTag, static_cast<std::uint64_t>(sample)), part);
-                f = sample < 0 ? constantForm(0.0) : LaneForm{key, false};
-                break;
-            }
-            case Op::Param: f = {mix(ParamTag, static_cast<std::uint64_t>(n.index)), false}; break;
-            case Op::Const: f = constantForm(constants[static_cast<std::size_t>(i)]); break;
-            case Op::Add:
-            case Op::Sub: {
-                const SumTerms t = sumTerms(n, x, y);
-                f = {mix(mix(mix(mix(SumTag, t.first), t.second), t.firstNegative ? 1 : 0), t.secondNegative ? 1 : 0), false};
-                break;
-            }
-            case Op::Mul:
-                f = {mix(mix(ProductTag, std::min(x.key, y.key)), std::max(x.key, y.key)), x.negative != y.negative};
-                break;
-            case Op::ZeroSub: f = {mix(mix(ZeroSubTag, x.key), x.negative ? 1 : 0), false}; break;
-            case Op::Widen:
-            case Op::Narrow:
-                // exact, or one rounding to nearest: symmetric in the sign
-                f = {mix(n.op == Op::Widen ? WidenTag : NarrowTag, x.key), x.negative};
-                break;
-            default: throw std::logic_error("an operation without lane forms");
-            }
-        }
-        forms_.push_back(lanes);
-    }
 }
 
 SumOrientations::SumOrientations(const Graph& fixed, const std::vector<int>& roots)
@@ -230,11 +216,7 @@ SumPlan planOneSum(const Graph& graph, const std::unordered_set<int>& materialis
 SumPlan planBlend(const std::array<int, 8>& turn, const SumOperands& s)
 {
     SumPlan p{0, -1, 0, 0, 0, {}};
-    int turned = 0, kept = 0;
-    for (int t : turn) {
-        turned += t == 1;
-        kept += t == 0;
-    }
+    const auto turned = std::count(turn.begin(), turn.end(), 1), kept = std::count(turn.begin(), turn.end(), 0);
     for (int i = 0; i < 8; ++i) {
         const int t = turn[static_cast<std::size_t>(i)] < 0 ? (turned > kept ? 1 : 0) : turn[static_cast<std::size_t>(i)];
         p.kinds[static_cast<std::size_t>(((bit(s.maskA, i) ^ t) << 1) | (bit(s.maskB, i) ^ t))] |= 1 << i;

@@ -43,7 +43,6 @@ public:
     const Graph& graph() const { return graph_; }
 
 private:
-    void extend();
     const Graph& graph_;
     std::vector<std::array<LaneForm, 8>> forms_;
 };
