@@ -7,7 +7,7 @@
 // transform of a batch thus gets the single call's bits; the verifier runs
 // each printed body with a check input per lane against the 128-bit flow.
 #include <array>
-#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 

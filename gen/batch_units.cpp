@@ -117,19 +117,19 @@ void verifyBatchBody(const std::string& kernel, const std::string& text, const B
                 x[j * lanes + l] = samples[(first + l) % samples.size()][j];
         interleaved.push_back(x);
     }
-    verifyPrintedText(kernel + " (lanes across transforms)", text, interleaved, {0.375, shape.single, lanes},
-                      [&](const std::vector<double>& x) {
-                          std::map<int, double> values;
-                          for (int l = 0; l < lanes; ++l) {
-                              std::vector<double> lane;
-                              for (int j = 0; j < inputs; ++j)
-                                  lane.push_back(x[j * lanes + l]);
-                              const std::vector<double> y = reference(lane);
-                              for (int k = 0; k < shape.outputs; ++k)
-                                  values[k * lanes + l] = y[k];
-                          }
-                          return values;
-                      });
+    const auto expected = [&](const std::vector<double>& x) {
+        std::map<int, double> values;
+        for (int l = 0; l < lanes; ++l) {
+            std::vector<double> lane;
+            for (int j = 0; j < inputs; ++j)
+                lane.push_back(x[j * lanes + l]);
+            const std::vector<double> y = reference(lane);
+            for (int k = 0; k < shape.outputs; ++k)
+                values[k * lanes + l] = y[k];
+        }
+        return values;
+    };
+    verifyPrintedText(kernel + " (lanes across transforms)", text, interleaved, {0.375, shape.single, lanes}, expected);
 }
 
 }  // namespace

@@ -114,23 +114,21 @@ const char* typeName(Type type)
 std::string valueOf(const Graph& graph, int id)
 {
     const Node& n = graph.node(id);
-    if (n.op == Op::Const) {
-        if (n.type == Type::F32 || n.type == Type::F64)
-            return literal(n.type, n.lane0);
-        // a 256-bit constant: the lanes of its two 128-bit halves
-        const bool wide = n.type == Type::V4D || n.type == Type::V8F;
-        const Type lane = n.type == Type::V4F || n.type == Type::V8F ? Type::F32 : Type::F64;
-        std::string text;
-        for (const Node* half : {wide ? &graph.node(n.a) : &n, wide ? &graph.node(n.b) : nullptr}) {
-            if (half == nullptr)
-                continue;
-            const double all[4] = {half->lane0, half->lane1, half->lane2, half->lane3};
-            for (int i = 0; i < (lane == Type::F32 ? 4 : 2); ++i)
-                text += (text.empty() ? "" : ", ") + literal(lane, all[i]);
-        }
-        return std::string("kv::set<") + typeName(n.type) + ">(" + text + ")";
+    if (n.op != Op::Const)
+        return "t" + std::to_string(id);
+    if (n.type == Type::F32 || n.type == Type::F64)
+        return literal(n.type, n.lane0);
+    const Type lane = n.type == Type::V4F || n.type == Type::V8F ? Type::F32 : Type::F64;
+    std::vector<const Node*> halves{&n};
+    if (n.type == Type::V4D || n.type == Type::V8F)  // a 256-bit constant: the lanes of its two 128-bit halves
+        halves = {&graph.node(n.a), &graph.node(n.b)};
+    std::string text;
+    for (const Node* half : halves) {
+        const double all[4] = {half->lane0, half->lane1, half->lane2, half->lane3};
+        for (int i = 0; i < (lane == Type::F32 ? 4 : 2); ++i)
+            text += (text.empty() ? "" : ", ") + literal(lane, all[i]);
     }
-    return "t" + std::to_string(id);
+    return std::string("kv::set<") + typeName(n.type) + ">(" + text + ")";
 }
 
 std::string scaledCall(const std::string& call, const std::string& args, const std::string& indent)

@@ -5,18 +5,11 @@
 // of 2^k samples the stages h = 1, 2, 4, ... run in that order, each pair
 // (n, n+h) giving a+b at n and a-b at n+h, exactly the plain radix-2 network.
 // A vector holds `lanes` consecutive samples; the stages h < lanes pair samples
-// inside a vector and need lane moves, every later stage is whole-vector
-// arithmetic.  With 128-bit vectors, Real32 networks from 16 samples transpose
-// 4x4 blocks for the stages h = 1, 2 and Real64 networks from 8 samples
-// interleave pairs of vectors for the stage h = 1.  With 256-bit vectors (8
-// floats or 4 doubles) each pair of vectors is loaded with its 128-bit halves
-// traded, which puts the top lane bit across the pair, then splits even and odd
-// lanes once per remaining stage, which rotates the next index bit across the
-// pair; a last trade of halves restores the rows.  The block passes of the
-// blocked orders skip that trade: they hold two blocks, one per half, and the
-// column pass after them loads each row from its halves.  The lane moves only
-// carry samples, so every addition keeps its two operands and the bits don't
-// depend on the width.  Column networks combine R whole vectors at a stride.
+// inside a vector and need lane moves (transposedBlocks, interleavedPairs and
+// splitPairs below, by vector width), every later stage is whole-vector
+// arithmetic.  The lane moves only carry samples, so every addition keeps its
+// two operands and the bits don't depend on the width.  Column networks
+// combine R whole vectors at a stride.
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -273,8 +266,8 @@ std::vector<double> plainNetwork(std::vector<double> v, bool single)
 struct NetworkShape {
     int rows, lanes, stride;
     bool scaled;
-    std::function<long(int r, int c)> loaded;
-    std::function<long(int r, int c)> stored;
+    std::function<int(int r, int c)> loaded;
+    std::function<int(int r, int c)> stored;
 };
 
 // Runs the printed function on the check inputs and holds every lane column
@@ -287,7 +280,7 @@ std::string verified(const std::string& function, const Sample& s, const Network
     const std::string body = function.substr(open + 3, function.rfind('}') - open - 3);
     const std::size_t start = function.find("inline void ") + 12;
     const std::string name = function.substr(start, function.find('(') - start);
-    long extent = 0;
+    int extent = 0;
     for (int r = 0; r < shape.rows; ++r)
         for (int c = 0; c < shape.lanes; ++c)
             extent = std::max(extent, shape.loaded(r, c) + 1);
@@ -296,17 +289,16 @@ std::string verified(const std::string& function, const Sample& s, const Network
         for (int c = 0; c < shape.lanes; ++c) {
             std::vector<double> column;
             for (int r = 0; r < shape.rows; ++r)
-                column.push_back(x[static_cast<std::size_t>(shape.loaded(r, c))]);
+                column.push_back(x[shape.loaded(r, c)]);
             column = plainNetwork(column, single);
-            for (int r = 0; r < shape.rows; ++r) {
-                const double v = column[static_cast<std::size_t>(r)];
-                values[static_cast<int>(shape.stored(r, c))] =
-                    !shape.scaled ? v : single ? static_cast<float>(v) * static_cast<float>(scale) : v * scale;
-            }
+            for (int r = 0; r < shape.rows; ++r)
+                values[shape.stored(r, c)] = !shape.scaled ? column[r]
+                                             : single      ? static_cast<float>(column[r]) * static_cast<float>(scale)
+                                                           : column[r] * scale;
         }
         return values;
     };
-    verifyPrintedText(name + " of the Walsh-Hadamard networks", body, verifierInputs(static_cast<int>(extent), single),
+    verifyPrintedText(name + " of the Walsh-Hadamard networks", body, verifierInputs(extent, single),
                       {scale, single, shape.stride}, reference);
     return function;
 }
@@ -314,7 +306,7 @@ std::string verified(const std::string& function, const Sample& s, const Network
 // A network of 2^order samples in one row.
 std::string network(const Sample& s, int order)
 {
-    const auto sample = [](int r, int) { return static_cast<long>(r); };
+    const auto sample = [](int r, int) { return r; };
     return verified(s.vectorOrder(order) ? vectorNetwork(s, order) : scalarNetwork(s, order), s,
                     {1 << order, 1, 0, true, sample, sample});
 }
@@ -324,12 +316,12 @@ std::string network(const Sample& s, int order)
 std::string columns(const Sample& s, int radix, bool traded = false)
 {
     const int stride = 4 * s.lanes, half = s.lanes / 2;
-    const auto at = [stride](int r, int c) { return static_cast<long>(r) * stride + c; };
+    const auto at = [stride](int r, int c) { return r * stride + c; };
     const auto pairedRow = [=](int r, int c) {
-        return static_cast<long>(r - r % 2) * stride + (r % 2) * half + (c < half ? c : s.lanes + c - half);
+        return (r - r % 2) * stride + (r % 2) * half + (c < half ? c : s.lanes + c - half);
     };
     return verified(columnNetwork(s, radix, traded), s,
-                    {radix, s.lanes, stride, true, traded ? std::function<long(int, int)>(pairedRow) : at, at});
+                    {radix, s.lanes, stride, true, traded ? std::function<int(int, int)>(pairedRow) : at, at});
 }
 
 // Two blocks of 2^order samples, the first in the lower halves of the
@@ -337,8 +329,8 @@ std::string columns(const Sample& s, int radix, bool traded = false)
 std::string traded(const Sample& s, int order)
 {
     const int block = 1 << order, half = s.lanes / 2;
-    const auto loaded = [block](int r, int c) { return static_cast<long>(c) * block + r; };
-    const auto stored = [half, &s](int r, int c) { return static_cast<long>(r / half) * s.lanes + c * half + r % half; };
+    const auto loaded = [block](int r, int c) { return c * block + r; };
+    const auto stored = [half, &s](int r, int c) { return (r / half) * s.lanes + c * half + r % half; };
     return verified(tradedNetwork(s, order), s, {block, 2, 0, false, loaded, stored});
 }
 

@@ -1,7 +1,7 @@
 // What the files of the Walsh-Hadamard family share: the description of a
 // sample type on the current target (its vector, its access classes), the
-// kernels' names, and the passes of the blocked orders.  wht_networks.cpp writes the butterfly networks,
-// wht_passes.cpp the passes of the blocked orders, wht_emit.cpp the units.
+// kernels' names, and the passes of the blocked orders.  wht_networks.cpp
+// writes the butterfly networks, wht_emit.cpp the passes and the units.
 #ifndef KVTGEN_WHT_SAMPLE_H
 #define KVTGEN_WHT_SAMPLE_H
 
@@ -70,14 +70,6 @@ struct Passes {
 // The passes of a blocked order on the 256-bit target, as the table of forms
 // gives them.
 Passes widePassesOf(const Sample& s, int order);
-
-// Bytes of the work buffer: N samples, plus one strip for a three-pass kernel.
-int bufferBytes(const Sample& s, int order);
-
-// The statements of the passes of a blocked kernel, from src through the work
-// buffer `main` into dst; the first pass reads src and the last writes dst
-// through the kernel's access class `Access`.
-std::string passes(const Sample& s, int order);
 
 }  // namespace gen::wht
 
