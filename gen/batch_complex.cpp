@@ -7,7 +7,7 @@
 // transform of a batch thus gets the single call's bits; the verifier runs
 // each printed body with a check input per lane against the 128-bit flow.
 #include <array>
-#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -29,67 +29,51 @@ struct LaneFlow {
     std::vector<std::array<int, 4>> lanes;
 };
 
-int make(Graph& g, Op op, Type type, int a = -1, int b = -1)
-{
-    Node n{op, type};
-    n.a = a;
-    n.b = b;
-    return g.raw(n);
-}
-
 LaneFlow laneFlow(const Graph& narrow)
 {
     LaneFlow f;
-    Graph& g = f.graph;
-    f.lanes.assign(static_cast<std::size_t>(narrow.size()), {Graph::none, Graph::none, Graph::none, Graph::none});
+    const std::array<int, 4> none{Graph::none, Graph::none, Graph::none, Graph::none};
+    f.lanes.assign(narrow.size(), none);
     for (int id = 0; id < narrow.size(); ++id) {
         const Node& n = narrow.node(id);
         const Type scalar = n.type == Type::F32 || n.type == Type::V4F ? Type::F32 : Type::F64;
-        auto zero = [&] {
-            Node z{Op::Const, scalar};
-            return g.raw(z);
+        auto make = [&](Op op, int a = -1, int b = -1, int index = -1, double value = 0.0) {
+            Node lane{op, scalar};
+            lane.a = a;
+            lane.b = b;
+            lane.index = index;
+            lane.lane0 = value;
+            return f.graph.raw(lane);
         };
-        std::array<int, 4>& out = f.lanes[static_cast<std::size_t>(id)];
         const int count = laneCount(n.type);
-        const std::array<int, 4> none{Graph::none, Graph::none, Graph::none, Graph::none};
-        const std::array<int, 4>& a = n.a >= 0 ? f.lanes[static_cast<std::size_t>(n.a)] : none;
-        const std::array<int, 4>& b = n.b >= 0 ? f.lanes[static_cast<std::size_t>(n.b)] : none;
+        const std::array<int, 4>& a = n.a >= 0 ? f.lanes[n.a] : none;
+        const std::array<int, 4>& b = n.b >= 0 ? f.lanes[n.b] : none;
+        const double values[4] = {n.lane0, n.lane1, n.lane2, n.lane3};
         for (int i = 0; i < count; ++i) {
-            int& lane = out[static_cast<std::size_t>(i)];
+            int& lane = f.lanes[id][i];
             if (selectsLanes(n.op)) {
                 const LaneSource from = laneSource(n, i);
-                lane = from.operand < 0 ? zero() : (from.operand == 0 ? a : b)[static_cast<std::size_t>(from.lane)];
+                lane = from.operand < 0 ? make(Op::Const) : (from.operand == 0 ? a : b)[from.lane];
                 if (from.flip)
-                    lane = make(g, Op::Neg, scalar, lane);
+                    lane = make(Op::Neg, lane);
                 continue;
             }
+            // the real number the lane loads: V4F (re, im) of samples index and index2
+            const int sample = i < 2 ? n.index : n.index2;
             switch (n.op) {
-            case Op::Input: {
-                // the real number the lane loads: V4F (re, im) of samples index and index2
-                const int sample = count == 1 ? -1 : (i < 2 ? n.index : n.index2);
-                Node in{Op::Input, scalar};
-                in.index = count == 1 ? n.index : 2 * sample + i % 2;
-                lane = count > 1 && sample < 0 ? zero() : g.raw(in);
+            case Op::Input:
+                lane = count == 1   ? make(Op::Input, -1, -1, n.index)
+                       : sample < 0 ? make(Op::Const)
+                                    : make(Op::Input, -1, -1, 2 * sample + i % 2);
                 break;
-            }
-            case Op::Param: {
-                Node p{Op::Param, scalar};
-                p.index = n.index;
-                lane = g.raw(p);
-                break;
-            }
-            case Op::Const: {
-                Node c{Op::Const, scalar};
-                c.lane0 = i == 0 ? n.lane0 : i == 1 ? n.lane1 : i == 2 ? n.lane2 : n.lane3;
-                lane = g.raw(c);
-                break;
-            }
+            case Op::Param: lane = make(Op::Param, -1, -1, n.index); break;
+            case Op::Const: lane = make(Op::Const, -1, -1, -1, values[i]); break;
             case Op::Add:
             case Op::Sub:
-            case Op::Mul: lane = make(g, n.op, scalar, a[static_cast<std::size_t>(i)], b[static_cast<std::size_t>(i)]); break;
+            case Op::Mul: lane = make(n.op, a[i], b[i]); break;
             case Op::ZeroSub:
             case Op::Widen:
-            case Op::Narrow: lane = make(g, n.op, scalar, a[static_cast<std::size_t>(i)]); break;
+            case Op::Narrow: lane = make(n.op, a[i]); break;
             default:
                 throw std::logic_error("a node the lane flow does not take apart (operation " +
                                        std::to_string(static_cast<int>(n.op)) + ")");
@@ -101,8 +85,7 @@ LaneFlow laneFlow(const Graph& narrow)
 
 std::string batchUnit(const Variant& v, int n)
 {
-    const std::string name =
-        "batchDFT" + v.direction() + "_CToC_" + std::to_string(n) + "_" + v.typeSuffix();
+    const std::string name = "batchDFT" + v.direction() + "_CToC_" + std::to_string(n) + "_" + v.typeSuffix();
     const NarrowKernel k = buildNarrow(v, n, flowOf(formOf(v.kernelName(n), [&] { return searchForm(v, n); })));
     const bool single = v.precision == Precision::Single;
     const LaneFlow flow = laneFlow(k.graph);
@@ -112,22 +95,21 @@ std::string batchUnit(const Variant& v, int n)
     for (int id = 0; id < flow.graph.size(); ++id)
         mixed = mixed || (single && flow.graph.node(id).type == Type::F64);
     const OutputLanes outputs = outputLanes(k.stores, n, single);
-    BatchBody body;
+    std::vector<int> stores;
     for (const auto& [node, lane] : outputs)
-        body.stores.push_back(node < 0 ? Graph::none : flow.lanes[static_cast<std::size_t>(node)][static_cast<std::size_t>(lane)]);
-    const BatchShape shape{single, mixed, 2, 2 * n, 2 * n};
-    body.text = printBatchBody(flow.graph, body.stores, shape);
-    verifyBatchBody(name, body.text, shape, [&](const std::vector<double>& x) {
-        const LaneEvaluator narrow(k.graph, x, 0.375);
-        std::vector<double> y;
-        for (const auto& [node, lane] : outputs)
-            y.push_back(node < 0 ? 0.0 : narrow.lanes(node)[static_cast<std::size_t>(lane)]);
-        return y;
-    });
-    return batchKernelUnit(name, "Batched " + std::string(v.inverse ? "inverse" : "forward") + " complex DFT of length " +
-                                     std::to_string(n) + ", " + v.sampleType() + ": lanes across transforms.",
-                           body.text, shape, v.inverse ? "Inverse" : "Forward",
-                           factorLiterals(v.scalarType(), n));
+        stores.push_back(node < 0 ? Graph::none : flow.lanes[node][lane]);
+    return batchKernelUnit(name,
+                           std::string(v.inverse ? "inverse" : "forward") + " complex DFT of length " +
+                               std::to_string(n) + ", " + v.sampleType(),
+                           flow.graph, stores, {single, mixed, 2, 2 * n, 2 * n},
+                           [&](const std::vector<double>& x) {
+                               const LaneEvaluator narrow(k.graph, x, 0.375);
+                               std::vector<double> y;
+                               for (const auto& [node, lane] : outputs)
+                                   y.push_back(node < 0 ? 0.0 : narrow.lanes(node)[lane]);
+                               return y;
+                           },
+                           v.inverse ? "Inverse" : "Forward", factorLiterals(v.scalarType(), n));
 }
 
 void emitBatchComplex(const std::string& dir)
@@ -138,9 +120,8 @@ void emitBatchComplex(const std::string& dir)
             const std::string stem = std::string("pgenbatchdft") + (inverse ? "inv" : "fwd") + v.typeSuffix();
             for (int n = 2; n <= 64; ++n)
                 writeIfChanged(dir + "/" + stem + "_" + std::to_string(n) + ".cpp", batchUnit(v, n));
-            const std::string table = "batchDFT" + v.direction() + "_CToC_";
-            writeIfChanged(dir + "/" + stem + ".cpp", batchTableUnit(table + v.typeSuffix(), table, v.typeSuffix(),
-                                                                    v.realType()));
+            writeIfChanged(dir + "/" + stem + ".cpp",
+                           batchTableUnit("batchDFT" + v.direction() + "_CToC_", v.typeSuffix(), v.realType()));
         }
 }
 

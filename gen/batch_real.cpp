@@ -6,6 +6,7 @@
 // call's bits.  The verifier runs the printed body on a different input per
 // lane and holds each lane against the flow before the unit is written.
 #include <algorithm>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -19,29 +20,30 @@ namespace gen::real {
 
 namespace {
 
-std::string batchUnit(const std::string& name, const std::string& title, const Precision& p, int n,
+// The kernel of the flow k: its loads read the elements `loadSlots` of a
+// transform's input, its stores write the elements `storeSlots`, and the
+// elements `zeroSlots` are exact zeros.
+std::string batchUnit(const std::string& name, const std::string& what, const Precision& p, int n,
                       const KernelFlow& k, const std::vector<int>& loadSlots, const std::vector<int>& storeSlots,
                       const std::vector<int>& zeroSlots, const char* direction, int inputs)
 {
     const Lowered low = lower(k, loadSlots, p.single);
     const int outputs = static_cast<int>(storeSlots.size() + zeroSlots.size());
-    BatchBody body;
-    body.stores.assign(static_cast<std::size_t>(outputs), Graph::none);
+    std::vector<int> stores(static_cast<std::size_t>(outputs), Graph::none);
     for (std::size_t i = 0; i < storeSlots.size(); ++i)
-        body.stores[static_cast<std::size_t>(storeSlots[i])] = low.stores[i];
+        stores[storeSlots[i]] = low.stores[i];
     // the elements of a transform's input, whether the flow reads them or not
     // (an inverse kernel does not read the zeros of a CCS spectrum)
     inputs = std::max(inputs, *std::max_element(loadSlots.begin(), loadSlots.end()) + 1);
-    const BatchShape shape{p.single, p.single, 1, inputs, outputs};
-    body.text = printBatchBody(low.graph, body.stores, shape);
-    verifyBatchBody(name, body.text, shape, [&](const std::vector<double>& x) {
-        const LaneEvaluator flow(low.graph, x, 0.375);
-        std::vector<double> y;
-        for (int s : body.stores)
-            y.push_back(s == Graph::none ? 0.0 : flow.lanes(s)[0]);
-        return y;
-    });
-    return batchKernelUnit(name, title, body.text, shape, direction, factorLiterals(p.type, n));
+    return batchKernelUnit(name, what, low.graph, stores, {p.single, p.single, 1, inputs, outputs},
+                           [&](const std::vector<double>& x) {
+                               const LaneEvaluator flow(low.graph, x, 0.375);
+                               std::vector<double> y;
+                               for (int s : stores)
+                                   y.push_back(s == Graph::none ? 0.0 : flow.lanes(s)[0]);
+                               return y;
+                           },
+                           direction, factorLiterals(p.type, n));
 }
 
 }  // namespace
@@ -50,48 +52,43 @@ void emitBatchReal(const std::string& dir)
 {
     for (int n = 2; n <= 64; ++n) {
         const KernelFlow fwd = forwardFlow(n), inv = inverseFlow(n), hartley = hartleyFlow(n);
-        std::vector<int> identity;
-        for (int j = 0; j < n; ++j)
-            identity.push_back(j);
+        std::vector<int> identity(static_cast<std::size_t>(n));
+        std::iota(identity.begin(), identity.end(), 0);
         const std::string size = std::to_string(n);
         for (const Precision& p : precisions) {
-            const std::string suffix = size + "_" + p.suffix;
+            const std::string suffix = size + "_" + p.suffix, of = " of length " + size + ", " + p.sample;
             for (const LayoutInfo& l : layouts) {
                 std::vector<int> slots, zeros;
                 for (int j = 0; j < n; ++j)
                     slots.push_back(position(l.layout, n, j));
                 if (l.layout == Layout::CCS)
                     zeros = n % 2 == 0 ? std::vector<int>{1, n + 1} : std::vector<int>{1};
-                writeIfChanged(dir + "/pgenbatchdftfwd" + l.stem + p.suffix + "_" + size + ".cpp",
+                const std::string file = std::string(l.stem) + p.suffix + "_" + size + ".cpp";
+                const std::string layout = std::string(", layout ") + l.stem;
+                writeIfChanged(dir + "/pgenbatchdftfwd" + file,
                                batchUnit(std::string("batchDFTFwd_") + l.fwdName + "_" + suffix,
-                                         "Batched forward real DFT of length " + size + ", " + p.sample + ", layout " +
-                                             l.stem + ": lanes across transforms.",
-                                         p, n, fwd, identity, slots, zeros, "Forward", n));
-                writeIfChanged(dir + "/pgenbatchdftinv" + l.stem + p.suffix + "_" + size + ".cpp",
+                                         "forward real DFT" + of + layout, p, n, fwd, identity, slots, zeros,
+                                         "Forward", n));
+                writeIfChanged(dir + "/pgenbatchdftinv" + file,
                                batchUnit(std::string("batchDFTInv_") + l.invName + "_" + suffix,
-                                         "Batched inverse real DFT of length " + size + ", " + p.sample + ", layout " +
-                                             l.stem + ": lanes across transforms.",
-                                         p, n, inv, slots, identity, {}, "Inverse",
-                                         static_cast<int>(slots.size() + zeros.size())));
+                                         "inverse real DFT" + of + layout, p, n, inv, slots, identity, {}, "Inverse",
+                                         n + static_cast<int>(zeros.size())));
             }
             writeIfChanged(dir + "/pgenbatchhartley" + std::string(p.suffix) + "_" + size + ".cpp",
-                           batchUnit("batchHartley_" + suffix,
-                                     "Batched Hartley transform of length " + size + ", " + p.sample +
-                                         ": lanes across transforms.",
-                                     p, n, hartley, identity, identity, {}, "Both", n));
+                           batchUnit("batchHartley_" + suffix, "Hartley transform" + of, p, n, hartley, identity,
+                                     identity, {}, "Both", n));
         }
     }
     for (const Precision& p : precisions) {
         for (const LayoutInfo& l : layouts) {
-            const std::string fwd = std::string("batchDFTFwd_") + l.fwdName + "_";
-            const std::string inv = std::string("batchDFTInv_") + l.invName + "_";
-            writeIfChanged(dir + "/pgenbatchdftfwd" + l.stem + p.suffix + ".cpp",
-                           batchTableUnit(fwd + p.suffix, fwd, p.suffix, p.scalar));
-            writeIfChanged(dir + "/pgenbatchdftinv" + l.stem + p.suffix + ".cpp",
-                           batchTableUnit(inv + p.suffix, inv, p.suffix, p.scalar));
+            const std::string file = std::string(l.stem) + p.suffix + ".cpp";
+            writeIfChanged(dir + "/pgenbatchdftfwd" + file,
+                           batchTableUnit(std::string("batchDFTFwd_") + l.fwdName + "_", p.suffix, p.scalar));
+            writeIfChanged(dir + "/pgenbatchdftinv" + file,
+                           batchTableUnit(std::string("batchDFTInv_") + l.invName + "_", p.suffix, p.scalar));
         }
         writeIfChanged(dir + "/pgenbatchhartley" + std::string(p.suffix) + ".cpp",
-                       batchTableUnit(std::string("batchHartley_") + p.suffix, "batchHartley_", p.suffix, p.scalar));
+                       batchTableUnit("batchHartley_", p.suffix, p.scalar));
     }
 }
 

@@ -44,7 +44,7 @@ public:
     // SpanTransform of size S: S/2 complex values at the odd half-frequencies.
     std::vector<Value> span(const std::vector<int>& u)
     {
-        const std::size_t size = u.size();
+        const int size = static_cast<int>(u.size());
         if (size == 2)
             return {{u[0], u[1]}};
         if (size == 4) {
@@ -53,12 +53,12 @@ public:
             return {{g_.add(u[0], a), g_.add(u[2], b)}, {g_.sub(u[0], a), g_.sub(b, u[2])}};
         }
         std::vector<int> even, odd;
-        for (std::size_t q = 0; q < size; ++q)
+        for (int q = 0; q < size; ++q)
             (q % 2 ? odd : even).push_back(u[q]);
         const std::vector<Value> e = span(even), o = span(odd);
         std::vector<Value> z(size / 2);
-        for (std::size_t p = 0; p < size / 4; ++p) {
-            const Value w = rotate(o[p], pi * static_cast<long double>(2 * p + 1) / static_cast<long double>(size));
+        for (int p = 0; p < size / 4; ++p) {
+            const Value w = rotate(o[p], pi * (2 * p + 1) / size);
             z[p] = {g_.add(e[p].re, w.re), g_.add(e[p].im, w.im)};
             // conj(E - W)
             z[size / 2 - 1 - p] = {g_.sub(e[p].re, w.re), g_.sub(w.im, e[p].im)};
@@ -69,15 +69,11 @@ public:
     // FoldTransform of r complex values: Y[q] for q = -r .. r-1, as a map q -> node.
     std::vector<int> fold(const std::vector<Value>& z)
     {
-        const std::size_t r = z.size();
-        std::vector<int> y(2 * r);  // index q + r
-        if (r == 1) {
-            y[1] = z[0].re;  // Y[0]
-            y[0] = z[0].im;  // Y[-1]
-            return y;
-        }
+        const int r = static_cast<int>(z.size());
+        if (r == 1)
+            return {z[0].im, z[0].re};  // Y[-1], Y[0]
         std::vector<Value> plus(r / 2), minus(r / 2);
-        for (std::size_t j = 0; j < r / 2; ++j) {
+        for (int j = 0; j < r / 2; ++j) {
             const Value a = z[j], b = z[r - 1 - j];
             plus[j] = {g_.add(a.re, b.re), g_.sub(a.im, b.im)};
             const Value d = {g_.sub(a.re, b.re), g_.add(a.im, b.im)};
@@ -86,14 +82,14 @@ public:
                 const int e = mul(d.re, halfSqrt2), f = mul(d.im, halfSqrt2);
                 minus[j] = {g_.sub(e, f), g_.add(e, f)};
             } else {
-                minus[j] = rotate(d, pi * static_cast<long double>(2 * j + 1) / static_cast<long double>(2 * r));
+                minus[j] = rotate(d, pi * (2 * j + 1) / (2 * r));
             }
         }
         const std::vector<int> evenQ = fold(plus), oddQ = fold(minus);
-        const long long half = static_cast<long long>(r / 2);
-        for (long long t = -half; t < half; ++t) {
-            y[static_cast<std::size_t>(2 * t + static_cast<long long>(r))] = evenQ[static_cast<std::size_t>(t + half)];
-            y[static_cast<std::size_t>(2 * t + 1 + static_cast<long long>(r))] = oddQ[static_cast<std::size_t>(t + half)];
+        std::vector<int> y(2 * r);  // index q + r: the even q from the sums, the odd q from the differences
+        for (int t = 0; t < r; ++t) {
+            y[2 * t] = evenQ[t];
+            y[2 * t + 1] = oddQ[t];
         }
         return y;
     }
@@ -101,10 +97,10 @@ public:
     // The whole kernel with the split n = span * radix.
     std::vector<int> kernel(int n, int spanSize, int radix)
     {
-        std::vector<int> x(static_cast<std::size_t>(n)), out(static_cast<std::size_t>(n));
+        std::vector<int> x(n), out(n);
         for (int i = 0; i < n; ++i)
-            x[static_cast<std::size_t>(i)] = g_.input(type_, i);
-        auto skew = [&](int m) { return m < n ? x[static_cast<std::size_t>(m)] : g_.neg(x[static_cast<std::size_t>(2 * n - 1 - m)]); };
+            x[i] = g_.input(type_, i);
+        auto skew = [&](int m) { return m < n ? x[m] : g_.neg(x[2 * n - 1 - m]); };
         std::vector<std::vector<Value>> columns;
         for (int j = 0; j < radix; ++j) {
             std::vector<int> u;
@@ -115,13 +111,10 @@ public:
         for (int p = 0; p < spanSize / 2; ++p) {
             std::vector<Value> z;
             for (int j = 0; j < radix; ++j)
-                z.push_back(rotate(columns[static_cast<std::size_t>(j)][static_cast<std::size_t>(p)],
-                                   pi * (2 * j + 1) * (2 * p + 1) / (4.0L * n)));
+                z.push_back(rotate(columns[j][p], pi * (2 * j + 1) * (2 * p + 1) / (4.0L * n)));
             const std::vector<int> y = fold(z);
-            for (int q = -radix; q < radix; ++q) {
-                const int index = q >= 0 ? spanSize * q + p : spanSize * (-q) - 1 - p;
-                out[static_cast<std::size_t>(index)] = y[static_cast<std::size_t>(q + radix)];
-            }
+            for (int q = -radix; q < radix; ++q)
+                out[q >= 0 ? spanSize * q + p : spanSize * (-q) - 1 - p] = y[q + radix];
         }
         return out;
     }
@@ -151,23 +144,16 @@ private:
 
 std::string kernelFunction(Type type, int n)
 {
-    // the split of each length: N = S r
-    static const struct {
-        int n, span, radix;
-    } splits[] = {{2, 2, 1}, {8, 4, 2}, {16, 4, 4}, {32, 16, 2}};
     Graph graph(false);
     DctBuilder builder(graph, type);
-    std::vector<int> out;
-    if (n == 4) {
-        out = builder.liftingKernel();
-    } else {
-        for (const auto& s : splits)
-            if (s.n == n)
-                out = builder.kernel(n, s.span, s.radix);
-    }
+    // the split of each length: N = S r
+    const std::vector<int> out = n == 2    ? builder.kernel(2, 2, 1)
+                                 : n == 4  ? builder.liftingKernel()
+                                 : n == 8  ? builder.kernel(8, 4, 2)
+                                 : n == 16 ? builder.kernel(16, 4, 4)
+                                           : builder.kernel(32, 16, 2);
     NodePrinter printer;
     printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
-    printer.param = [](const Node&) { return std::string(); };
     const OpCounts counts = graph.count(out);
     const char* real = type == Type::F32 ? "float" : "double";
     std::ostringstream text;
@@ -177,7 +163,7 @@ std::string kernelFunction(Type type, int n)
          << "* y)\n{\n"
          << printNodes(graph, out, printer, "    ");
     for (int k = 0; k < n; ++k)
-        text << "    y[" << k << "] = " << valueOf(graph, out[static_cast<std::size_t>(k)]) << ";\n";
+        text << "    y[" << k << "] = " << valueOf(graph, out[k]) << ";\n";
     text << "}\n\n";
     return text.str();
 }

@@ -114,23 +114,21 @@ const char* typeName(Type type)
 std::string valueOf(const Graph& graph, int id)
 {
     const Node& n = graph.node(id);
-    if (n.op == Op::Const) {
-        if (n.type == Type::F32 || n.type == Type::F64)
-            return literal(n.type, n.lane0);
-        // a 256-bit constant: the lanes of its two 128-bit halves
-        const bool wide = n.type == Type::V4D || n.type == Type::V8F;
-        const Type lane = n.type == Type::V4F || n.type == Type::V8F ? Type::F32 : Type::F64;
-        std::string text;
-        for (const Node* half : {wide ? &graph.node(n.a) : &n, wide ? &graph.node(n.b) : nullptr}) {
-            if (half == nullptr)
-                continue;
-            const double all[4] = {half->lane0, half->lane1, half->lane2, half->lane3};
-            for (int i = 0; i < (lane == Type::F32 ? 4 : 2); ++i)
-                text += (text.empty() ? "" : ", ") + literal(lane, all[i]);
-        }
-        return std::string("kv::set<") + typeName(n.type) + ">(" + text + ")";
+    if (n.op != Op::Const)
+        return "t" + std::to_string(id);
+    if (n.type == Type::F32 || n.type == Type::F64)
+        return literal(n.type, n.lane0);
+    const Type lane = n.type == Type::V4F || n.type == Type::V8F ? Type::F32 : Type::F64;
+    std::vector<const Node*> halves{&n};
+    if (n.type == Type::V4D || n.type == Type::V8F)  // a 256-bit constant: the lanes of its two 128-bit halves
+        halves = {&graph.node(n.a), &graph.node(n.b)};
+    std::string text;
+    for (const Node* half : halves) {
+        const double all[4] = {half->lane0, half->lane1, half->lane2, half->lane3};
+        for (int i = 0; i < (lane == Type::F32 ? 4 : 2); ++i)
+            text += (text.empty() ? "" : ", ") + literal(lane, all[i]);
     }
-    return "t" + std::to_string(id);
+    return std::string("kv::set<") + typeName(n.type) + ">(" + text + ")";
 }
 
 std::string scaledCall(const std::string& call, const std::string& args, const std::string& indent)
@@ -179,9 +177,81 @@ bool isFactor(const Graph& graph, int id)
 // The operands of a node, a value used twice (a + a) given once; -1 for none.
 std::array<int, 2> distinctOperands(const Node& n) { return {n.a, n.b == n.a ? -1 : n.b}; }
 
-// Prints the given nodes in the given order (every operand placed first).
-std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order, const NodePrinter& printer,
-                              const std::string& indent)
+// The nodes that the roots need in an order that keeps few values alive at
+// once: the compiler keeps the order of a straight-line body, so this order is
+// what its register allocator works from.  Among the nodes whose operands are
+// placed, it takes the one that adds the fewest live values (a node whose
+// operands die there adds none or frees one), and among those the one whose
+// operands were placed last, so that a chain is finished while its values are
+// still in registers.  A load adds a value and has no operands: it waits until
+// nothing better is left.  Against creation order or a depth-first walk from
+// the outputs this halves the spills of the long Rader kernels.
+std::vector<int> registerOrder(const Graph& graph, const std::vector<int>& roots)
+{
+    const std::vector<bool> live = graph.liveSet(roots);
+    const std::size_t size = static_cast<std::size_t>(graph.size());
+    // constants are printed inline: they hold no variable
+    auto holds = [&](int id) { return id >= 0 && graph.node(id).op != Op::Const; };
+    std::vector<int> usesLeft(size, 0);  // nodes (and roots) not yet placed that use a value
+    std::vector<int> waiting(size, 0);   // operands of a node not yet placed
+    std::vector<std::vector<int>> users(size);
+    std::vector<int> ready;
+    for (int id = 0; id < graph.size(); ++id) {
+        if (!live[id] || !holds(id))
+            continue;
+        for (int operand : distinctOperands(graph.node(id)))
+            if (holds(operand)) {
+                ++usesLeft[operand];
+                ++waiting[id];
+                users[operand].push_back(id);
+            }
+        if (waiting[id] == 0)
+            ready.push_back(id);
+    }
+    for (int root : roots)
+        if (holds(root))
+            ++usesLeft[root];
+
+    std::vector<int> placedAt(size, -1);
+    std::vector<int> order;
+    while (!ready.empty()) {
+        // growth: values alive after the node minus before it; recent: the
+        // latest placement among its operands (-1 for a load)
+        std::size_t best = 0;
+        int bestGrowth = 0, bestRecent = 0;
+        for (std::size_t i = 0; i < ready.size(); ++i) {
+            int growth = 1, recent = -1;
+            for (int operand : distinctOperands(graph.node(ready[i])))
+                if (holds(operand)) {
+                    recent = std::max(recent, placedAt[operand]);
+                    if (usesLeft[operand] == 1)
+                        --growth;
+                }
+            if (i == 0 || growth < bestGrowth || (growth == bestGrowth && recent > bestRecent)) {
+                best = i;
+                bestGrowth = growth;
+                bestRecent = recent;
+            }
+        }
+        const int id = ready[best];
+        ready.erase(ready.begin() + static_cast<std::ptrdiff_t>(best));
+        placedAt[id] = static_cast<int>(order.size());
+        order.push_back(id);
+        for (int operand : distinctOperands(graph.node(id)))
+            if (holds(operand))
+                --usesLeft[operand];
+        for (int user : users[id])
+            if (--waiting[user] == 0)
+                ready.push_back(user);
+    }
+    // constant operands are not placed; the printer skips them anyway
+    return order;
+}
+
+}  // namespace
+
+std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
+                       const std::string& indent)
 {
     std::ostringstream out;
     const bool lanes = static_cast<bool>(printer.lanesOf);
@@ -193,7 +263,7 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
         return lanes && n.op == Op::Const ? "kv::broadcast<" + typeOf(n.type) + ">(" + valueOf(graph, id) + ")"
                                           : valueOf(graph, id);
     };
-    for (int id : order) {
+    for (int id : registerOrder(graph, roots)) {
         const Node& n = graph.node(id);
         if (n.op == Op::Const)
             continue;
@@ -201,13 +271,14 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
         std::string expr;
         const std::string a = n.a >= 0 ? operand(n.a) : "";
         const std::string b = n.b >= 0 ? operand(n.b) : "";
+        const std::string ab = "(" + a + ", " + b + ")", index = std::to_string(n.index);
         switch (n.op) {
         case Op::Input: expr = printer.input(n); break;
         case Op::Param: expr = printer.param(n); break;
-        case Op::Add: expr = vector ? "kv::add(" + a + ", " + b + ")" : a + " + " + b; break;
-        case Op::Sub: expr = vector ? "kv::sub(" + a + ", " + b + ")" : a + " - " + b; break;
+        case Op::Add: expr = vector ? "kv::add" + ab : a + " + " + b; break;
+        case Op::Sub: expr = vector ? "kv::sub" + ab : a + " - " + b; break;
         case Op::Mul:
-            expr = vector ? "kv::mul(" + a + ", " + b + ")" : a + " * " + b;
+            expr = vector ? "kv::mul" + ab : a + " * " + b;
             // A product by the scale factor is skipped in the body for factor
             // one: multiplying by one is exact, so both bodies give the same bits.
             if (isFactor(graph, n.b))
@@ -228,106 +299,20 @@ std::string printNodesInOrder(const Graph& graph, const std::vector<int>& order,
         case Op::SwapNeg: expr = "kv::swapNeg(" + a + ")"; break;
         case Op::Swap: expr = "kv::swap(" + a + ")"; break;
         case Op::Shuffle:
-            if (n.index == 256)
-                expr = "kv::unpackLow(" + a + ", " + b + ")";
-            else if (n.index == 257)
-                expr = "kv::unpackHigh(" + a + ", " + b + ")";
-            else
-                expr = "kv::shuffle<" + std::to_string(n.index) + ">(" + a + ", " + b + ")";
+            expr = n.index == 256   ? "kv::unpackLow" + ab
+                   : n.index == 257 ? "kv::unpackHigh" + ab
+                                    : "kv::shuffle<" + index + ">" + ab;
             break;
-        case Op::Join: expr = n.b < 0 ? "kv::widen(" + a + ")" : "kv::join(" + a + ", " + b + ")"; break;
+        case Op::Join: expr = n.b < 0 ? "kv::widen(" + a + ")" : "kv::join" + ab; break;
         case Op::Extract: expr = std::string(n.index == 0 ? "kv::lowHalf(" : "kv::highHalf(") + a + ")"; break;
-        case Op::Permute2: expr = "kv::permuteHalves<" + std::to_string(n.index) + ">(" + a + ", " + b + ")"; break;
-        case Op::SignLanes: expr = "kv::negLanes<" + std::to_string(n.index) + ">(" + a + ")"; break;
-        case Op::Blend: expr = "kv::blend<" + std::to_string(n.index) + ">(" + a + ", " + b + ")"; break;
+        case Op::Permute2: expr = "kv::permuteHalves<" + index + ">" + ab; break;
+        case Op::SignLanes: expr = "kv::negLanes<" + index + ">(" + a + ")"; break;
+        case Op::Blend: expr = "kv::blend<" + index + ">" + ab; break;
         case Op::Const: break;
         }
         out << indent << "const " << typeOf(n.type) << " t" << id << " = " << expr << ";\n";
     }
     return out.str();
-}
-
-// The nodes that the roots need in an order that keeps few values alive at
-// once: the compiler keeps the order of a straight-line body, so this order is
-// what its register allocator works from.  Among the nodes whose operands are
-// placed, it takes the one that adds the fewest live values (a node whose
-// operands die there adds none or frees one), and among those the one whose
-// operands were placed last, so that a chain is finished while its values are
-// still in registers.  A load adds a value and has no operands: it waits until
-// nothing better is left.  Against creation order or a depth-first walk from
-// the outputs this halves the spills of the long Rader kernels.
-std::vector<int> registerOrder(const Graph& graph, const std::vector<int>& roots)
-{
-    const std::vector<bool> live = graph.liveSet(roots);
-    const std::size_t size = static_cast<std::size_t>(graph.size());
-    // constants are printed inline: they hold no variable
-    auto holds = [&](int id) { return id >= 0 && graph.node(id).op != Op::Const; };
-    std::vector<int> usesLeft(size, 0);  // nodes (and roots) not yet placed that use a value
-    std::vector<int> waiting(size, 0);   // operands of a node not yet placed
-    std::vector<std::vector<int>> users(size);
-    for (int id = 0; id < graph.size(); ++id) {
-        if (!live[static_cast<std::size_t>(id)] || !holds(id))
-            continue;
-        for (int operand : distinctOperands(graph.node(id)))
-            if (holds(operand)) {
-                ++usesLeft[static_cast<std::size_t>(operand)];
-                ++waiting[static_cast<std::size_t>(id)];
-                users[static_cast<std::size_t>(operand)].push_back(id);
-            }
-    }
-    for (int root : roots)
-        if (holds(root))
-            ++usesLeft[static_cast<std::size_t>(root)];
-    std::vector<int> ready;
-    for (int id = 0; id < graph.size(); ++id)
-        if (live[static_cast<std::size_t>(id)] && holds(id) && waiting[static_cast<std::size_t>(id)] == 0)
-            ready.push_back(id);
-
-    std::vector<int> placedAt(size, -1);
-    std::vector<int> order;
-    while (!ready.empty()) {
-        // growth: values alive after the node minus before it; recent: the
-        // latest placement among its operands (-1 for a load)
-        std::size_t best = 0;
-        int bestGrowth = 0, bestRecent = 0;
-        for (std::size_t i = 0; i < ready.size(); ++i) {
-            const Node& n = graph.node(ready[i]);
-            int growth = 1, recent = -1;
-            for (int operand : distinctOperands(n)) {
-                if (!holds(operand))
-                    continue;
-                const std::size_t o = static_cast<std::size_t>(operand);
-                recent = std::max(recent, placedAt[o]);
-                if (usesLeft[o] == 1)
-                    --growth;
-            }
-            if (i == 0 || growth < bestGrowth || (growth == bestGrowth && recent > bestRecent)) {
-                best = i;
-                bestGrowth = growth;
-                bestRecent = recent;
-            }
-        }
-        const int id = ready[best];
-        ready.erase(ready.begin() + static_cast<std::ptrdiff_t>(best));
-        placedAt[static_cast<std::size_t>(id)] = static_cast<int>(order.size());
-        order.push_back(id);
-        for (int operand : distinctOperands(graph.node(id)))
-            if (holds(operand))
-                --usesLeft[static_cast<std::size_t>(operand)];
-        for (int user : users[static_cast<std::size_t>(id)])
-            if (--waiting[static_cast<std::size_t>(user)] == 0)
-                ready.push_back(user);
-    }
-    // constant operands are not placed; the printer skips them anyway
-    return order;
-}
-
-}  // namespace
-
-std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
-                       const std::string& indent)
-{
-    return printNodesInOrder(graph, registerOrder(graph, roots), printer, indent);
 }
 
 }  // namespace gen

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <map>
 #include <sstream>
 #include <stdexcept>
 #include <unordered_map>
@@ -28,20 +29,12 @@ struct Table {
 
     Entry& entry(const std::string& kernel)
     {
-        const auto found = index.find(kernel);
-        if (found != index.end())
-            return entries[found->second];
-        index[kernel] = entries.size();
-        entries.push_back({kernel, {}});
-        return entries.back();
+        const auto [at, added] = index.emplace(kernel, entries.size());
+        if (added)
+            entries.push_back({kernel, {}});
+        return entries[at->second];
     }
-};
-
-Table& table()
-{
-    static Table t;
-    return t;
-}
+} table;
 
 }  // namespace
 
@@ -64,41 +57,48 @@ Form Form::parse(const std::string& fields, const std::string& where)
     return form;
 }
 
+const std::string* Form::find(const std::string& field) const
+{
+    for (const auto& [name, value] : fields_)
+        if (name == field)
+            return &value;
+    return nullptr;
+}
+
 Form& Form::set(const std::string& field, const std::string& value)
 {
-    if (!values_.count(field))
-        order_ += (order_.empty() ? "" : " ") + field;
-    values_[field] = value;
+    for (auto& [name, old] : fields_)
+        if (name == field) {
+            old = value;
+            return *this;
+        }
+    fields_.emplace_back(field, value);
     return *this;
 }
 
-bool Form::has(const std::string& field) const { return values_.count(field) != 0; }
+bool Form::has(const std::string& field) const { return find(field) != nullptr; }
 
 const std::string& Form::get(const std::string& field) const
 {
-    const auto found = values_.find(field);
-    if (found == values_.end())
-        formError(kernel, "the table of forms gives no " + field + " (line: " + text() + ")");
-    return found->second;
+    if (const std::string* value = find(field))
+        return *value;
+    formError(kernel, "the table of forms gives no " + field + " (line: " + text() + ")");
 }
 
 std::string Form::text() const
 {
     std::string out;
-    std::istringstream names(order_);
-    std::string name;
-    while (names >> name)
-        out += (out.empty() ? "" : " ") + name + "=" + values_.at(name);
+    for (const auto& [name, value] : fields_)
+        out += (out.empty() ? "" : " ") + name + "=" + value;
     return out;
 }
 
 Form formOf(const std::string& kernel, const std::function<Form()>& search)
 {
-    Table& t = table();
-    Entry& e = t.entry(kernel);
+    Entry& e = table.entry(kernel);
     if (e.visit < 0)
-        e.visit = t.visits++;
-    if (t.exploring && search) {
+        e.visit = table.visits++;
+    if (table.exploring && search) {
         Form found = search();
         found.kernel = kernel;
         e.byTarget[target().name] = found;
@@ -117,7 +117,7 @@ Form formOf(const std::string& kernel, const std::function<Form()>& search)
 
 const Form& formOn(const std::string& kernel, const std::string& targetName)
 {
-    Entry& e = table().entry(kernel);
+    Entry& e = table.entry(kernel);
     const auto at = e.byTarget.find(targetName);
     if (at == e.byTarget.end())
         formError(kernel, "the table of forms has no line for it on " + targetName);
@@ -129,14 +129,13 @@ void loadForms(const std::string& path)
     std::ifstream in(path);
     if (!in)
         throw std::runtime_error("cannot read the table of forms " + path);
-    Table& t = table();
     std::string line;
     int number = 0;
     while (std::getline(in, line)) {
         ++number;
         if (line.empty() || line[0] == '#') {
-            if (t.entries.empty())
-                t.preamble += line + "\n";
+            if (table.entries.empty())
+                table.preamble += line + "\n";
             continue;
         }
         std::istringstream words(line);
@@ -148,26 +147,25 @@ void loadForms(const std::string& path)
             throw std::runtime_error(where + ": a line names a kernel, a target and its fields");
         Form form = Form::parse(rest, where);
         form.kernel = kernel;
-        Entry& e = t.entry(kernel);
+        Entry& e = table.entry(kernel);
         if (!e.byTarget.emplace(targetName, form).second)
             throw std::runtime_error(where + ": a second line for " + kernel + " on " + targetName);
     }
 }
 
-void startExploring() { table().exploring = true; }
+void startExploring() { table.exploring = true; }
 
 void writeForms(const std::string& path)
 {
-    const Table& t = table();
-    // in the order the families ask for their kernels
+    // in the order the families ask for their kernels, the others after them
     std::vector<const Entry*> entries;
-    for (const Entry& e : t.entries)
+    for (const Entry& e : table.entries)
         entries.push_back(&e);
     std::stable_sort(entries.begin(), entries.end(), [](const Entry* a, const Entry* b) {
         return static_cast<unsigned>(a->visit) < static_cast<unsigned>(b->visit);
     });
     std::ostringstream out;
-    out << t.preamble;
+    out << table.preamble;
     for (const Entry* e : entries)
         for (const auto& [targetName, form] : e->byTarget)
             out << e->kernel << " " << targetName << " " << form.text() << "\n";

@@ -15,8 +15,9 @@
 #define KVTGEN_FORMS_H
 
 #include <functional>
-#include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace gen {
 
@@ -37,8 +38,9 @@ public:
     std::string kernel;
 
 private:
-    std::map<std::string, std::string> values_;
-    std::string order_;  // field names in the order set, space separated
+    const std::string* find(const std::string& field) const;
+
+    std::vector<std::pair<std::string, std::string>> fields_;  // name and value, in the order set
 };
 
 // The error that names a kernel whose table entry cannot be built.

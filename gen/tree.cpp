@@ -7,6 +7,21 @@ namespace gen {
 
 namespace {
 
+TreePtr make(const Tree& tree) { return std::make_shared<const Tree>(tree); }
+
+TreePtr make(Tree::Kind kind, int size, const TreePtr& first = nullptr, const TreePtr& second = nullptr)
+{
+    return make(Tree{kind, size, first, second});
+}
+
+// The tree with its top-level factors in the opposite order.
+TreePtr reversedTop(const TreePtr& tree)
+{
+    if (tree->kind != Tree::Kind::Prime && tree->kind != Tree::Kind::Twiddle)
+        return tree;
+    return make(Tree{tree->kind, tree->size, tree->second, tree->first, tree->chirpLength, tree->table});
+}
+
 class Parser {
 public:
     Parser(const std::string& text, const RowLookup& lookup) : text_(text), lookup_(lookup) {}
@@ -21,9 +36,9 @@ public:
     }
 
 private:
-    [[noreturn]] void fail(const char* what)
+    [[noreturn]] void fail(const std::string& what)
     {
-        throw std::runtime_error(std::string("rule \"") + text_ + "\": " + what);
+        throw std::runtime_error("rule \"" + text_ + "\": " + what);
     }
 
     void skipSpace()
@@ -35,23 +50,22 @@ private:
     bool accept(const std::string& word)
     {
         skipSpace();
-        if (text_.compare(pos_, word.size(), word) == 0) {
-            pos_ += word.size();
-            return true;
-        }
-        return false;
+        if (text_.compare(pos_, word.size(), word) != 0)
+            return false;
+        pos_ += word.size();
+        return true;
     }
 
     void expect(const std::string& word)
     {
         if (!accept(word))
-            fail(("expected " + word).c_str());
+            fail("expected " + word);
     }
 
     int number()
     {
         skipSpace();
-        std::size_t start = pos_;
+        const std::size_t start = pos_;
         while (pos_ < text_.size() && std::isdigit(static_cast<unsigned char>(text_[pos_])))
             ++pos_;
         if (start == pos_)
@@ -59,77 +73,53 @@ private:
         return std::stoi(text_.substr(start, pos_ - start));
     }
 
-    TreePtr split(Tree::Kind kind)
-    {
-        expect("(");
-        auto t = std::make_shared<Tree>();
-        t->kind = kind;
-        t->first = parse();
-        expect(",");
-        t->second = parse();
-        expect(")");
-        t->size = t->first->size * t->second->size;
-        return t;
-    }
-
     TreePtr parse()
     {
-        if (accept("P"))
-            return split(Tree::Kind::Prime);
-        if (accept("T"))
-            return split(Tree::Kind::Twiddle);
+        if (accept("P") || accept("T")) {
+            const Tree::Kind kind = text_[pos_ - 1] == 'P' ? Tree::Kind::Prime : Tree::Kind::Twiddle;
+            expect("(");
+            const TreePtr first = parse();
+            expect(",");
+            const TreePtr second = parse();
+            expect(")");
+            return make(kind, first->size * second->size, first, second);
+        }
         if (accept("Rader") || accept("Bluestein")) {
             const bool rader = text_[pos_ - 1] == 'r';
             expect("(");
-            auto t = std::make_shared<Tree>();
-            t->kind = rader ? Tree::Kind::Rader : Tree::Kind::Bluestein;
-            t->size = number();
+            const int size = number();
             expect(";");
-            t->first = parse();
-            if (accept("/"))
-                t->second = parse();
-            else
-                t->second = reversedTop(t->first);
+            const TreePtr first = parse();
+            const TreePtr second = accept("/") ? parse() : reversedTop(first);
             expect(")");
-            t->chirpLength = rader ? 0 : t->first->size;
-            const int inner = t->first->size;
-            if (rader && inner != t->size - 1)
+            const int inner = first->size;
+            if (rader && inner != size - 1)
                 fail("Rader inner length must be p-1");
-            if (!rader && inner < 2 * t->size - 1)
+            if (!rader && inner < 2 * size - 1)
                 fail("chirp length too short");
-            if (t->second->size != inner)
+            if (second->size != inner)
                 fail("inverse inner tree of another length");
-            return t;
+            const Tree::Kind kind = rader ? Tree::Kind::Rader : Tree::Kind::Bluestein;
+            return make(Tree{kind, size, first, second, rader ? 0 : inner});
         }
         const int n = number();
-        auto t = std::make_shared<Tree>();
-        t->size = n;
         if (accept("w")) {
             if (n != 5)
                 fail("w form exists for 5 only");
-            t->kind = Tree::Kind::Direct5w;
-            return t;
+            return make(Tree::Kind::Direct5w, n);
         }
         if (accept("d")) {
             if (n != 7 && n != 11)
                 fail("d form exists for 7 and 11 only");
-            t->kind = Tree::Kind::OddSymmetric;
-            return t;
+            return make(Tree::Kind::OddSymmetric, n);
         }
         if (accept("r"))
             return lookup_(n, true);
-        if (n == 2 || n == 3 || n == 5) {
-            t->kind = Tree::Kind::Direct;
-            return t;
-        }
+        if (n == 2 || n == 3 || n == 5)
+            return make(Tree::Kind::Direct, n);
         if (n == 4) {  // the 4-point butterfly is T(2,2)
-            auto two = std::make_shared<Tree>();
-            two->kind = Tree::Kind::Direct;
-            two->size = 2;
-            t->kind = Tree::Kind::Twiddle;
-            t->first = two;
-            t->second = two;
-            return t;
+            const TreePtr two = make(Tree::Kind::Direct, 2);
+            return make(Tree::Kind::Twiddle, 4, two, two);
         }
         return lookup_(n, false);
     }
@@ -141,32 +131,6 @@ private:
 
 }  // namespace
 
-TreePtr parseTree(const std::string& text, const RowLookup& lookup)
-{
-    return Parser(text, lookup).parseAll();
-}
-
-TreePtr reversedTop(const TreePtr& tree)
-{
-    if (tree->kind != Tree::Kind::Prime && tree->kind != Tree::Kind::Twiddle)
-        return tree;
-    auto t = std::make_shared<Tree>(*tree);
-    std::swap(t->first, t->second);
-    return t;
-}
-
-std::string Tree::text() const
-{
-    switch (kind) {
-    case Kind::Direct: return std::to_string(size);
-    case Kind::Direct5w: return "5w";
-    case Kind::OddSymmetric: return std::to_string(size) + "d";
-    case Kind::Prime: return "P(" + first->text() + "," + second->text() + ")";
-    case Kind::Twiddle: return "T(" + first->text() + "," + second->text() + ")";
-    case Kind::Rader: return "Rader(" + std::to_string(size) + "; " + first->text() + ")";
-    case Kind::Bluestein: return "Bluestein(" + std::to_string(size) + "; " + std::to_string(chirpLength) + ")";
-    }
-    return "?";
-}
+TreePtr parseTree(const std::string& text, const RowLookup& lookup) { return Parser(text, lookup).parseAll(); }
 
 }  // namespace gen

@@ -21,8 +21,6 @@ struct Tree {
     std::shared_ptr<const Tree> second;  // b-point stage of a split; inverse inner tree
     int chirpLength = 0;                 // Bluestein's zero-padded length
     int table = 0;                       // rule table a row came from (families with several)
-
-    std::string text() const;
 };
 
 using TreePtr = std::shared_ptr<const Tree>;
@@ -32,10 +30,9 @@ using RowLookup = std::function<TreePtr(int size, bool raderRow)>;
 
 // Parses the text form of a tree.  Leaves 2..5, 5w, 7d, 11d are direct; a bare
 // number above 5 or a number with "r" is resolved through `lookup`.
+// A prime or chirp rule without an inverse inner tree takes its forward one
+// with the top-level factors in the opposite order.
 TreePtr parseTree(const std::string& text, const RowLookup& lookup);
-
-// The tree with its top-level factors in the opposite order.
-TreePtr reversedTop(const TreePtr& tree);
 
 }  // namespace gen
 

@@ -3,12 +3,18 @@
 // size, beside the header of networks (wht_networks.cpp) that the kernels
 // call.  A kernel tests its pointers, turns its flag into the factor, and runs
 // its network (orders up to 7) or its passes through a work buffer (orders 8
-// to 13, wht_passes.cpp); from order 4 on an unaligned twin serves arrays that
+// to 13): a block pass of networks over blocks of samples into the work
+// buffer, then column passes that combine whole vectors at a stride, strip by
+// strip where the order is too long for two passes.  The 256-bit file's passes
+// come from the table of forms and are checked to cover the order with the
+// 128-bit file's buffer.  From order 4 on an unaligned twin serves arrays that
 // are not aligned to 16 bytes.  The loops of the blocked orders live in
 // src/wht/passes.h.
 #include <cmath>
+#include <cstdlib>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "family.h"
 #include "forms.h"
@@ -16,116 +22,187 @@
 
 namespace gen::wht {
 
+namespace {
+
+// The 128-bit file's passes of orders 8 to 13, Real32 and Real64.
+const Passes narrow[2][6] = {
+    {{32, {8}, 0, {}}, {64, {8}, 0, {}}, {64, {16}, 0, {}}, {64, {32}, 0, {}}, {64, {8}, 512, {8}},
+     {64, {8}, 512, {16}}},
+    {{32, {8}, 0, {}}, {32, {16}, 0, {}}, {128, {8}, 0, {}}, {32, {8}, 256, {8}}, {32, {8}, 256, {16}},
+     {128, {8}, 1024, {8}}}};
+
+const Passes& narrowPassesOf(const Sample& s, int order) { return narrow[s.type == Type::F32 ? 0 : 1][order - 8]; }
+
+// "8,4" -> {8, 4}; "-" -> {}
+std::vector<int> radicesOf(const Form& form, const std::string& field)
+{
+    std::vector<int> radices;
+    std::istringstream list(form.get(field) == "-" ? "" : form.get(field));
+    for (std::string item; std::getline(list, item, ',');)
+        radices.push_back(std::atoi(item.c_str()));
+    return radices;
+}
+
+}  // namespace
+
 std::string kernelName(const Sample& s, int order)
 {
     return "kvtgWHT_" + std::to_string(order) + "_" + s.suffix;
 }
 
+// The 256-bit passes were chosen by timing, not by a search of the generator:
+// exploring keeps the lines as they are.
+Passes widePassesOf(const Sample& s, int order)
+{
+    const Form form = formOf(kernelName(s, order), nullptr);
+    if (form.get("body") != "passes")
+        formError(form.kernel, "a blocked order of the 256-bit file takes passes");
+    const Passes p{std::atoi(form.get("block").c_str()), radicesOf(form, "first"), std::atoi(form.get("strip").c_str()),
+                   radicesOf(form, "last"), form.get("traded") == "yes"};
+    if (p.block < 2 || (p.block & (p.block - 1)) != 0 || p.first.empty())
+        formError(form.kernel, "passes need a block of a power of two and a first run");
+    return p;
+}
+
 namespace {
 
-// A kernel with one body only on the current target (the scalar or vector
-// network, or the 128-bit passes): its line of the table must name it.
-void expectOneBody(const std::string& name, const std::string& body)
+// Bytes of the work buffer: N samples, plus one strip for a three-pass kernel.
+int bufferBytes(const Sample& s, int order)
 {
-    const Form form = formOf(name, [&] { return Form().set("body", body); });
-    if (form.get("body") != body)
-        formError(name, "the one body of this kernel on this target is " + body);
+    if (order < 8)
+        return 0;
+    return ((1 << order) + narrowPassesOf(s, order).strip) * (s.type == Type::F32 ? 4 : 8);
 }
 
-// The parameters of a kernel, and the arguments that pass them on.
-std::string parameters(const Sample& s, bool blocked)
-{
-    const std::string real = s.real;
-    return "const " + real + "* src, " + real + "* dst, int32_t flag" + (blocked ? ", uint8_t* buffer" : "");
-}
-
-std::string arguments(bool blocked) { return std::string("src, dst, flag") + (blocked ? ", buffer" : ""); }
-
-// The statements of a kernel's run after its tests: the network, or the
-// passes of a blocked order through the work buffer, the caller's or one
-// allocated for the call.
-std::string runBody(const Sample& s, int order, const std::string& access)
-{
-    const bool blocked = order >= 8;
-    const bool vector = s.type == Type::F32 ? order >= 4 : order >= 3;
-    const std::string real = s.real;
-    const std::string broadcast = std::string(s.broadcast) + "(s)";
-    std::ostringstream out;
-    if (!vector) {
-        out << "    wht::network" << s.suffix << "_" << order << "(src, dst, s);\n";
-    } else if (!blocked) {
-        out << "    wht::network" << s.suffix << "_" << order << "<" << access << ", " << access << ", true>(src, dst, "
-            << broadcast << ");\n";
-    } else {
-        out << "    // a buffer of our own lives for this call only\n"
-            << "    uint8_t* const work = buffer != nullptr ? buffer : static_cast<uint8_t*>(kvtMalloc(" << bufferBytes(s, order)
-            << "));\n"
-            << "    " << real << "* const main = reinterpret_cast<" << real << "*>(work);\n";
-        if (s.halves != nullptr)
-            out << widePasses(s, order);
-        else
-            out << narrowPasses(s, order, access);
-        out << "    if (buffer == nullptr)\n        kvtFree(work);\n";
-    }
-    return out.str();
-}
-
-// The run of a kernel: the tests of its pointers and flag, then its body;
-// from order 4 on a template over the access class of src and dst.
-std::string runFunction(const Sample& s, int order)
+// The statements of the passes of a blocked kernel, from src through the work
+// buffer `main` into dst; the first pass reads src and the last writes dst
+// through the kernel's access class `Access`.  Column passes after the first
+// work in place on their target (dst or a strip of main); src is read in full
+// by the block pass before anything is written to dst, so src == dst keeps
+// working.
+std::string passes(const Sample& s, int order)
 {
     const int n = 1 << order;
-    const bool twin = order >= 4;
-    const std::string real = s.real;
-    const std::string byN = literal(s.type, roundTo(s.type, 1.0L / n));
-    const std::string bySqrt = literal(s.type, roundTo(s.type, 1.0L / std::sqrt(static_cast<long double>(n))));
+    const bool wide = s.halves != nullptr;
+    const Passes p = wide ? widePassesOf(s, order) : narrowPassesOf(s, order);
+    const int length = p.strip > 0 ? p.strip : n;
+    int strip = p.block, whole = length;  // the samples that the block pass and `first`, and all passes, cover
+    for (int r : p.first)
+        strip *= r;
+    for (int r : p.last)
+        whole *= r;
+    if (strip != length || whole != n || (p.strip > 0) != !p.last.empty() || p.strip > narrowPassesOf(s, order).strip)
+        formError(kernelName(s, order), "its passes do not cover the order, or need a longer strip than the "
+                                        "128-bit passes give the work buffer");
+    const std::string types = std::string(s.real) + ", " + s.vector + ", ";
+    const std::string lanes = std::to_string(s.lanes);
+    // a run of column passes from `from` into `to`, rows of `row` samples at first
+    auto run = [&](const std::vector<int>& radices, bool traded, const std::string& from, const std::string& to,
+                   const std::string& toAccess, int row, int count, bool scaledLast, const std::string& indent) {
+        std::ostringstream out;
+        for (std::size_t i = 0; i < radices.size(); ++i) {
+            const std::string scaled = scaledLast && i + 1 == radices.size() ? ", true>" : ", false>";
+            const bool fromPairs = traded && i == 0;  // rows in pairs, as the block pass left them
+            const std::string r = std::to_string(radices[i]);
+            const std::string network = fromPairs ? "wht::" + s.function("tradedColumns", radices[i]) + "<" + toAccess
+                                                  : "wht::" + s.function("columns", radices[i]) + "<" +
+                                                        (i == 0 ? s.aligned : toAccess) + ", " + toAccess;
+            if (!wide)
+                out << indent << "wht::columnPass<" << types << network << scaled << ">(" << from << ", " << to << ", "
+                    << count / radices[i] << ", " << lanes << ", " << s.factor() << ");\n";
+            else
+                out << indent << "wht::columnGroups<" << types << network << scaled << (fromPairs ? ", 2>(" : ">(")
+                    << (i == 0 ? from : to) << ", " << to << ", " << count << ", " << row << ", " << r << ", " << lanes
+                    << ", " << s.factor() << ");\n";
+            row *= radices[i];
+        }
+        return out.str();
+    };
+    const int blockOrder = static_cast<int>(std::log2(p.block));
+    const std::string block = "wht::blockPass<" + types +
+                              (p.traded ? "wht::" + s.function("traded", blockOrder)
+                                        : "wht::" + s.function("network", blockOrder) + "<Access, " + s.aligned +
+                                              ", false>") +
+                              ">";
+    const int passBlock = p.traded ? 2 * p.block : p.block;
     std::ostringstream out;
-    out << (twin ? "template <class Access>\n" : "") << "inline Status run(" << parameters(s, order >= 8) << ")\n{\n"
-        << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
-        << "    " << real << " s;\n"
-        << "    if (!kvtg::pickFactor<" << real << ">(flag, kvtg::Direction::Both, " << byN << ", " << bySqrt << ", s))\n"
-        << "        return StatusBadFlag;\n";
-    out << runBody(s, order, twin ? "Access" : s.unaligned);
-    out << "    return StatusOk;\n}\n\n";
+    if (p.strip == 0) {
+        out << "    " << block << "(src, main, " << n << ", " << passBlock << ");\n"
+            << run(p.first, p.traded, "main", "dst", "Access", p.block, n, true, "    ");
+        return out.str();
+    }
+    const std::string stripTarget = "main + t * " + std::to_string(length);
+    out << "    " << s.real << "* const strip = main + " << n << ";\n"
+        << "    for (int t = 0; t < " << n / length << "; ++t) {\n"
+        << "        " << block << "(src + t * " << length << ", strip, " << length << ", " << passBlock << ");\n"
+        << run(p.first, p.traded, "strip", stripTarget, s.aligned, p.block, length, false, "        ") << "    }\n"
+        << run(p.last, false, "main", "dst", "Access", length, n, true, "    ");
     return out.str();
 }
 
-// The exported kernel and, from order 4 on, its unaligned twin, which the
-// kernel hands the call to where src or dst is not aligned to 16 bytes.
-std::string entryPoints(const Sample& s, int order)
+// The run of a kernel: the tests of its pointers and flag, then its network,
+// or the passes of a blocked order through the work buffer, the caller's or
+// one allocated for the call; from order 4 on a template over the access
+// class of src and dst.
+std::string runFunction(const Sample& s, int order, const std::string& parameters)
 {
-    const bool blocked = order >= 8;
-    const std::string name = kernelName(s, order);
-    const std::string twinName = "owngWHT_" + std::to_string(order) + "_" + s.suffix + "_unaligned";
-    const std::string args = parameters(s, blocked);
-    const std::string callArgs = arguments(blocked);
+    const bool twin = order >= 4;
+    const std::string real = s.real, access = twin ? "Access" : s.unaligned;
     std::ostringstream out;
-    if (order >= 4) {
-        out << "extern \"C\" Status " << twinName << "(" << args << ");\n\n"
-            << "extern \"C\" Status " << twinName << "(" << args << ")\n{\n"
-            << "    return run<" << s.unaligned << ">(" << callArgs << ");\n}\n\n"
-            << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n"
-            << "    if (!kvtg::bothAligned16(src, dst))\n        return " << twinName << "(" << callArgs << ");\n"
-            << "    return run<" << s.aligned << ">(" << callArgs << ");\n}\n";
-    } else {
-        out << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n    return run(" << callArgs << ");\n}\n";
-    }
+    out << (twin ? "template <class Access>\n" : "") << "inline Status run(" << parameters << ")\n{\n"
+        << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
+        << "    " << real << " s;\n"
+        << "    if (!kvtg::pickFactor<" << real << ">(flag, kvtg::Direction::Both, "
+        << factorLiterals(s.type, 1 << order) << ", s))\n        return StatusBadFlag;\n";
+    if (!s.vectorOrder(order))
+        out << "    wht::" << s.function("network", order) << "(src, dst, s);\n";
+    else if (order < 8)
+        out << "    wht::" << s.function("network", order) << "<" << access << ", " << access << ", true>(src, dst, "
+            << s.factor() << ");\n";
+    else
+        out << "    // a buffer of our own lives for this call only\n"
+            << "    uint8_t* const work = buffer != nullptr ? buffer : static_cast<uint8_t*>(kvtMalloc("
+            << bufferBytes(s, order) << "));\n"
+            << "    " << real << "* const main = reinterpret_cast<" << real << "*>(work);\n"
+            << passes(s, order) << "    if (buffer == nullptr)\n        kvtFree(work);\n";
+    out << "    return StatusOk;\n}\n\n";
     return out.str();
 }
 
 std::string kernelUnit(const Sample& s, int order)
 {
-    const int n = 1 << order;
     const bool blocked = order >= 8;
-    const bool vector = s.type == Type::F32 ? order >= 4 : order >= 3;
-    if (!blocked || s.halves == nullptr)
-        expectOneBody(kernelName(s, order), !vector ? "scalar" : blocked ? "blocks" : "network");
-
+    const std::string name = kernelName(s, order);
+    // A kernel with one body only on the current target (the scalar or vector
+    // network, or the 128-bit passes): its line of the table must name it.
+    if (!blocked || s.halves == nullptr) {
+        const std::string body = !s.vectorOrder(order) ? "scalar" : blocked ? "blocks" : "network";
+        if (formOf(name, [&] { return Form().set("body", body); }).get("body") != body)
+            formError(name, "the one body of this kernel on this target is " + body);
+    }
+    const std::string args = "const " + std::string(s.real) + "* src, " + s.real + "* dst, int32_t flag" +
+                             (blocked ? ", uint8_t* buffer" : "");
+    const std::string callArgs = std::string("src, dst, flag") + (blocked ? ", buffer" : "");
     std::ostringstream out;
     out << "// Generated by kvtgen; do not edit.\n"
-        << "// Walsh-Hadamard transform of order " << order << " (" << n << " samples), " << (s.type == Type::F32 ? "Real32" : "Real64")
-        << ".\n#include \"frame.h\"\n#include \"wht/passes.h\"\n#include \"wht_networks.h\"\n\nnamespace {\n\n";
-    out << runFunction(s, order) << "}  // namespace\n\n" << entryPoints(s, order);
+        << "// Walsh-Hadamard transform of order " << order << " (" << (1 << order) << " samples), "
+        << (s.type == Type::F32 ? "Real32" : "Real64") << ".\n"
+        << "#include \"frame.h\"\n#include \"wht/passes.h\"\n#include \"wht_networks.h\"\n\nnamespace {\n\n"
+        << runFunction(s, order, args) << "}  // namespace\n\n";
+    if (order < 4) {
+        out << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n    return run(" << callArgs
+            << ");\n}\n";
+        return out.str();
+    }
+    // the unaligned twin, which the kernel hands the call to where src or dst
+    // is not aligned to 16 bytes
+    const std::string twinName = "owngWHT_" + std::to_string(order) + "_" + s.suffix + "_unaligned";
+    out << "extern \"C\" Status " << twinName << "(" << args << ");\n\n"
+        << "extern \"C\" Status " << twinName << "(" << args << ")\n{\n"
+        << "    return run<" << s.unaligned << ">(" << callArgs << ");\n}\n\n"
+        << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n"
+        << "    if (!kvtg::bothAligned16(src, dst))\n        return " << twinName << "(" << callArgs << ");\n"
+        << "    return run<" << s.aligned << ">(" << callArgs << ");\n}\n";
     return out.str();
 }
 

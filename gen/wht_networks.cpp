@@ -5,18 +5,11 @@
 // of 2^k samples the stages h = 1, 2, 4, ... run in that order, each pair
 // (n, n+h) giving a+b at n and a-b at n+h, exactly the plain radix-2 network.
 // A vector holds `lanes` consecutive samples; the stages h < lanes pair samples
-// inside a vector and need lane moves, every later stage is whole-vector
-// arithmetic.  With 128-bit vectors, Real32 networks from 16 samples transpose
-// 4x4 blocks for the stages h = 1, 2 and Real64 networks from 8 samples
-// interleave pairs of vectors for the stage h = 1.  With 256-bit vectors (8
-// floats or 4 doubles) each pair of vectors is loaded with its 128-bit halves
-// traded, which puts the top lane bit across the pair, then splits even and odd
-// lanes once per remaining stage, which rotates the next index bit across the
-// pair; a last trade of halves restores the rows.  The block passes of the
-// blocked orders skip that trade: they hold two blocks, one per half, and the
-// column pass after them loads each row from its halves.  The lane moves only
-// carry samples, so every addition keeps its two operands and the bits don't
-// depend on the width.  Column networks combine R whole vectors at a stride.
+// inside a vector and need lane moves (transposedBlocks, interleavedPairs and
+// splitPairs below, by vector width), every later stage is whole-vector
+// arithmetic.  The lane moves only carry samples, so every addition keeps its
+// two operands and the bits don't depend on the width.  Column networks
+// combine R whole vectors at a stride.
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -34,41 +27,39 @@ namespace gen::wht {
 
 namespace {
 
-std::string butterfly(const Sample& s, const std::string& a, const std::string& b, const std::string& indent)
+std::string v(int j) { return "v" + std::to_string(j); }
+
+std::string butterfly(const Sample& s, int a, int b, const std::string& indent)
 {
-    return indent + "{ const " + s.vector + " t = " + a + "; " + a + " = kv::add(t, " + b + "); " + b + " = kv::sub(t, " + b +
-           "); }\n";
+    return indent + "{ const " + s.vector + " t = " + v(a) + "; " + v(a) + " = kv::add(t, " + v(b) + "); " + v(b) +
+           " = kv::sub(t, " + v(b) + "); }\n";
 }
 
 // Four floats per vector: each 4x4 block is transposed, takes the stages
 // h = 1, 2 as whole-vector arithmetic and is transposed back.
-std::string transposedBlocks(const Sample&, int count)
+std::string transposedBlocks(int count)
 {
     std::ostringstream out;
-    // stages 1 and 2 across the columns of each 4x4 block
     for (int g = 0; g < count; g += 4) {
-        const std::string v0 = "v" + std::to_string(g), v1 = "v" + std::to_string(g + 1),
-                          v2 = "v" + std::to_string(g + 2), v3 = "v" + std::to_string(g + 3);
-        out << "    transposeBlock(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
-        out << "    {\n"
+        const std::string v0 = v(g), v1 = v(g + 1), v2 = v(g + 2), v3 = v(g + 3);
+        const std::string transpose = "    transposeBlock(" + v0 + ", " + v1 + ", " + v2 + ", " + v3 + ");\n";
+        out << transpose << "    {\n"
             << "        const kv::fvec p0 = kv::add(" << v0 << ", " << v1 << "), p1 = kv::sub(" << v0 << ", " << v1 << ");\n"
             << "        const kv::fvec p2 = kv::add(" << v2 << ", " << v3 << "), p3 = kv::sub(" << v2 << ", " << v3 << ");\n"
             << "        " << v0 << " = kv::add(p0, p2);\n        " << v2 << " = kv::sub(p0, p2);\n"
             << "        " << v1 << " = kv::add(p1, p3);\n        " << v3 << " = kv::sub(p1, p3);\n"
-            << "    }\n";
-        out << "    transposeBlock(" << v0 << ", " << v1 << ", " << v2 << ", " << v3 << ");\n";
+            << "    }\n" << transpose;
     }
     return out.str();
 }
 
 // Two doubles per vector: the stage h = 1 between the interleaved lanes of
-// each pair of vectors.
-std::string interleavedPairs(const Sample&, int count)
+// each pair of vectors, then back to rows.
+std::string interleavedPairs(int count)
 {
     std::ostringstream out;
-    // stage 1 within each pair of vectors, then back to rows
     for (int j = 0; j < count; j += 2) {
-        const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
+        const std::string a = v(j), b = v(j + 1);
         out << "    {\n"
             << "        const kv::dvec even = kv::unpackLow(" << a << ", " << b << "), odd = kv::unpackHigh(" << a << ", "
             << b << ");\n"
@@ -87,35 +78,57 @@ std::string interleavedPairs(const Sample&, int count)
 // lanes then rotates the bits (pair, lane 0, .., lane top-1) by one place, so
 // that the lane bits 0, 1, .. come between a and b in turn, each taking its
 // stage there; after the last rotation the top lane bit is back between a and
-// b and a trade of halves in registers restores the rows for the stage
-// h = lanes.  Four lane moves per vector for three stages of 8 floats, three
-// for two stages of 4 doubles.
-std::string exchangedPairs(const Sample& s, int count)
+// b and, with `restore`, a trade of halves in registers restores the rows for
+// the stage h = lanes.  Four lane moves per vector for three stages of 8
+// floats, three for two stages of 4 doubles.
+std::string splitPairs(const Sample& s, int count, bool restore)
 {
     std::ostringstream out;
     for (int j = 0; j < count; j += 2) {
-        const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
-        // the halves were traded by the loads
         out << "    {\n";
         for (int h = 1; h < s.lanes; h *= 2)
-            out << "        splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
-        out << "        exchangeHalves(" << a << ", " << b << ");\n    }\n";
+            out << "        splitEvenOdd(" << v(j) << ", " << v(j + 1) << ");\n" << butterfly(s, j, j + 1, "        ");
+        if (restore)
+            out << "        exchangeHalves(" << v(j) << ", " << v(j + 1) << ");\n";
+        out << "    }\n";
     }
     return out.str();
 }
 
-const Sample real32{"32f", "float", "kv::fvec", 4, Type::F32, "kv::broadcast<kv::fvec>", "kv::AlignedAccess", "kv::UnalignedAccess",
-                    transposedBlocks, nullptr};
-const Sample real64{"64f", "double", "kv::dvec", 2, Type::F64, "kv::broadcast<kv::dvec>", "kv::AlignedAccess", "kv::UnalignedAccess",
-                    interleavedPairs, nullptr};
+// The stages between whole vectors j and j + step, from `step` on.
+std::string vectorStages(const Sample& s, int count, int step)
+{
+    std::string out;
+    for (; step < count; step *= 2)
+        for (int j = 0; j < count; ++j)
+            if ((j & step) == 0)
+                out += butterfly(s, j, j + step, "    ");
+    return out;
+}
+
+// Vector j loaded from its two 128-bit halves at x + low and x + high.
+std::string joined(const Sample& s, int j, const std::string& low, const std::string& high)
+{
+    return "    " + std::string(s.vector) + " " + v(j) + " = kv::join(" + s.halves + "::loadVector(x + " + low + "), " +
+           s.halves + "::loadVector(x + " + high + "));\n";
+}
+
+// Vector j stored at y + offset, times s under Scaled.
+std::string scaledStore(int j, const std::string& offset)
+{
+    return "    Store::storeVector(y + " + offset + ", Scaled ? kv::mul(" + v(j) + ", s) : " + v(j) + ");\n";
+}
+
+const Sample real32{"32f", "float", "kv::fvec", 4, Type::F32, "kv::AlignedAccess", "kv::UnalignedAccess", nullptr};
+const Sample real64{"64f", "double", "kv::dvec", 2, Type::F64, "kv::AlignedAccess", "kv::UnalignedAccess", nullptr};
 // The 256-bit forms: a kernel knows its arrays to be aligned to 16 bytes, not
 // 32, so every 256-bit access is an unaligned move, which costs no more than
 // an aligned one where the address happens to be a multiple of 32; aligned
 // kernels and twins differ in their route only.
-const Sample wide32{"32f", "float", "kv::fwide", 8, Type::F32, "kv::broadcast<kv::fwide>", "wht::WideAccess", "wht::WideAccess",
-                    exchangedPairs, "kv::UnalignedAccess"};
-const Sample wide64{"64f", "double", "kv::dwide", 4, Type::F64, "kv::broadcast<kv::dwide>", "wht::WideAccess", "wht::WideAccess",
-                    exchangedPairs, "kv::UnalignedAccess"};
+const Sample wide32{"32f", "float", "kv::fwide", 8, Type::F32, "wht::WideAccess", "wht::WideAccess",
+                    "kv::UnalignedAccess"};
+const Sample wide64{"64f", "double", "kv::dwide", 4, Type::F64, "wht::WideAccess", "wht::WideAccess",
+                    "kv::UnalignedAccess"};
 
 }  // namespace
 
@@ -128,22 +141,19 @@ namespace {
 std::string scalarNetwork(const Sample& s, int order)
 {
     const int n = 1 << order;
+    const std::string real = s.real;
     std::ostringstream out;
     out << "// " << n << "-point network on single numbers, then the scale.\n"
-        << "inline void network" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
-        << s.real << " s)\n{\n";
+        << "inline void " << s.function("network", order) << "(const " << real << "* x, " << real << "* y, " << real
+        << " s)\n{\n";
     for (int i = 0; i < n; ++i)
-        out << "    const " << s.real << " a" << i << " = x[" << i << "];\n";
+        out << "    const " << real << " a" << i << " = x[" << i << "];\n";
     std::string prefix = "a";
-    int level = 0;
-    for (int h = 1; h < n; h *= 2, ++level) {
+    for (int h = 1, level = 0; h < n; h *= 2, ++level) {
         const std::string next = "b" + std::to_string(level) + "_";
-        for (int i = 0; i < n; ++i) {
-            if (i & h)
-                out << "    const " << s.real << " " << next << i << " = " << prefix << (i - h) << " - " << prefix << i << ";\n";
-            else
-                out << "    const " << s.real << " " << next << i << " = " << prefix << i << " + " << prefix << (i + h) << ";\n";
-        }
+        for (int i = 0; i < n; ++i)
+            out << "    const " << real << " " << next << i << " = " << prefix << (i & h ? i - h : i)
+                << (i & h ? " - " : " + ") << prefix << (i & h ? i : i + h) << ";\n";
         prefix = next;
     }
     for (int i = 0; i < n; ++i)
@@ -156,34 +166,25 @@ std::string scalarNetwork(const Sample& s, int order)
 // multiplies every output by s as it is stored.
 std::string vectorNetwork(const Sample& s, int order)
 {
-    const int n = 1 << order, count = n / s.lanes;
+    const int n = 1 << order, count = n / s.lanes, half = s.lanes / 2;
     std::ostringstream out;
     out << "// " << n << "-point network in " << count << " vectors of " << s.lanes << " samples.\n"
         << "template <class Load, class Store, bool Scaled>\n"
-        << "inline void network" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
+        << "inline void " << s.function("network", order) << "(const " << s.real << "* x, " << s.real << "* y, "
         << s.vector << " s)\n{\n";
-    if (s.halves != nullptr) {
-        const int half = s.lanes / 2;
-        for (int j = 0; j < count; j += 2)
-            for (int k = 0; k < 2; ++k)
-                out << "    " << s.vector << " v" << j + k << " = kv::join(" << s.halves << "::loadVector(x + "
-                    << j * s.lanes + k * half << "), " << s.halves << "::loadVector(x + " << (j + 1) * s.lanes + k * half
-                    << "));\n";
-    } else {
-        for (int j = 0; j < count; ++j)
-            out << "    " << s.vector << " v" << j << " = Load::loadVector(x + " << j * s.lanes << ");\n";
+    for (int j = 0; j < count; ++j) {
+        if (s.halves == nullptr)
+            out << "    " << s.vector << " " << v(j) << " = Load::loadVector(x + " << j * s.lanes << ");\n";
+        else  // the pair (j & ~1, j | 1) with its halves traded
+            out << joined(s, j, std::to_string((j & ~1) * s.lanes + (j & 1) * half),
+                          std::to_string((j | 1) * s.lanes + (j & 1) * half));
     }
-    out << s.laneStages(s, count);
-    // whole-vector stages: vectors j and j + step, step = h / lanes
-    for (int h = s.lanes, step = 1; h < n; h *= 2, step *= 2) {
-        for (int j = 0; j < count; ++j) {
-            if (j & step)
-                continue;
-            out << butterfly(s, "v" + std::to_string(j), "v" + std::to_string(j + step), "    ");
-        }
-    }
+    out << (s.halves != nullptr ? splitPairs(s, count, true)
+            : s.type == Type::F32 ? transposedBlocks(count)
+                                  : interleavedPairs(count))
+        << vectorStages(s, count, 1);
     for (int j = 0; j < count; ++j)
-        out << "    Store::storeVector(y + " << j * s.lanes << ", Scaled ? kv::mul(v" << j << ", s) : v" << j << ");\n";
+        out << scaledStore(j, std::to_string(j * s.lanes));
     out << "}\n\n";
     return out.str();
 }
@@ -204,27 +205,14 @@ std::string tradedNetwork(const Sample& s, int order)
     std::ostringstream out;
     out << "// Two " << block << "-point networks in " << count << " vectors of " << s.lanes
         << " samples, the blocks in the halves.\n"
-        << "inline void traded" << s.suffix << "_" << order << "(const " << s.real << "* x, " << s.real << "* y, "
+        << "inline void " << s.function("traded", order) << "(const " << s.real << "* x, " << s.real << "* y, "
         << s.vector << ")\n{\n";
     for (int j = 0; j < count; ++j)
-        out << "    " << s.vector << " v" << j << " = kv::join(" << s.halves << "::loadVector(x + " << j * half << "), "
-            << s.halves << "::loadVector(x + " << block + j * half << "));\n";
-    for (int j = 0; j < count; j += 2) {
-        const std::string a = "v" + std::to_string(j), b = "v" + std::to_string(j + 1);
-        out << "    {\n";
-        for (int h = 1; h < s.lanes; h *= 2)
-            out << "        splitEvenOdd(" << a << ", " << b << ");\n" << butterfly(s, a, b, "        ");
-        out << "    }\n";
-    }
+        out << joined(s, j, std::to_string(j * half), std::to_string(block + j * half));
     // sample bit log2(h) of a block is bit log2(h / half) of the vector index
-    for (int h = s.lanes, step = 2; h < block; h *= 2, step *= 2)
-        for (int j = 0; j < count; ++j) {
-            if (j & step)
-                continue;
-            out << butterfly(s, "v" + std::to_string(j), "v" + std::to_string(j + step), "    ");
-        }
+    out << splitPairs(s, count, false) << vectorStages(s, count, 2);
     for (int j = 0; j < count; ++j)
-        out << "    WideAccess::storeVector(y + " << j * s.lanes << ", v" << j << ");\n";
+        out << "    WideAccess::storeVector(y + " << j * s.lanes << ", " << v(j) << ");\n";
     out << "}\n\n";
     return out.str();
 }
@@ -233,32 +221,25 @@ std::string tradedNetwork(const Sample& s, int order)
 // traded: the rows come in pairs as tradedNetwork stores them, x pointing at
 // twice the position within a row: row r's vector is made of the halves that
 // hold it, at x + (r - r % 2) stride + (r % 2) half and `lanes` further on.
-std::string columnNetwork(const Sample& s, int radix, bool traded = false)
+std::string columnNetwork(const Sample& s, int radix, bool traded)
 {
     std::ostringstream out;
     out << "// Radix-" << radix << " stages over " << radix << " vectors at a stride"
         << (traded ? ", read from pairs of rows in the halves of their vectors" : "") << ".\n"
         << (traded ? "template <class Store, bool Scaled>\n" : "template <class Load, class Store, bool Scaled>\n")
-        << "inline void " << (traded ? "tradedColumns" : "columns") << s.suffix << "_" << radix << "(const " << s.real
-        << "* x, " << s.real << "* y, int stride, " << s.vector << " s)\n{\n";
+        << "inline void " << s.function(traded ? "tradedColumns" : "columns", radix) << "(const " << s.real << "* x, "
+        << s.real << "* y, int stride, " << s.vector << " s)\n{\n";
     for (int r = 0; r < radix; ++r) {
-        if (traded) {
-            const int offset = (r % 2) * (s.lanes / 2);
-            out << "    " << s.vector << " v" << r << " = kv::join(" << s.halves << "::loadVector(x + " << r - r % 2
-                << " * stride + " << offset << "), " << s.halves << "::loadVector(x + " << r - r % 2 << " * stride + "
-                << offset + s.lanes << "));\n";
-        } else {
-            out << "    " << s.vector << " v" << r << " = Load::loadVector(x + " << r << " * stride);\n";
-        }
+        const std::string row = std::to_string(r - r % 2) + " * stride + ";
+        const int offset = (r % 2) * (s.lanes / 2);
+        if (traded)
+            out << joined(s, r, row + std::to_string(offset), row + std::to_string(offset + s.lanes));
+        else
+            out << "    " << s.vector << " " << v(r) << " = Load::loadVector(x + " << r << " * stride);\n";
     }
-    for (int step = 1; step < radix; step *= 2)
-        for (int r = 0; r < radix; ++r) {
-            if (r & step)
-                continue;
-            out << butterfly(s, "v" + std::to_string(r), "v" + std::to_string(r + step), "    ");
-        }
+    out << vectorStages(s, radix, 1);
     for (int r = 0; r < radix; ++r)
-        out << "    Store::storeVector(y + " << r << " * stride, Scaled ? kv::mul(v" << r << ", s) : v" << r << ");\n";
+        out << scaledStore(r, std::to_string(r) + " * stride");
     out << "}\n\n";
     return out.str();
 }
@@ -285,8 +266,8 @@ std::vector<double> plainNetwork(std::vector<double> v, bool single)
 struct NetworkShape {
     int rows, lanes, stride;
     bool scaled;
-    std::function<long(int r, int c)> loaded;
-    std::function<long(int r, int c)> stored;
+    std::function<int(int r, int c)> loaded;
+    std::function<int(int r, int c)> stored;
 };
 
 // Runs the printed function on the check inputs and holds every lane column
@@ -299,35 +280,35 @@ std::string verified(const std::string& function, const Sample& s, const Network
     const std::string body = function.substr(open + 3, function.rfind('}') - open - 3);
     const std::size_t start = function.find("inline void ") + 12;
     const std::string name = function.substr(start, function.find('(') - start);
-    long extent = 0;
+    int extent = 0;
     for (int r = 0; r < shape.rows; ++r)
         for (int c = 0; c < shape.lanes; ++c)
             extent = std::max(extent, shape.loaded(r, c) + 1);
-    verifyPrintedText(name + " of the Walsh-Hadamard networks", body,
-                      verifierInputs(static_cast<int>(extent), single), {scale, single, shape.stride},
-                      [&](const std::vector<double>& x) {
-                          std::map<int, double> values;
-                          for (int c = 0; c < shape.lanes; ++c) {
-                              std::vector<double> column;
-                              for (int r = 0; r < shape.rows; ++r)
-                                  column.push_back(x[static_cast<std::size_t>(shape.loaded(r, c))]);
-                              column = plainNetwork(column, single);
-                              for (int r = 0; r < shape.rows; ++r) {
-                                  const double v = column[static_cast<std::size_t>(r)];
-                                  values[static_cast<int>(shape.stored(r, c))] =
-                                      shape.scaled ? (single ? static_cast<float>(v) * static_cast<float>(scale) : v * scale) : v;
-                              }
-                          }
-                          return values;
-                      });
+    const auto reference = [&](const std::vector<double>& x) {
+        std::map<int, double> values;
+        for (int c = 0; c < shape.lanes; ++c) {
+            std::vector<double> column;
+            for (int r = 0; r < shape.rows; ++r)
+                column.push_back(x[shape.loaded(r, c)]);
+            column = plainNetwork(column, single);
+            for (int r = 0; r < shape.rows; ++r)
+                values[shape.stored(r, c)] = !shape.scaled ? column[r]
+                                             : single      ? static_cast<float>(column[r]) * static_cast<float>(scale)
+                                                           : column[r] * scale;
+        }
+        return values;
+    };
+    verifyPrintedText(name + " of the Walsh-Hadamard networks", body, verifierInputs(extent, single),
+                      {scale, single, shape.stride}, reference);
     return function;
 }
 
 // A network of 2^order samples in one row.
-std::string network(const Sample& s, int order, bool vector)
+std::string network(const Sample& s, int order)
 {
-    const auto sample = [](int r, int) { return static_cast<long>(r); };
-    return verified(vector ? vectorNetwork(s, order) : scalarNetwork(s, order), s, {1 << order, 1, 0, true, sample, sample});
+    const auto sample = [](int r, int) { return r; };
+    return verified(s.vectorOrder(order) ? vectorNetwork(s, order) : scalarNetwork(s, order), s,
+                    {1 << order, 1, 0, true, sample, sample});
 }
 
 // Radix-R columns over rows `stride` samples apart; traded: the rows in pairs
@@ -335,12 +316,12 @@ std::string network(const Sample& s, int order, bool vector)
 std::string columns(const Sample& s, int radix, bool traded = false)
 {
     const int stride = 4 * s.lanes, half = s.lanes / 2;
-    const auto at = [stride](int r, int c) { return static_cast<long>(r) * stride + c; };
+    const auto at = [stride](int r, int c) { return r * stride + c; };
     const auto pairedRow = [=](int r, int c) {
-        return static_cast<long>(r - r % 2) * stride + (r % 2) * half + (c < half ? c : s.lanes + c - half);
+        return (r - r % 2) * stride + (r % 2) * half + (c < half ? c : s.lanes + c - half);
     };
     return verified(columnNetwork(s, radix, traded), s,
-                    {radix, s.lanes, stride, true, traded ? std::function<long(int, int)>(pairedRow) : at, at});
+                    {radix, s.lanes, stride, true, traded ? std::function<int(int, int)>(pairedRow) : at, at});
 }
 
 // Two blocks of 2^order samples, the first in the lower halves of the
@@ -348,8 +329,8 @@ std::string columns(const Sample& s, int radix, bool traded = false)
 std::string traded(const Sample& s, int order)
 {
     const int block = 1 << order, half = s.lanes / 2;
-    const auto loaded = [block](int r, int c) { return static_cast<long>(c) * block + r; };
-    const auto stored = [half, &s](int r, int c) { return static_cast<long>(r / half) * s.lanes + c * half + r % half; };
+    const auto loaded = [block](int r, int c) { return c * block + r; };
+    const auto stored = [half, &s](int r, int c) { return (r / half) * s.lanes + c * half + r % half; };
     return verified(tradedNetwork(s, order), s, {block, 2, 0, false, loaded, stored});
 }
 
@@ -361,24 +342,20 @@ std::string networksHeader()
     out << "// Generated by kvtgen; do not edit.\n"
         << "// Butterfly networks of the Walsh-Hadamard kernels.\n"
         << "#pragma once\n#include \"wht/lane_moves.h\"\n\nnamespace wht {\n\n";
-    for (int order = 1; order <= 3; ++order)
-        out << network(single(), order, false);
-    for (int order = 1; order <= 2; ++order)
-        out << network(dual(), order, false);
-    for (int order = 4; order <= 7; ++order)
-        out << network(single(), order, true);
-    for (int order = 3; order <= 7; ++order)
-        out << network(dual(), order, true);
-    for (int radix : {8, 16, 32}) {
-        out << columns(single(), radix);
-        out << columns(dual(), radix);
-    }
+    // the scalar networks first, then the vector ones
+    for (bool vector : {false, true})
+        for (const Sample* s : {&single(), &dual()})
+            for (int order = 1; order <= 7; ++order)
+                if (s->vectorOrder(order) == vector)
+                    out << network(*s, order);
+    for (int radix : {8, 16, 32})
+        out << columns(single(), radix) << columns(dual(), radix);
     if (target().wide()) {
         // the networks that the passes of the blocked orders name
         for (const Sample* s : {&single(), &dual()}) {
             std::set<int> blocks, radices, tradedRadices;
             for (int order = 8; order <= 13; ++order) {
-                const WidePasses p = widePassesOf(*s, order);
+                const Passes p = widePassesOf(*s, order);
                 if (!p.traded)
                     continue;
                 blocks.insert(static_cast<int>(std::log2(p.block)));
