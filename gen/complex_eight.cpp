@@ -26,12 +26,9 @@ std::vector<std::vector<double>> checkInputs(int n)
     const float pattern[][2] = {{1.0f, 0.0f}, {0.75f, -1.5f}, {-0.0f, 2.0f}};
     for (const auto& p : pattern) {
         std::vector<double> constant(2 * n), alternating(2 * n);
-        for (int i = 0; i < n; ++i) {
-            const float sign = i % 2 == 0 ? 1.0f : -1.0f;
-            constant[static_cast<std::size_t>(2 * i)] = p[0];
-            constant[static_cast<std::size_t>(2 * i + 1)] = p[1];
-            alternating[static_cast<std::size_t>(2 * i)] = sign * p[0];
-            alternating[static_cast<std::size_t>(2 * i + 1)] = sign * p[1];
+        for (std::size_t i = 0; i < constant.size(); ++i) {
+            constant[i] = p[i % 2];
+            alternating[i] = i % 4 < 2 ? p[i % 2] : -p[i % 2];
         }
         inputs.push_back(constant);
         inputs.push_back(alternating);
@@ -166,15 +163,6 @@ bool sameEightLanes(const Graph& fixed, const OutputLanes& fixedLanes, const Gra
     return sameOutputs(fixed, fixedLanes, other, otherLanes, checkInputs(n), 1.0f / static_cast<float>(n));
 }
 
-// Stores a 256-bit split kernel makes: a store of two halves counts two.
-int storeCount(const std::vector<WideStore>& stores)
-{
-    int count = 0;
-    for (const WideStore& store : stores)
-        count += store.hi >= 0 && store.hi != store.lo + 2 ? 2 : 1;
-    return count;
-}
-
 }  // namespace
 
 // Every sum in the orientation the 128-bit graph gave it, lane by lane.  A
@@ -203,9 +191,10 @@ EightLanes exactEightLanes(int n, const Tree& tree, int sign, bool batch, const 
     if (!out.graph)
         return out;
     out.graph->steerSums(nullptr);
-    for (const WideStore& store : out.stores)
+    for (const WideStore& store : out.stores) {
         out.roots.push_back(store.node);
-    out.storeInstructions = storeCount(out.stores);
+        out.storeInstructions += store.hi >= 0 && store.hi != store.lo + 2 ? 2 : 1;  // two halves: two stores
+    }
     return out;
 }
 

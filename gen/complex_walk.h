@@ -84,9 +84,7 @@ ValuesOf<Layout> walkRader(Layout& layout, const Tree& tree, const ValuesOf<Layo
     const Cx x0 = layout.single(x[0]);
     const Cx a0 = layout.single(spectrum[0]);
     auto binZero = [&] { return layout.wrap(arithmetic.add(x0, arithmetic.scale(a0, -1.0L / n))); };
-    typename Layout::Value first{};
-    if (Layout::binZeroFirst)
-        first = binZero();
+    const typename Layout::Value first = Layout::binZeroFirst ? binZero() : typename Layout::Value{};
     ValuesOf<Layout> product = layout.multiplyEach(spectrum, n, [&](int k) {
         return k == 0 ? Constant(-1.0L / n, 0) : raderConstant(p, k, sign);
     });
