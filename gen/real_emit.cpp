@@ -106,6 +106,7 @@ void writeDispatcher(const std::string& path, const std::string& prefix, const s
                              }));
 }
 
+// The slots 0 .. n - 1 of an array read or written in order.
 std::vector<int> identity(int n)
 {
     std::vector<int> slots(static_cast<std::size_t>(n));

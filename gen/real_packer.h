@@ -8,7 +8,6 @@
 #ifndef KVTGEN_REAL_PACKER_H
 #define KVTGEN_REAL_PACKER_H
 
-#include <string>
 #include <vector>
 
 #include "family.h"
