@@ -245,21 +245,15 @@ int Graph::narrow(int a)
 std::vector<bool> Graph::liveSet(const std::vector<int>& roots) const
 {
     std::vector<bool> live(nodes_.size(), false);
-    std::vector<int> stack;
-    for (int r : roots)
-        if (r >= 0)
-            stack.push_back(r);
+    std::vector<int> stack = roots;
     while (!stack.empty()) {
         const int id = stack.back();
         stack.pop_back();
-        if (live[static_cast<std::size_t>(id)])
+        if (id < 0 || live[static_cast<std::size_t>(id)])
             continue;
         live[static_cast<std::size_t>(id)] = true;
-        const Node& n = node(id);
-        if (n.a >= 0)
-            stack.push_back(n.a);
-        if (n.b >= 0)
-            stack.push_back(n.b);
+        stack.push_back(node(id).a);
+        stack.push_back(node(id).b);
     }
     return live;
 }
