@@ -4,6 +4,7 @@
 // The nodes that move lanes are made in graph_lanes.cpp.
 #include "graph.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 
@@ -194,17 +195,11 @@ int Graph::mul(int a, int b)
     if (isConst(a))
         std::swap(a, b);
     requireSameType(node(a), node(b));
-    if (isConst(b)) {
-        bool allOne = true, allNegative = true;
-        for (double value : constantValues(b)) {
-            allOne = allOne && value == 1.0;
-            allNegative = allNegative && value < 0;
-        }
-        if (allOne)
-            return a;
-        if (allNegative)
-            return neg(mul(a, neg(b)));
-    }
+    const std::vector<double> k = isConst(b) ? constantValues(b) : std::vector<double>();
+    if (!k.empty() && std::all_of(k.begin(), k.end(), [](double value) { return value == 1.0; }))
+        return a;
+    if (!k.empty() && std::all_of(k.begin(), k.end(), [](double value) { return value < 0; }))
+        return neg(mul(a, neg(b)));
     if (isNeg(a))
         return neg(mul(node(a).a, b));
     // a product's sign is the product of its operands' signs, lane by lane
