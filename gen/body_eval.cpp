@@ -216,7 +216,13 @@ private:
             expect("=");
             stored_[index] = expression().v[0];
         } else if (word == "kv::store" || endsWith(word, "::storeVector")) {
-            store(word);
+            const long index = place("y", ",");
+            const Value v = expression();
+            expect(")");
+            if (v.lanes == 1)
+                fail("a scalar stored by " + word);
+            for (int i = 0; i < v.lanes; ++i)
+                stored_[static_cast<int>(index) + i] = v.v[i];
         } else if (word == "transposeBlock" || word == "splitEvenOdd" || word == "exchangeHalves") {
             laneMove(word);
         } else {
@@ -229,17 +235,6 @@ private:
             }
         }
         expect(";");
-    }
-
-    void store(const std::string& function)
-    {
-        const long index = place("y", ",");
-        const Value v = expression();
-        expect(")");
-        if (v.lanes == 1)
-            fail("a scalar stored by " + function);
-        for (int i = 0; i < v.lanes; ++i)
-            stored_[static_cast<int>(index) + i] = v.v[i];
     }
 
     void laneMove(const std::string& move)

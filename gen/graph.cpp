@@ -4,6 +4,7 @@
 // The nodes that move lanes are made in graph_lanes.cpp.
 #include "graph.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 
@@ -194,17 +195,11 @@ int Graph::mul(int a, int b)
     if (isConst(a))
         std::swap(a, b);
     requireSameType(node(a), node(b));
-    if (isConst(b)) {
-        bool allOne = true, allNegative = true;
-        for (double value : constantValues(b)) {
-            allOne = allOne && value == 1.0;
-            allNegative = allNegative && value < 0;
-        }
-        if (allOne)
-            return a;
-        if (allNegative)
-            return neg(mul(a, neg(b)));
-    }
+    const std::vector<double> k = isConst(b) ? constantValues(b) : std::vector<double>();
+    if (!k.empty() && std::all_of(k.begin(), k.end(), [](double value) { return value == 1.0; }))
+        return a;
+    if (!k.empty() && std::all_of(k.begin(), k.end(), [](double value) { return value < 0; }))
+        return neg(mul(a, neg(b)));
     if (isNeg(a))
         return neg(mul(node(a).a, b));
     // a product's sign is the product of its operands' signs, lane by lane
@@ -245,21 +240,15 @@ int Graph::narrow(int a)
 std::vector<bool> Graph::liveSet(const std::vector<int>& roots) const
 {
     std::vector<bool> live(nodes_.size(), false);
-    std::vector<int> stack;
-    for (int r : roots)
-        if (r >= 0)
-            stack.push_back(r);
+    std::vector<int> stack = roots;
     while (!stack.empty()) {
         const int id = stack.back();
         stack.pop_back();
-        if (live[static_cast<std::size_t>(id)])
+        if (id < 0 || live[static_cast<std::size_t>(id)])
             continue;
         live[static_cast<std::size_t>(id)] = true;
-        const Node& n = node(id);
-        if (n.a >= 0)
-            stack.push_back(n.a);
-        if (n.b >= 0)
-            stack.push_back(n.b);
+        stack.push_back(node(id).a);
+        stack.push_back(node(id).b);
     }
     return live;
 }

@@ -27,9 +27,7 @@ double arithmetic(Op op, bool single, double a, double b)
 
 bool sameBits(double a, double b)
 {
-    if (std::isnan(a) && std::isnan(b))
-        return true;
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
 }
 
 LaneEvaluator::LaneEvaluator(const Graph& graph, const std::vector<double>& x, double factor)
@@ -96,10 +94,10 @@ std::vector<std::vector<double>> verifierInputs(int count, bool single)
         inputs.push_back(std::vector<double>(n, -0.0));
         inputs.back()[i] = i % 3 == 0 ? -1.5 : 0.75;
     }
-    std::vector<double> constant(n, 0.75), alternating(n);
+    std::vector<double> alternating(n);
     for (std::size_t i = 0; i < n; ++i)
         alternating[i] = i % 2 ? -0.75 : 0.75;
-    inputs.push_back(constant);
+    inputs.push_back(std::vector<double>(n, 0.75));
     inputs.push_back(alternating);
     unsigned state = 4321u + static_cast<unsigned>(count);
     auto next = [&] {

@@ -57,18 +57,11 @@ int Graph::join(int lo, int hi)
 int Graph::strip(int id, int& mask) const
 {
     mask = 0;
-    if (id < 0)
+    if (id < 0 || (node(id).op != Op::Neg && node(id).op != Op::SignLanes))
         return id;
     const Node& n = node(id);
-    if (n.op == Op::Neg) {
-        mask = (1 << laneCount(n.type)) - 1;
-        return n.a;
-    }
-    if (n.op == Op::SignLanes) {
-        mask = n.index;
-        return n.a;
-    }
-    return id;
+    mask = n.op == Op::Neg ? (1 << laneCount(n.type)) - 1 : n.index;
+    return n.a;
 }
 
 int Graph::signLanes(int a, int mask)

@@ -130,8 +130,8 @@ namespace {
 // into it, as lane masks.
 struct SumOperands {
     int a0 = Graph::none, b0 = Graph::none;
-    int maskA = 0, maskB = 0;    // the signs inside the sum, a subtraction's included
-    int givenA = 0, givenB = 0;  // the signs the operands came with
+    int maskA = 0, maskB = 0;  // the signs inside the sum, a subtraction's included
+    int givenB = 0;            // the signs b came with (a's are maskA)
 };
 
 // How a sum is made, and at what cost in instructions.
@@ -205,7 +205,7 @@ SumPlan planOneSum(const Graph& graph, const std::unordered_set<int>& materialis
         p.cost += flipCost(graph, materialised, s.a0, p.flipA) + flipCost(graph, materialised, s.b0, p.flipB);
         // of equal costs, the operands' own signs: the other sum of a
         // butterfly takes the same ones
-        const bool own = p.flipA == s.givenA && p.flipB == s.givenB;
+        const bool own = p.flipA == s.maskA && p.flipB == s.givenB;
         if (p.cost < best.cost || (p.cost == best.cost && own))
             best = p;
     }
@@ -276,7 +276,6 @@ int SumOrientations::sum(Graph& graph, int a, int b, bool subtract)
     SumOperands s;
     s.a0 = graph.strip(a, s.maskA);
     s.b0 = graph.strip(b, s.maskB);
-    s.givenA = s.maskA;
     s.givenB = s.maskB;
     if (subtract)
         s.maskB ^= 0xFF;
