@@ -130,9 +130,7 @@ void loadForms(const std::string& path)
     if (!in)
         throw std::runtime_error("cannot read the table of forms " + path);
     std::string line;
-    int number = 0;
-    while (std::getline(in, line)) {
-        ++number;
+    for (int number = 1; std::getline(in, line); ++number) {
         if (line.empty() || line[0] == '#') {
             if (table.entries.empty())
                 table.preamble += line + "\n";
