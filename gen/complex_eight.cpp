@@ -95,8 +95,10 @@ std::vector<WideStore> buildEightLanes(Graph& graph, int n, const Tree& tree, in
         // the next pair first: one 32-byte store
         std::size_t partner = u;
         for (std::size_t v = u + 1; full(u) && partner == u && v < units; ++v) {
+            if (stored[v] || !full(v))
+                continue;
             const auto lanes = lanesOf(u, v);
-            if (!stored[v] && full(v) && builder.inHalfPlaces(lanes.first, lanes.second))
+            if (builder.inHalfPlaces(lanes.first, lanes.second))
                 partner = v;
         }
         stored[u] = stored[partner] = true;

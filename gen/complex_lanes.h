@@ -75,7 +75,7 @@ private:
     // `width` complex numbers (or fewer) as a split pair of vectors.
     Cx gather(const std::vector<SplitRef>& values);
     // a V8F whose lower half is half `loHalf` of `lo` and upper half `hiHalf`
-    // of `hi` (half -1: a 4-lane value; node none: a half that does not matter)
+    // of `hi` (half -1: a 4-lane value; node freeHalf: a half that does not matter)
     int halves(int lo, int loHalf, int hi, int hiHalf);
     Cx joinForms(Cx lower, Cx upper);
     Cx multiplyLanes(Cx v, const std::vector<Constant>& constants);
