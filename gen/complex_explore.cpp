@@ -11,16 +11,6 @@ namespace gen {
 
 namespace {
 
-// The cost of a 128-bit flow, as the target's cost model weighs its
-// instructions: arithmetic (sign changes included), selections and
-// exchanges, loads and stores.
-int flowCost(const OpCounts& c, int loadsAndStores)
-{
-    const Target& t = target();
-    return t.weight("arithmetic") * (c.additions + c.multiplications + c.signFlips) +
-           t.weight("selection") * (c.exchanges + c.signedExchanges) + t.weight("load-store") * loadsAndStores;
-}
-
 // The time of a 256-bit body (the nodes the roots need and `stores` store
 // instructions), as the target's cost model weighs them: an operation (an
 // arithmetic instruction, a selection inside the halves, a load), a move
@@ -67,21 +57,27 @@ int packWideSearch(const NarrowKernel& k, const Variant& v, PackOptions& chosen)
     return best;
 }
 
-// Of the 128-bit flows a kernel can take, the one with the fewest instructions.
+// Of the 128-bit flows a kernel can take, the one of least cost, as the
+// target's cost model weighs its instructions: arithmetic (sign changes
+// included), selections and exchanges, loads and stores.
 Flow searchFlow(const Variant& v, int n)
 {
     if (v.precision == Precision::Double)
         return Flow::Parts;
     if (n < 6)
         return Flow::Scalar;
+    const Target& t = target();
     Flow best = Flow::Pairs;
     int bestCost = 0;
     for (Flow flow : {Flow::Pairs, Flow::Joined, Flow::Split}) {
         const NarrowKernel k = buildNarrow(v, n, flow);
-        const int c = flowCost(k.kernel.counts, k.kernel.memoryAccesses);
-        if (flow == Flow::Pairs || c < bestCost) {
+        const OpCounts& c = k.kernel.counts;
+        const int cost = t.weight("arithmetic") * (c.additions + c.multiplications + c.signFlips) +
+                         t.weight("selection") * (c.exchanges + c.signedExchanges) +
+                         t.weight("load-store") * k.kernel.memoryAccesses;
+        if (flow == Flow::Pairs || cost < bestCost) {
             best = flow;
-            bestCost = c;
+            bestCost = cost;
         }
     }
     return best;

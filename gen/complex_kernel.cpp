@@ -144,15 +144,13 @@ PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptio
 OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single)
 {
     OutputLanes y(static_cast<std::size_t>(2 * n), {Graph::none, 0});
+    // the lanes a store writes by kind (Pair, Low, High, Scalar, Wide), of Complex64 and of Complex32
+    static const int lanes[2][5] = {{2, 2, 2, 1, 4}, {4, 2, 2, 1, 8}};
     for (const Store& store : stores) {
-        if (store.kind == Store::Scalar) {
-            y[static_cast<std::size_t>(store.index)] = {store.node, 0};
-            continue;
-        }
-        const int lanes = store.kind == Store::Wide ? (single ? 8 : 4) : !single || store.kind != Store::Pair ? 2 : 4;
+        const int place = store.kind == Store::Scalar ? store.index : 2 * store.index;
         const int first = store.kind == Store::High ? 2 : 0;
-        for (int i = 0; i < lanes; ++i)
-            y[static_cast<std::size_t>(2 * store.index + i)] = {store.node, first + i};
+        for (int i = 0; i < lanes[single][store.kind]; ++i)
+            y[static_cast<std::size_t>(place + i)] = {store.node, first + i};
     }
     return y;
 }
