@@ -38,11 +38,6 @@ std::string batchKernelUnit(const std::string& name, const std::string& what, co
 // `stem` n _ `suffix`, the table `stem` `suffix`).
 std::string batchTableUnit(const std::string& stem, const std::string& suffix, const std::string& real);
 
-namespace real {
-// Writes the batched real DFT and Hartley kernels and their tables.
-void emitBatchReal(const std::string& dir);
-}  // namespace real
-
 }  // namespace gen
 
 #endif

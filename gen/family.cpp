@@ -69,7 +69,7 @@ std::vector<Target> readTargetList(const std::string& path)
         if (!line.empty() && line[0] != '#')
             targets.push_back(readTarget(folder + "/" + line + ".target"));
     for (Target& t : targets)
-        t.baseline = targets.empty() ? std::string() : targets.front().name;
+        t.baseline = targets.front().name;
     return targets;
 }
 
@@ -94,41 +94,6 @@ void writeIfChanged(const std::string& path, const std::string& content)
     if (!out)
         throw std::runtime_error("cannot write " + path);
     out << content;
-}
-
-namespace {
-const char* typeName(Type type)
-{
-    switch (type) {
-    case Type::F32: return "float";
-    case Type::F64: return "double";
-    case Type::V2D: return "kv::dvec";
-    case Type::V4F: return "kv::fvec";
-    case Type::V4D: return "kv::dwide";
-    case Type::V8F: return "kv::fwide";
-    }
-    return "?";
-}
-}  // namespace
-
-std::string valueOf(const Graph& graph, int id)
-{
-    const Node& n = graph.node(id);
-    if (n.op != Op::Const)
-        return "t" + std::to_string(id);
-    if (n.type == Type::F32 || n.type == Type::F64)
-        return literal(n.type, n.lane0);
-    const Type lane = n.type == Type::V4F || n.type == Type::V8F ? Type::F32 : Type::F64;
-    std::vector<const Node*> halves{&n};
-    if (n.type == Type::V4D || n.type == Type::V8F)  // a 256-bit constant: the lanes of its two 128-bit halves
-        halves = {&graph.node(n.a), &graph.node(n.b)};
-    std::string text;
-    for (const Node* half : halves) {
-        const double all[4] = {half->lane0, half->lane1, half->lane2, half->lane3};
-        for (int i = 0; i < (lane == Type::F32 ? 4 : 2); ++i)
-            text += (text.empty() ? "" : ", ") + literal(lane, all[i]);
-    }
-    return std::string("kv::set<") + typeName(n.type) + ">(" + text + ")";
 }
 
 std::string scaledCall(const std::string& call, const std::string& args, const std::string& indent)
@@ -165,13 +130,24 @@ std::string sizeDispatcher(const std::string& name, const std::string& sample,
 
 namespace {
 
+const char* typeName(Type type)
+{
+    switch (type) {
+    case Type::F32: return "float";
+    case Type::F64: return "double";
+    case Type::V2D: return "kv::dvec";
+    case Type::V4F: return "kv::fvec";
+    case Type::V4D: return "kv::dwide";
+    case Type::V8F: return "kv::fwide";
+    }
+    return "?";
+}
+
 // The run-time scale factor, as passed or converted to the other precision.
 bool isFactor(const Graph& graph, int id)
 {
     const Node& n = graph.node(id);
-    if (n.op == Op::Param)
-        return true;
-    return (n.op == Op::Widen || n.op == Op::Narrow) && isFactor(graph, n.a);
+    return n.op == Op::Param || ((n.op == Op::Widen || n.op == Op::Narrow) && isFactor(graph, n.a));
 }
 
 // The operands of a node, a value used twice (a + a) given once; -1 for none.
@@ -249,6 +225,26 @@ std::vector<int> registerOrder(const Graph& graph, const std::vector<int>& roots
 }
 
 }  // namespace
+
+std::string valueOf(const Graph& graph, int id)
+{
+    const Node& n = graph.node(id);
+    if (n.op != Op::Const)
+        return "t" + std::to_string(id);
+    if (n.type == Type::F32 || n.type == Type::F64)
+        return literal(n.type, n.lane0);
+    const Type lane = n.type == Type::V4F || n.type == Type::V8F ? Type::F32 : Type::F64;
+    std::vector<const Node*> halves{&n};
+    if (n.type == Type::V4D || n.type == Type::V8F)  // a 256-bit constant: the lanes of its two 128-bit halves
+        halves = {&graph.node(n.a), &graph.node(n.b)};
+    std::string text;
+    for (const Node* half : halves) {
+        const double all[4] = {half->lane0, half->lane1, half->lane2, half->lane3};
+        for (int i = 0; i < (lane == Type::F32 ? 4 : 2); ++i)
+            text += (text.empty() ? "" : ", ") + literal(lane, all[i]);
+    }
+    return std::string("kv::set<") + typeName(n.type) + ">(" + text + ")";
+}
 
 std::string printNodes(const Graph& graph, const std::vector<int>& roots, const NodePrinter& printer,
                        const std::string& indent)

@@ -36,25 +36,25 @@ struct Table {
     }
 } table;
 
-}  // namespace
-
-void formError(const std::string& kernel, const std::string& what)
-{
-    throw std::runtime_error(kernel + " on " + target().name + ": " + what);
-}
-
-Form Form::parse(const std::string& fields, const std::string& where)
+// "a=b c=d" -> {a: b, c: d}
+Form parseFields(const std::string& fields, const std::string& where)
 {
     Form form;
     std::istringstream words(fields);
-    std::string word;
-    while (words >> word) {
+    for (std::string word; words >> word;) {
         const std::size_t eq = word.find('=');
         if (eq == std::string::npos || eq == 0 || eq + 1 == word.size())
             throw std::runtime_error(where + ": field '" + word + "' is not name=value");
         form.set(word.substr(0, eq), word.substr(eq + 1));
     }
     return form;
+}
+
+}  // namespace
+
+void formError(const std::string& kernel, const std::string& what)
+{
+    throw std::runtime_error(kernel + " on " + target().name + ": " + what);
 }
 
 const std::string* Form::find(const std::string& field) const
@@ -143,7 +143,7 @@ void loadForms(const std::string& path)
         const std::string where = path + ":" + std::to_string(number);
         if (targetName.empty())
             throw std::runtime_error(where + ": a line names a kernel, a target and its fields");
-        Form form = Form::parse(rest, where);
+        Form form = parseFields(rest, where);
         form.kernel = kernel;
         Entry& e = table.entry(kernel);
         if (!e.byTarget.emplace(targetName, form).second)

@@ -24,10 +24,6 @@ namespace gen {
 // The fields of one line, in the order written.
 class Form {
 public:
-    Form() = default;
-    // "a=b c=d" -> {a: b, c: d}
-    static Form parse(const std::string& fields, const std::string& where);
-
     Form& set(const std::string& field, const std::string& value);
     bool has(const std::string& field) const;
     // The value of a field; a missing field stops the generator, naming `kernel`.

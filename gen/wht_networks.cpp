@@ -130,12 +130,11 @@ const Sample wide32{"32f", "float", "kv::fwide", 8, Type::F32, "wht::WideAccess"
 const Sample wide64{"64f", "double", "kv::dwide", 4, Type::F64, "wht::WideAccess", "wht::WideAccess",
                     "kv::UnalignedAccess"};
 
-}  // namespace
-
-const Sample& single() { return target().wide() ? wide32 : real32; }
-const Sample& dual() { return target().wide() ? wide64 : real64; }
-
-namespace {
+// The head of a network function: `name` from x into y, then `parameters`.
+std::string head(const Sample& s, const std::string& name, const std::string& parameters)
+{
+    return "inline void " + name + "(const " + s.real + "* x, " + s.real + "* y, " + parameters + ")\n{\n";
+}
 
 // Scalar network of 2^order samples (the small orders that stay scalar).
 std::string scalarNetwork(const Sample& s, int order)
@@ -144,8 +143,7 @@ std::string scalarNetwork(const Sample& s, int order)
     const std::string real = s.real;
     std::ostringstream out;
     out << "// " << n << "-point network on single numbers, then the scale.\n"
-        << "inline void " << s.function("network", order) << "(const " << real << "* x, " << real << "* y, " << real
-        << " s)\n{\n";
+        << head(s, s.function("network", order), real + " s");
     for (int i = 0; i < n; ++i)
         out << "    const " << real << " a" << i << " = x[" << i << "];\n";
     std::string prefix = "a";
@@ -170,8 +168,7 @@ std::string vectorNetwork(const Sample& s, int order)
     std::ostringstream out;
     out << "// " << n << "-point network in " << count << " vectors of " << s.lanes << " samples.\n"
         << "template <class Load, class Store, bool Scaled>\n"
-        << "inline void " << s.function("network", order) << "(const " << s.real << "* x, " << s.real << "* y, "
-        << s.vector << " s)\n{\n";
+        << head(s, s.function("network", order), std::string(s.vector) + " s");
     for (int j = 0; j < count; ++j) {
         if (s.halves == nullptr)
             out << "    " << s.vector << " " << v(j) << " = Load::loadVector(x + " << j * s.lanes << ");\n";
@@ -205,8 +202,7 @@ std::string tradedNetwork(const Sample& s, int order)
     std::ostringstream out;
     out << "// Two " << block << "-point networks in " << count << " vectors of " << s.lanes
         << " samples, the blocks in the halves.\n"
-        << "inline void " << s.function("traded", order) << "(const " << s.real << "* x, " << s.real << "* y, "
-        << s.vector << ")\n{\n";
+        << head(s, s.function("traded", order), s.vector);
     for (int j = 0; j < count; ++j)
         out << joined(s, j, std::to_string(j * half), std::to_string(block + j * half));
     // sample bit log2(h) of a block is bit log2(h / half) of the vector index
@@ -227,8 +223,8 @@ std::string columnNetwork(const Sample& s, int radix, bool traded)
     out << "// Radix-" << radix << " stages over " << radix << " vectors at a stride"
         << (traded ? ", read from pairs of rows in the halves of their vectors" : "") << ".\n"
         << (traded ? "template <class Store, bool Scaled>\n" : "template <class Load, class Store, bool Scaled>\n")
-        << "inline void " << s.function(traded ? "tradedColumns" : "columns", radix) << "(const " << s.real << "* x, "
-        << s.real << "* y, int stride, " << s.vector << " s)\n{\n";
+        << head(s, s.function(traded ? "tradedColumns" : "columns", radix),
+                "int stride, " + std::string(s.vector) + " s");
     for (int r = 0; r < radix; ++r) {
         const std::string row = std::to_string(r - r % 2) + " * stride + ";
         const int offset = (r % 2) * (s.lanes / 2);
@@ -335,6 +331,9 @@ std::string traded(const Sample& s, int order)
 }
 
 }  // namespace
+
+const Sample& single() { return target().wide() ? wide32 : real32; }
+const Sample& dual() { return target().wide() ? wide64 : real64; }
 
 std::string networksHeader()
 {
