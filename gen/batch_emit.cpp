@@ -162,13 +162,11 @@ void verifyBatchBody(const std::string& kernel, const std::string& text, const B
     verifyPrintedText(kernel + " (lanes across transforms)", text, interleaved, {0.375, shape.single, lanes}, expected);
 }
 
-// The unit of a batched kernel: the scalar flow printed lanes across
-// transforms (every node the stores need, then y.put(k, value) for the node
-// stored at element k of every transform, Graph::none an exact zero), the
-// printed body run with a different check input in each lane and every lane's
-// stores held against the reference (a bit that differs stops the generator,
-// naming the kernel), and the kernel that checks the flag and runs the body
-// over a layout.  `what` names the transform in the unit's title.
+// The unit of a batched kernel: its flow printed lanes across transforms and
+// verified lane by lane (a bit that differs stops the generator, naming the
+// kernel), and the kernel that checks the flag and runs the body over a
+// layout.  `narrowStores` names the node stored at each element of a transform
+// (Graph::none: an exact zero); `what` names the transform in the title.
 std::string batchKernelUnit(const std::string& name, const std::string& what, const Graph& narrowFlow,
                             const std::vector<int>& narrowStores, const BatchShape& shape,
                             const BatchReference& reference, const char* direction, const std::string& factors)
