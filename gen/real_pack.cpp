@@ -1,13 +1,18 @@
-// The real packing pass: for each way of packing, the levels of the graph,
-// the packs chosen on them and the packed body printed from them, with the
-// cost model that decides whether a kernel takes that body.  The choice of
-// packs (real_pack_choice.cpp) and the printing (real_pack_print.cpp) count
-// an operand's gathering by the same plan, made here.
+// The real packing pass: the levels of the graph, the packs chosen on them,
+// the packed body printed from them (real_pack_print.cpp) and the cost model
+// that decides whether a kernel takes that body.  On each level the
+// operations of one kind are grouped into packs of up to four lanes, either
+// four at a time in the order of their operands or greedily, each lane taking
+// the operation that saves most.  A pack is made only where it needs fewer
+// instructions than its operations as scalars, its operands' gathering
+// included, as the plan made here counts it.
 #include "real_pack.h"
 
 #include <algorithm>
 #include <climits>
+#include <map>
 #include <set>
+#include <tuple>
 
 #include "real_packer.h"
 
@@ -23,21 +28,6 @@ bool isFactor(const Graph& g, int id)
     return (n.op == Op::Widen || n.op == Op::Narrow) && isFactor(g, n.a);
 }
 
-bool packable(const Graph& g, int id)
-{
-    const Node& n = g.node(id);
-    switch (n.op) {
-    case Op::Add:
-    case Op::Sub:
-    case Op::Mul:
-    case Op::Neg:
-    case Op::ZeroSub:
-    case Op::Narrow: return !isFactor(g, id);
-    case Op::Widen: return !isFactor(g, id);
-    default: return false;
-    }
-}
-
 int Packer::moveWeight(int q) const
 {
     for (int m : packs[static_cast<std::size_t>(q)])
@@ -46,81 +36,52 @@ int Packer::moveWeight(int q) const
     return 1;
 }
 
-Source Packer::sourceOf(int id) const
-{
-    if (pack[static_cast<std::size_t>(id)] >= 0)
-        return Source::Packed;
-    const Node& n = g.node(id);
-    if (n.op == Op::Input)
-        return Source::Input;
-    if (n.op == Op::Const)
-        return Source::Const;
-    if (isFactor(g, id))
-        return Source::Factor;
-    return Source::Scalar;
-}
-
 Packer::Plan Packer::plan(const std::vector<int>& src) const
 {
-    std::vector<int> real;
-    for (int s : src)
-        if (s >= 0)
-            real.push_back(s);
-    bool allConst = true, allSameFactor = true, allInputs = true;
+    std::vector<int> used;  // the operands of the used lanes
     std::set<int> sourcePacks;
-    bool allPacked = true;
-    for (int s : real) {
-        const Source k = sourceOf(s);
-        allConst = allConst && k == Source::Const;
-        allSameFactor = allSameFactor && k == Source::Factor && s == real[0];
-        allInputs = allInputs && k == Source::Input;
-        allPacked = allPacked && k == Source::Packed;
-        if (k == Source::Packed)
-            sourcePacks.insert(pack[static_cast<std::size_t>(s)]);
-    }
-    if (allConst)
-        return {Gather::Constant, 1};
-    if (allSameFactor)
+    for (int s : src)
+        if (s >= 0) {
+            used.push_back(s);
+            if (packOf(s) >= 0)
+                sourcePacks.insert(packOf(s));
+        }
+    const auto all = [&](auto test) { return std::all_of(used.begin(), used.end(), test); };
+    const auto allOf = [&](Op op) { return all([&](int s) { return g.node(s).op == op; }); };
+    if (allOf(Op::Const))
+        return {Gather::Lanes, 1};  // a constant vector, one load
+    if (isFactor(g, used[0]) && all([&](int s) { return s == used[0]; }))
         return {Gather::Broadcast, 0};
-    if (allInputs) {
-        int base = INT_MIN;
+    if (allOf(Op::Input)) {
+        // one load where lane i reads x[base + i], within the kernel's input
+        const auto first = std::find(src.begin(), src.end(), used[0]);
+        const int base = g.node(used[0]).index - static_cast<int>(first - src.begin());
         bool consecutive = true;
-        for (int i = 0; i < lanes && consecutive; ++i) {
+        for (int i = 0; i < lanes; ++i) {
             const int s = src[static_cast<std::size_t>(i)];
-            if (s < 0)
-                continue;
-            const int b = g.node(s).index - i;
-            if (base == INT_MIN)
-                base = b;
-            consecutive = b == base;
+            consecutive = consecutive && (s < 0 || g.node(s).index == base + i);
         }
         if (consecutive && base >= 0 && base + lanes <= inputLimit)
             return {Gather::Load, 1, base};
     }
-    if (allPacked && sourcePacks.size() <= 2) {
-        const int p = *sourcePacks.begin();
+    if (sourcePacks.size() <= 2 && all([&](int s) { return packOf(s) >= 0; })) {
         auto moved = [&](int q) {
             for (int i = 0; i < lanes; ++i) {
                 const int s = src[static_cast<std::size_t>(i)];
-                if (s >= 0 && pack[static_cast<std::size_t>(s)] == q && lane[static_cast<std::size_t>(s)] != i)
+                if (s >= 0 && packOf(s) == q && laneOf(s) != i)
                     return moveWeight(q);
             }
             return 0;
         };
-        if (sourcePacks.size() == 1)
-            return moved(p) ? Plan{Gather::Permute, moved(p), p} : Plan{Gather::InPlace, 0, p};
-        const int q = *sourcePacks.rbegin();
+        const int p = *sourcePacks.begin(), q = *sourcePacks.rbegin();
+        if (p == q)
+            return {Gather::Permute, moved(p), p};  // no move where every lane is in place
         return {Gather::Blend, 1 + moved(p) + moved(q), p, q};
     }
+    // lane by lane: an insertion each, after a move out of a packed lane or a load
     int cost = 0;
-    for (int s : real) {
-        const Source k = sourceOf(s);
-        if (k == Source::Packed)
-            cost += lane[static_cast<std::size_t>(s)] == 0 ? 0 : moveWeight(pack[static_cast<std::size_t>(s)]);
-        else if (k == Source::Input)
-            cost += 1;
-        cost += 1;  // the insertion
-    }
+    for (int s : used)
+        cost += 1 + extraction(s) + (packOf(s) < 0 && g.node(s).op == Op::Input ? 1 : 0);
     return {Gather::Lanes, cost};
 }
 
@@ -132,13 +93,13 @@ std::vector<int> Packer::operandsOf(const std::vector<int>& members, bool second
     return src;
 }
 
-int scalarBodyCost(const Graph& g, const std::vector<int>& stores, const std::vector<bool>& live, const Weights& w)
+int Packer::packedCost(const std::vector<int>& members, const Weights& w) const
 {
-    int cost = static_cast<int>(stores.size());
-    for (int id = 0; id < g.size(); ++id)
-        if (live[static_cast<std::size_t>(id)] && g.node(id).op != Op::Const && g.node(id).op != Op::Param &&
-            !isFactor(g, id))
-            cost += g.node(id).op == Op::Input ? 1 : w.of(g, id);
+    // the members share their operation and type
+    const int head = *std::max_element(members.begin(), members.end());
+    int cost = w.of(g, head, true) + plan(operandsOf(members, false)).cost;
+    if (g.node(head).b >= 0)
+        cost += plan(operandsOf(members, true)).cost;
     return cost;
 }
 
@@ -148,25 +109,211 @@ using namespace packing;
 
 namespace {
 
-// One packing: chunks of neighbours in the sorted order of each bucket, or
-// chunks grown greedily by the instructions they save.
-PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
-                    int inputLimit, bool greedy, const Weights& w)
+// Scalar operations (loads and stores included) from which a kernel counts
+// as long.
+constexpr int longKernel = 1000;
+
+// Instructions of the scalar body: its loads, operations and stores.
+int scalarBodyCost(const Graph& g, const std::vector<int>& stores, const std::vector<bool>& live, const Weights& w)
 {
-    PackedBody result;
-    const std::vector<bool> live = g.liveSet(stores);
-    const Levels levels = levelsOf(g, live, stores, storeSlots);
-    result.scalarCost = scalarBodyCost(g, stores, live, w);
+    int cost = static_cast<int>(stores.size());
+    for (int id = 0; id < g.size(); ++id)
+        if (live[static_cast<std::size_t>(id)] && g.node(id).op != Op::Const && !isFactor(g, id))
+            cost += g.node(id).op == Op::Input ? 1 : w.of(g, id);
+    return cost;
+}
 
-    Packer pk(g, inputLimit);
-    choosePacks(pk, levels, live, greedy, w);
-    if (pk.packs.empty())
-        return result;
+Levels levelsOf(const Graph& g, const std::vector<bool>& live, const std::vector<int>& stores,
+                const std::vector<int>& storeSlots)
+{
+    const auto size = static_cast<std::size_t>(g.size());
+    Levels levels{std::vector<int>(size, 0), std::vector<int>(size, INT_MAX)};
+    std::vector<int>& level = levels.level;
+    std::vector<int>& position = levels.position;
+    for (std::size_t id = 0; id < size; ++id) {
+        const Node& n = g.node(static_cast<int>(id));
+        if (!live[id] || n.op == Op::Input || n.op == Op::Param || n.op == Op::Const)
+            continue;
+        for (int o : {n.a, n.b})
+            if (o >= 0)
+                level[id] = std::max(level[id], level[static_cast<std::size_t>(o)] + 1);
+        levels.maxLevel = std::max(levels.maxLevel, level[id]);
+    }
+    for (std::size_t i = 0; i < stores.size(); ++i)
+        position[static_cast<std::size_t>(stores[i])] =
+            std::min(position[static_cast<std::size_t>(stores[i])], storeSlots[i]);
+    for (std::size_t id = size; id-- > 0;) {
+        const Node& n = g.node(static_cast<int>(id));
+        for (int o : {n.a, n.b})
+            if (live[id] && o >= 0)
+                position[static_cast<std::size_t>(o)] = std::min(position[static_cast<std::size_t>(o)], position[id]);
+    }
+    return levels;
+}
 
-    const PrintedBody printed = printPacked(pk, levels, live, stores, storeSlots, w);
-    result.cost = printed.cost;
-    result.text = printed.text;
-    return result;
+// The packs of one bucket after another, made into the packer as they are
+// chosen: the operands of a later level see where the earlier packs put them.
+class PackChooser {
+public:
+    PackChooser(Packer& pk, const Levels& levels, const Weights& w) : pk_(pk), g_(pk.g), levels_(levels), w_(w) {}
+
+    // members whose operands sit side by side go into one vector in the order
+    // of those operands, so that gathering them is cheap
+    void sortByOperands(std::vector<int>& members) const
+    {
+        auto operandKey = [&](int o) {
+            if (o < 0)
+                return std::make_tuple(3, 0, 0);
+            if (pk_.packOf(o) >= 0)
+                return std::make_tuple(0, pk_.packOf(o), pk_.laneOf(o));
+            if (g_.node(o).op == Op::Input)
+                return std::make_tuple(1, g_.node(o).index, 0);
+            return std::make_tuple(2, levels_.position[static_cast<std::size_t>(o)], o);
+        };
+        std::stable_sort(members.begin(), members.end(), [&](int x, int y) {
+            return std::make_tuple(operandKey(g_.node(x).a), operandKey(g_.node(x).b)) <
+                   std::make_tuple(operandKey(g_.node(y).a), operandKey(g_.node(y).b));
+        });
+    }
+
+    // chunks of four neighbours in the sorted order, each where it saves instructions
+    void packInOrder(const std::vector<int>& members)
+    {
+        for (std::size_t start = 0; start < members.size(); start += lanes) {
+            std::vector<int> chunk(lanes, -1);
+            for (std::size_t i = start; i < members.size() && i < start + lanes; ++i)
+                chunk[i - start] = members[i];
+            if (saving(chunk) > 0)
+                addPack(chunk);
+        }
+    }
+
+    // Chunks grown greedily, each seeded by the next member not taken, in the
+    // lane of its first operand where that is packed: all lanes filled step
+    // by step, each step adding the member and lane that save most, then cut
+    // back to the prefix of steps that saved most; dropped where none saved.
+    void packGreedily(const std::vector<int>& members)
+    {
+        std::vector<bool> taken(members.size(), false);
+        for (std::size_t first = 0; first < members.size(); ++first) {
+            if (taken[first])
+                continue;
+            taken[first] = true;
+            std::vector<int> chunk(lanes, -1);
+            chunk[static_cast<std::size_t>(std::max(pk_.laneOf(g_.node(members[first]).a), 0))] = members[first];
+            std::vector<Step> steps;
+            int bestSaving = 0;
+            std::size_t bestSteps = 0;
+            for (int filled = 1; filled < lanes; ++filled) {
+                const Step best = bestStep(members, taken, first, chunk);
+                if (best.lane < 0)
+                    break;
+                chunk[static_cast<std::size_t>(best.lane)] = members[best.member];
+                taken[best.member] = true;
+                steps.push_back(best);
+                if (best.saving > bestSaving) {
+                    bestSaving = best.saving;
+                    bestSteps = steps.size();
+                }
+            }
+            for (std::size_t i = bestSteps; i < steps.size(); ++i) {
+                taken[steps[i].member] = false;
+                chunk[static_cast<std::size_t>(steps[i].lane)] = -1;
+            }
+            if (bestSteps != 0)
+                addPack(chunk);
+        }
+    }
+
+private:
+    // a member and a lane of a chunk, and what the chunk saves with it there
+    struct Step {
+        int saving = INT_MIN;
+        std::size_t member = 0;
+        int lane = -1;
+    };
+
+    // instructions that a chunk saves against scalar code (none below two members)
+    int saving(const std::vector<int>& chunk) const
+    {
+        int scalar = 0, count = 0;
+        for (int m : chunk)
+            if (m >= 0) {
+                scalar += w_.of(g_, m) + pk_.extraction(g_.node(m).a) + pk_.extraction(g_.node(m).b);
+                ++count;
+            }
+        return count < 2 ? 0 : scalar - pk_.packedCost(chunk, w_);
+    }
+
+    // Of the next few members of the sorted bucket that are not taken, the one
+    // and the free lane of the chunk that save most.
+    Step bestStep(const std::vector<int>& members, const std::vector<bool>& taken, std::size_t first,
+                  std::vector<int>& chunk) const
+    {
+        Step best;
+        for (std::size_t c = first + 1; c < members.size() && c < first + 24; ++c) {
+            if (taken[c])
+                continue;
+            for (int l = 0; l < lanes; ++l) {
+                int& slot = chunk[static_cast<std::size_t>(l)];
+                if (slot >= 0)
+                    continue;
+                slot = members[c];
+                const int sv = saving(chunk);
+                slot = -1;
+                if (sv > best.saving)
+                    best = {sv, c, l};
+            }
+        }
+        return best;
+    }
+
+    void addPack(const std::vector<int>& chunk)
+    {
+        const int index = static_cast<int>(pk_.packs.size());
+        pk_.packs.push_back(chunk);
+        for (int i = 0; i < lanes; ++i) {
+            const int m = chunk[static_cast<std::size_t>(i)];
+            if (m >= 0) {
+                pk_.pack[static_cast<std::size_t>(m)] = index;
+                pk_.lane[static_cast<std::size_t>(m)] = i;
+            }
+        }
+    }
+
+    Packer& pk_;
+    const Graph& g_;
+    const Levels& levels_;
+    const Weights& w_;
+};
+
+// Groups the live operations that a vector can do lane by lane into packs (in
+// `pk`), in buckets of one level, operation, type and kind of product, each
+// bucket packed on its own, level after level.
+void choosePacks(Packer& pk, const Levels& levels, const std::vector<bool>& live, bool greedy, const Weights& w)
+{
+    const Graph& g = pk.g;
+    std::map<std::tuple<int, int, int, int>, std::vector<int>> buckets;
+    for (int id = 0; id < g.size(); ++id) {
+        const Node& n = g.node(id);
+        const bool lanewise = n.op == Op::Add || n.op == Op::Sub || n.op == Op::Mul || n.op == Op::Neg ||
+                              n.op == Op::ZeroSub || n.op == Op::Widen || n.op == Op::Narrow;
+        if (!live[static_cast<std::size_t>(id)] || !lanewise || isFactor(g, id))
+            continue;
+        int kind = 0;  // products: by a constant (1), by the scale factor (2), by a value (3)
+        if (n.op == Op::Mul)
+            kind = g.node(n.b).op == Op::Const ? 1 : isFactor(g, n.b) ? 2 : 3;
+        buckets[{levels.level[static_cast<std::size_t>(id)], static_cast<int>(n.op), static_cast<int>(n.type), kind}]
+            .push_back(id);
+    }
+    PackChooser chooser(pk, levels, w);
+    for (auto& [key, members] : buckets) {
+        chooser.sortByOperands(members);
+        if (greedy)
+            chooser.packGreedily(members);
+        else
+            chooser.packInOrder(members);
+    }
 }
 
 }  // namespace
@@ -174,24 +321,29 @@ PackedBody packWith(const Graph& g, const std::vector<int>& stores, const std::v
 PackedBody packReal(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
                     int inputLimit, const RealPacking& how)
 {
-    return packWith(g, stores, storeSlots, inputLimit, how.greedy, Weights{how.conversion, target().inOperations("conversion")});
+    const Weights w{how.conversion, target().inOperations("conversion")};
+    const std::vector<bool> live = g.liveSet(stores);
+    const Levels levels = levelsOf(g, live, stores, storeSlots);
+    Packer pk(g, inputLimit);
+    choosePacks(pk, levels, live, how.greedy, w);
+    PackedBody body = pk.packs.empty() ? PackedBody{} : printPacked(pk, levels, live, stores, storeSlots, w);
+    body.scalarCost = scalarBodyCost(g, stores, live, w);
+    return body;
 }
 
 bool searchRealPacking(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
                        int inputLimit, RealPacking& chosen)
 {
     const int conversion = scalarBodyCost(g, stores, g.liveSet(stores), Weights{1, 1}) >= longKernel ? 3 : 2;
-    bool found = false;
-    int best = 0;
+    int best = INT_MAX;
     for (bool greedy : {false, true}) {
         const PackedBody body = packReal(g, stores, storeSlots, inputLimit, {greedy, conversion});
-        if (!body.text.empty() && body.cost < body.scalarCost && (!found || body.cost < best)) {
-            found = true;
+        if (!body.text.empty() && body.cost < std::min(best, body.scalarCost)) {
             best = body.cost;
             chosen = {greedy, conversion};
         }
     }
-    return found;
+    return best != INT_MAX;
 }
 
 }  // namespace gen::real

@@ -1,19 +1,18 @@
 // The state that the real packing pass shares between its steps: what a node
 // costs, which pack and lane holds it, and how an operand vector is gathered.
 //
-// real_pack.cpp holds these and runs the pass for each way of packing;
-// real_pack_choice.cpp chooses the packs level by level; real_pack_print.cpp
-// prints the packed body and counts its instructions.  The choice and the
-// printing weigh a gathered operand by the same plan, so the cost that picks
-// a packing is the cost of the text that is printed.
+// real_pack.cpp chooses the packs level by level; real_pack_print.cpp prints
+// the packed body and counts its instructions.  Both weigh a gathered operand
+// by the same plan, so the cost that picks a packing is the cost of the text
+// that is printed.
 #ifndef KVTGEN_REAL_PACKER_H
 #define KVTGEN_REAL_PACKER_H
 
-#include <string>
 #include <vector>
 
 #include "family.h"
 #include "graph.h"
+#include "real_pack.h"
 
 namespace gen::real::packing {
 
@@ -21,8 +20,6 @@ constexpr int lanes = 4;
 
 // The scale factor, or a conversion of it: broadcast where a vector needs it.
 bool isFactor(const Graph& g, int id);
-// Whether a node is an operation that a vector can do lane by lane.
-bool packable(const Graph& g, int id);
 
 // What one operation counts, scalar or on a vector, in operations.  A
 // conversion between the precisions on a vector counts the target's
@@ -44,18 +41,11 @@ struct Weights {
     }
 };
 
-// Scalar operations (loads and stores included) from which a kernel counts
-// as long.
-constexpr int longKernel = 1000;
-
-// What a lane's operand is, for the choice of how to gather a vector operand.
-enum class Source { Packed, Input, Const, Factor, Scalar };
-
 struct Packer {
     const Graph& g;
     int inputLimit;
     std::vector<int> pack, lane;  // per node: its pack and lane, -1 when scalar
-    std::vector<std::vector<int>> packs;  // node ids per lane, -1 for an unused lane
+    std::vector<std::vector<int>> packs;  // node ids per lane, -1 for an unused lane; made level by level
 
     // a move of Real64 lanes crosses the halves of a 256-bit vector (the
     // target's cost.move-across-halves, in operations); Real32 lanes move
@@ -68,27 +58,29 @@ struct Packer {
     {
     }
 
+    int packOf(int id) const { return pack[static_cast<std::size_t>(id)]; }
+    int laneOf(int id) const { return lane[static_cast<std::size_t>(id)]; }
     int moveWeight(int q) const;
-
-    Source sourceOf(int id) const;
+    // Whether scalar code reads a value out of a lane other than the lowest of
+    // its pack, and what that move costs.
+    bool extracted(int id) const { return id >= 0 && packOf(id) >= 0 && laneOf(id) != 0; }
+    int extraction(int id) const { return extracted(id) ? moveWeight(packOf(id)) : 0; }
 
     // How an operand vector with the given lane sources is built, and at what
     // cost in instructions.
-    enum class Gather { InPlace, Permute, Blend, Constant, Broadcast, Load, Lanes };
+    enum class Gather { Permute, Blend, Broadcast, Load, Lanes };
     struct Plan {
         Gather kind;
         int cost;
-        int first = -1, second = -1;  // packs (InPlace, Permute, Blend), or the first input slot (Load)
+        int first = -1, second = -1;  // packs (Permute, Blend), or the first input slot (Load)
     };
-
     Plan plan(const std::vector<int>& src) const;
 
     // The operands a (or b, `second`) of the members of a pack, -1 for an unused lane.
     std::vector<int> operandsOf(const std::vector<int>& members, bool second) const;
+    // Instructions of the members' operation on a vector, its operands' gathering included.
+    int packedCost(const std::vector<int>& members, const Weights& w) const;
 };
-
-// Instructions of the scalar body: its loads, operations and stores.
-int scalarBodyCost(const Graph& g, const std::vector<int>& stores, const std::vector<bool>& live, const Weights& w);
 
 // Per node: its level, the longest path from the loads, and its position,
 // the first store slot it feeds (the order in which a pack's members go).
@@ -96,20 +88,10 @@ struct Levels {
     std::vector<int> level, position;
     int maxLevel = 0;
 };
-Levels levelsOf(const Graph& g, const std::vector<bool>& live, const std::vector<int>& stores,
-                const std::vector<int>& storeSlots);
 
-// Groups the packable operations of each level into packs (in `pk`): in the
-// order of their operands, four at a time, or greedily.
-void choosePacks(Packer& pk, const Levels& levels, const std::vector<bool>& live, bool greedy, const Weights& w);
-
-// The statements of the packed body, and its instructions as the weights count them.
-struct PrintedBody {
-    std::string text;
-    int cost = 0;
-};
-PrintedBody printPacked(const Packer& pk, const Levels& levels, const std::vector<bool>& live,
-                        const std::vector<int>& stores, const std::vector<int>& storeSlots, const Weights& w);
+// The statements of the packed body and its instructions as the weights count them.
+PackedBody printPacked(const Packer& pk, const Levels& levels, const std::vector<bool>& live,
+                       const std::vector<int>& stores, const std::vector<int>& storeSlots, const Weights& w);
 
 }  // namespace gen::real::packing
 

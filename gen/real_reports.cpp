@@ -4,6 +4,7 @@
 // Real32 kernels (additions and products per precision, widenings and
 // narrowings), for the work on the tables and the lowering.
 #include <cstdio>
+#include <numeric>
 #include <sstream>
 #include <string>
 
@@ -15,44 +16,30 @@ namespace gen::real {
 
 namespace {
 
-struct Mismatch {
-    std::string what;
-    int size;
-    FlowCounts got;
-    int wantMul, wantAdd, wantThird;
-};
-
-std::vector<Mismatch> countMismatches(int n, const KernelFlow& fwd, const KernelFlow& inv, const KernelFlow& har)
-{
-    std::vector<Mismatch> list;
-    const ForwardRow& f = forwardRow(n);
-    if (fwd.counts.multiplications != f.multiplications || fwd.counts.additions != f.additions ||
-        fwd.counts.negations != f.negations)
-        list.push_back({"forward", n, fwd.counts, f.multiplications, f.additions, f.negations});
-    const InverseRow& i = inverseRow(n);
-    if (inv.counts.multiplications != i.multiplications || inv.counts.additions != i.additions ||
-        inv.counts.doublings != i.doublings || inv.counts.negations != 0)
-        list.push_back({"inverse", n, inv.counts, i.multiplications, i.additions, i.doublings});
-    const HartleyRow& h = hartleyRow(n);
-    if (har.counts.multiplications != h.multiplications || har.counts.additions != h.additions ||
-        har.counts.negations != 0)
-        list.push_back({"Hartley", n, har.counts, h.multiplications, h.additions, 0});
-    return list;
-}
-
+// One line per flow whose counts differ from its row of the rule tables; the
+// third count is the doublings of an inverse flow (which has no negations)
+// and the negations of the others.
 std::string mismatchReport()
 {
     std::ostringstream out;
     int count = 0;
+    const auto row = [&](const char* what, int n, const FlowCounts& got, int mul, int add, int third) {
+        const bool inverse = std::string(what) == "inverse";
+        const int gotThird = inverse ? got.doublings : got.negations;
+        if (got.multiplications == mul && got.additions == add && gotThird == third && (!inverse || got.negations == 0))
+            return;
+        ++count;
+        out << what << " " << n << ": got " << got.multiplications << " mul " << got.additions << " add " << gotThird
+            << (inverse ? " dbl" : " neg") << " (neg " << got.negations << "), table " << mul << " / " << add << " / "
+            << third << "\n";
+    };
     for (int n = 2; n <= 64; ++n) {
         selfCheck(n);
-        for (const Mismatch& m : countMismatches(n, forwardFlow(n), inverseFlow(n), hartleyFlow(n))) {
-            ++count;
-            out << m.what << " " << m.size << ": got " << m.got.multiplications << " mul " << m.got.additions
-                << " add " << (m.what == "inverse" ? m.got.doublings : m.got.negations) << " "
-                << (m.what == "inverse" ? "dbl" : "neg") << " (neg " << m.got.negations << "), table "
-                << m.wantMul << " / " << m.wantAdd << " / " << m.wantThird << "\n";
-        }
+        const ForwardRow& f = forwardRow(n);
+        const InverseRow& i = inverseRow(n);
+        row("forward", n, forwardFlow(n).counts, f.multiplications, f.additions, f.negations);
+        row("inverse", n, inverseFlow(n).counts, i.multiplications, i.additions, i.doublings);
+        row("Hartley", n, hartleyFlow(n).counts, hartleyRow(n).multiplications, hartleyRow(n).additions, 0);
     }
     out << count << " rows differ\n";
     return out.str();
@@ -66,9 +53,8 @@ const FamilyRegistration realCounts("real-counts", [](const std::string&) {
 // included) and products (scaling included) per type, widenings, narrowings.
 const FamilyRegistration realTypes("real-types", [](const std::string&) {
     for (int n = 2; n <= 64; ++n) {
-        std::vector<int> identity;
-        for (int j = 0; j < n; ++j)
-            identity.push_back(j);
+        std::vector<int> identity(static_cast<std::size_t>(n));
+        std::iota(identity.begin(), identity.end(), 0);
         const Lowered low = lower(forwardFlow(n), identity, true);
         const std::vector<bool> live = low.graph.liveSet(low.stores);
         int add32 = 0, add64 = 0, mul32 = 0, mul64 = 0, widen = 0, narrow = 0;

@@ -15,16 +15,11 @@ enum class Layout { CCS, Pack, Perm };
 
 inline int position(Layout layout, int n, int j)
 {
-    const bool nyquist = n % 2 == 0 && j == n - 1;
-    switch (layout) {
-    case Layout::Pack: return j;
-    case Layout::CCS: return nyquist ? n : (j == 0 ? 0 : j + 1);
-    case Layout::Perm:
-        if (n % 2 != 0)
-            return j;
-        return nyquist ? 1 : (j == 0 ? 0 : j + 1);
-    }
-    return -1;
+    if (layout == Layout::Pack || (layout == Layout::Perm && n % 2 != 0))
+        return j;
+    if (n % 2 == 0 && j == n - 1)  // the Nyquist value
+        return layout == Layout::CCS ? n : 1;
+    return j == 0 ? 0 : j + 1;
 }
 
 struct Precision {
