@@ -1,7 +1,6 @@
-// Flows of the real DFT rules: direct, prime-factor and twiddle steps and the
-// complex stages they use, on complex values held as pairs of references of a
-// real flow (real_builder.cpp), and the Rader step with folded multipliers
-// (real_rader.cpp).
+// Flows of the real DFT rules, complex values held as pairs of references of a
+// real flow: direct, prime-factor and twiddle steps and the complex stages
+// they use (real_builder.cpp), and the Rader step (real_rader.cpp).
 #ifndef KVTGEN_REAL_BUILDER_H
 #define KVTGEN_REAL_BUILDER_H
 
@@ -19,9 +18,6 @@ const long double pi = 3.141592653589793238462643383279502884L;
 // for even N, bin N/2 have a zero imaginary part.
 std::vector<Cx> realDft(Flow& flow, const TreePtr& tree, const std::vector<Ref>& x);
 
-// All N outputs of a complex DFT of the given length (exponent negative).
-std::vector<Cx> complexDft(Flow& flow, int size, const std::vector<Cx>& x);
-
 // The h/2 values (v[r] - i·v[r + h/2])·W_2h^r, r < h/2, of h real values (h
 // even) through a complex DFT of length h/2: output j is frequency 4j + 1 of
 // the length-2h transform of v.
@@ -30,15 +26,8 @@ std::vector<Cx> oddFrequencies(Flow& flow, const std::vector<Ref>& v);
 // The Rader step of a real prime length (its tree's inner length p - 1).
 std::vector<Cx> raderReal(Flow& f, const TreePtr& tree, const std::vector<Ref>& x);
 
-// x times W_m^e = exp(-2·pi·i·e/m): free at multiples of 90 degrees, two
-// products at odd multiples of 45 degrees, four otherwise.
-Cx rotate(Flow& flow, Cx x, long e, long m);
-
-inline Cx cadd(Flow& f, Cx a, Cx b) { return {f.add(a.re, b.re), f.add(a.im, b.im)}; }
-inline Cx csub(Flow& f, Cx a, Cx b) { return {f.sub(a.re, b.re), f.sub(a.im, b.im)}; }
 inline Cx conj(Cx a) { return {a.re, -a.im}; }
 inline Cx timesMinusI(Cx a) { return {a.im, -a.re}; }  // -i·(a + ib) = b - ia
-inline Cx timesI(Cx a) { return {-a.im, a.re}; }
 // (a.re + i a.im)·(c + i s) as two product expressions, one product per
 // statement in the order of the note in gen/graph.h.
 Cx times(Flow& f, Cx a, long double c, long double s);
@@ -54,9 +43,6 @@ std::vector<Ref> flatten(const std::vector<Cx>& bins, int n);
 // j = 0..p-2 (g^-j is entry (p-1-j) mod (p-1)).
 int primitiveRoot(int p);
 std::vector<long> powers(int g, int p);
-
-// Index k with k = k1 (mod a) and k = k2 (mod b), a and b coprime.
-long crt(long k1, long a, long k2, long b);
 
 // Bin k of the length-(p-1) DFT (exponent `sign`) of the roots W_p^(g^j),
 // j = 0..p-2, for the primitive root g: the multipliers of a Rader step.

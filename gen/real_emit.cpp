@@ -179,13 +179,12 @@ std::string countsHeader()
         << "constexpr Row rows[] = {\n";
     for (int n = 2; n <= 64; ++n) {
         const FlowCounts f = forwardFlow(n).counts, i = inverseFlow(n).counts, h = hartleyFlow(n).counts;
-        const ForwardRow& tf = forwardRow(n);
-        const InverseRow& ti = inverseRow(n);
+        const RuleRow &tf = forwardRow(n), &ti = inverseRow(n);
         const HartleyRow& th = hartleyRow(n);
         out << "    {" << n << ", " << f.multiplications << ", " << f.additions << ", " << f.negations << ", "
-            << tf.multiplications << ", " << tf.additions << ", " << tf.negations << ", " << i.multiplications << ", "
+            << tf.multiplications << ", " << tf.additions << ", " << tf.third << ", " << i.multiplications << ", "
             << i.additions << ", " << i.doublings << ", " << i.negations << ", " << ti.multiplications << ", "
-            << ti.additions << ", " << ti.doublings << ", " << h.multiplications << ", " << h.additions << ", "
+            << ti.additions << ", " << ti.third << ", " << h.multiplications << ", " << h.additions << ", "
             << h.negations << ", " << th.multiplications << ", " << th.additions << "},\n";
     }
     out << "};\n\n}  // namespace kvtg_real_counts\n";

@@ -7,18 +7,14 @@
 
 namespace gen::real {
 
-struct ForwardRow {
+// A rule and the counts that its flow must have: multiplications by transform
+// constants, additions and subtractions, and the negations of a forward flow
+// or the doublings of an inverse one.
+struct RuleRow {
     const char* rule;
     int multiplications;
     int additions;
-    int negations;
-};
-
-struct InverseRow {
-    const char* rule;
-    int multiplications;
-    int additions;
-    int doublings;
+    int third;
 };
 
 // Which flow a Hartley kernel takes: the forward one (Either as well) or the
@@ -31,8 +27,8 @@ struct HartleyRow {
     int additions;
 };
 
-const ForwardRow& forwardRow(int size);
-const InverseRow& inverseRow(int size);
+const RuleRow& forwardRow(int size);
+const RuleRow& inverseRow(int size);
 const HartleyRow& hartleyRow(int size);
 
 // Parsed trees; bare lengths inside a rule resolve to the rows of the same
