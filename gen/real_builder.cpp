@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <numeric>
 #include <stdexcept>
-#include <string>
 
 namespace gen::real {
 
@@ -185,23 +185,17 @@ std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)
         const Cx c = cadd(f, x[1], x[3]), d = csub(f, x[1], x[3]);
         return {cadd(f, a, c), cadd(f, b, timesMinusI(d)), csub(f, a, c), cadd(f, b, timesI(d))};
     }
-    case 8: return complexSplit(f, 4, 2, false, x);
-    case 9: return complexSplit(f, 3, 3, false, x);
-    case 16: return complexSplit(f, 8, 2, false, x);
-    case 6: return complexSplit(f, 3, 2, true, x);
-    case 10: return complexSplit(f, 5, 2, true, x);
-    case 12: return complexSplit(f, 4, 3, true, x);
-    case 14: return complexSplit(f, 7, 2, true, x);
-    case 15: return complexSplit(f, 5, 3, true, x);
-    case 3:
-    case 5:
-    case 7:
-    case 11: return directComplex(f, x);
-    default:
-        if (size >= 13)
-            return complexRader(f, x);
     }
-    throw std::logic_error("no complex stage of length " + std::to_string(size));
+    int p = 2;  // the least prime factor
+    while (size % p != 0)
+        ++p;
+    if (p == size)
+        return size < 13 ? directComplex(f, x) : complexRader(f, x);
+    // prime-factor on the least factor coprime to the rest, else twiddled on the least prime
+    for (int b = p; b < size; ++b)
+        if (size % b == 0 && std::gcd(b, size / b) == 1)
+            return complexSplit(f, size / b, b, true, x);
+    return complexSplit(f, size / p, p, false, x);
 }
 
 // ---- real stages ---------------------------------------------------------------

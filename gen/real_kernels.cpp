@@ -4,6 +4,7 @@
 #include "real_kernels.h"
 
 #include <cmath>
+#include <complex>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -115,31 +116,22 @@ void selfCheck(int n)
                                        std::to_string(i));
     };
 
-    // forward: the half spectrum R0, R1, I1, ... by the plain sum
-    std::vector<long double> u;
-    for (int k = 0; 2 * k <= n; ++k) {
-        long double re = 0, im = 0;
-        for (int t = 0; t < n; ++t) {
-            re += x[t] * std::cos(angle(t, k));
-            im -= x[t] * std::sin(angle(t, k));
-        }
-        u.push_back(re);
-        if (k > 0 && 2 * k < n)
-            u.push_back(im);
-    }
-    expectClose(forwardFlow(n), x, u, "forward");
-
-    // inverse: the unscaled inverse transform of the spectrum of x is n·x
-    std::vector<long double> y;
-    for (long double e : x)
-        y.push_back(n * e);
-    expectClose(inverseFlow(n), u, y, "inverse");
-
-    // Hartley: the sum of x times cas = cos + sin
-    std::vector<long double> h(static_cast<std::size_t>(n));
+    // the plain sums X[k] of x[t]·W_n^(t·k)
+    std::vector<std::complex<long double>> X(static_cast<std::size_t>(n));
     for (int k = 0; k < n; ++k)
         for (int t = 0; t < n; ++t)
-            h[k] += x[t] * (std::cos(angle(t, k)) + std::sin(angle(t, k)));
+            X[k] += x[t] * std::polar(1.0L, -angle(t, k));
+    std::vector<long double> u, y, h;
+    for (int k = 0; k < n; ++k) {
+        if (2 * k <= n)  // forward: the half spectrum R0, R1, I1, ...
+            u.push_back(X[k].real());
+        if (k > 0 && 2 * k < n)
+            u.push_back(X[k].imag());
+        y.push_back(n * x[k]);                   // inverse: the unscaled inverse of the spectrum of x is n·x
+        h.push_back(X[k].real() - X[k].imag());  // Hartley: x times cas = cos + sin
+    }
+    expectClose(forwardFlow(n), x, u, "forward");
+    expectClose(inverseFlow(n), u, y, "inverse");
     expectClose(hartleyFlow(n), x, h, "Hartley");
 }
 

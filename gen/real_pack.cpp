@@ -97,14 +97,7 @@ Packer::Plan Packer::plan(const std::vector<int>& src) const
             return {Gather::Load, 1, base};
     }
     if (sourcePacks.size() <= 2 && all([&](int s) { return packOf(s) >= 0; })) {
-        auto moved = [&](int q) {
-            for (int i = 0; i < lanes; ++i) {
-                const int s = src[static_cast<std::size_t>(i)];
-                if (s >= 0 && packOf(s) == q && laneOf(s) != i)
-                    return moveWeight(q);
-            }
-            return 0;
-        };
+        auto moved = [&](int q) { return permutation(q, src) == inPlace ? 0 : moveWeight(q); };
         const int p = *sourcePacks.begin(), q = *sourcePacks.rbegin();
         if (p == q)
             return {Gather::Permute, moved(p), p};  // no move where every lane is in place
@@ -115,6 +108,16 @@ Packer::Plan Packer::plan(const std::vector<int>& src) const
     for (int s : used)
         cost += 1 + extraction(s) + (packOf(s) < 0 && g.node(s).op == Op::Input ? 1 : 0);
     return {Gather::Lanes, cost};
+}
+
+int Packer::permutation(int q, const std::vector<int>& src) const
+{
+    int selector = 0;
+    for (int i = 0; i < lanes; ++i) {
+        const int s = src[static_cast<std::size_t>(i)];
+        selector |= (s >= 0 && packOf(s) == q ? laneOf(s) : i) << (2 * i);
+    }
+    return selector;
 }
 
 std::vector<int> Packer::operandsOf(const std::vector<int>& members, bool second) const
@@ -145,143 +148,133 @@ namespace {
 // as long.
 constexpr int longKernel = 1000;
 
-// The packs of one bucket after another, made into the packer as they are
-// chosen: the operands of a later level see where the earlier packs put them.
-class PackChooser {
-public:
-    explicit PackChooser(Packer& pk) : pk_(pk), g_(pk.g) {}
-
-    // members whose operands sit side by side go into one vector in the order
-    // of those operands, so that gathering them is cheap
-    void sortByOperands(std::vector<int>& members) const
-    {
-        auto operandKey = [&](int o) {
-            if (o < 0)
-                return std::make_tuple(3, 0, 0);
-            if (pk_.packOf(o) >= 0)
-                return std::make_tuple(0, pk_.packOf(o), pk_.laneOf(o));
-            if (g_.node(o).op == Op::Input)
-                return std::make_tuple(1, g_.node(o).index, 0);
-            return std::make_tuple(2, pk_.position[static_cast<std::size_t>(o)], o);
-        };
-        std::stable_sort(members.begin(), members.end(), [&](int x, int y) {
-            return std::make_tuple(operandKey(g_.node(x).a), operandKey(g_.node(x).b)) <
-                   std::make_tuple(operandKey(g_.node(y).a), operandKey(g_.node(y).b));
-        });
-    }
-
-    // chunks of four neighbours in the sorted order, each where it saves instructions
-    void packInOrder(const std::vector<int>& members)
-    {
-        for (std::size_t start = 0; start < members.size(); start += lanes) {
-            std::vector<int> chunk(lanes, -1);
-            for (std::size_t i = start; i < members.size() && i < start + lanes; ++i)
-                chunk[i - start] = members[i];
-            if (saving(chunk) > 0)
-                addPack(chunk);
-        }
-    }
-
-    // Chunks grown greedily, each seeded by the next member not taken, in the
-    // lane of its first operand where that is packed: all lanes filled step
-    // by step, each step adding the member and lane that save most, then cut
-    // back to the prefix of steps that saved most; dropped where none saved.
-    void packGreedily(const std::vector<int>& members)
-    {
-        std::vector<bool> taken(members.size(), false);
-        for (std::size_t first = 0; first < members.size(); ++first) {
-            if (taken[first])
-                continue;
-            taken[first] = true;
-            std::vector<int> chunk(lanes, -1);
-            chunk[static_cast<std::size_t>(std::max(pk_.laneOf(g_.node(members[first]).a), 0))] = members[first];
-            std::vector<Step> steps;
-            int bestSaving = 0;
-            std::size_t bestSteps = 0;
-            for (int filled = 1; filled < lanes; ++filled) {
-                const Step best = bestStep(members, taken, first, chunk);
-                if (best.lane < 0)
-                    break;
-                chunk[static_cast<std::size_t>(best.lane)] = members[best.member];
-                taken[best.member] = true;
-                steps.push_back(best);
-                if (best.saving > bestSaving) {
-                    bestSaving = best.saving;
-                    bestSteps = steps.size();
-                }
-            }
-            for (std::size_t i = bestSteps; i < steps.size(); ++i) {
-                taken[steps[i].member] = false;
-                chunk[static_cast<std::size_t>(steps[i].lane)] = -1;
-            }
-            if (bestSteps != 0)
-                addPack(chunk);
-        }
-    }
-
-private:
-    // a member and a lane of a chunk, and what the chunk saves with it there
-    struct Step {
-        int saving = INT_MIN;
-        std::size_t member = 0;
-        int lane = -1;
-    };
-
-    // instructions that a chunk saves against scalar code (none below two members)
-    int saving(const std::vector<int>& chunk) const
-    {
-        int scalar = 0, count = 0;
-        for (int m : chunk)
-            if (m >= 0) {
-                scalar += pk_.w.of(g_, m) + pk_.extraction(g_.node(m).a) + pk_.extraction(g_.node(m).b);
-                ++count;
-            }
-        return count < 2 ? 0 : scalar - pk_.packedCost(chunk);
-    }
-
-    // Of the next few members of the sorted bucket that are not taken, the one
-    // and the free lane of the chunk that save most.
-    Step bestStep(const std::vector<int>& members, const std::vector<bool>& taken, std::size_t first,
-                  std::vector<int>& chunk) const
-    {
-        Step best;
-        for (std::size_t c = first + 1; c < members.size() && c < first + 24; ++c) {
-            if (taken[c])
-                continue;
-            for (int l = 0; l < lanes; ++l) {
-                int& slot = chunk[static_cast<std::size_t>(l)];
-                if (slot >= 0)
-                    continue;
-                slot = members[c];
-                const int sv = saving(chunk);
-                slot = -1;
-                if (sv > best.saving)
-                    best = {sv, c, l};
-            }
-        }
-        return best;
-    }
-
-    void addPack(const std::vector<int>& chunk)
-    {
-        const int index = static_cast<int>(pk_.packs.size());
-        pk_.packs.push_back(chunk);
-        for (int i = 0; i < lanes; ++i) {
-            const int m = chunk[static_cast<std::size_t>(i)];
-            if (m >= 0) {
-                pk_.pack[static_cast<std::size_t>(m)] = index;
-                pk_.lane[static_cast<std::size_t>(m)] = i;
-            }
-        }
-    }
-
-    Packer& pk_;
-    const Graph& g_;
+// a member and a lane of a chunk, and what the chunk saves with it there
+struct Step {
+    int saving = INT_MIN;
+    std::size_t member = 0;
+    int lane = -1;
 };
+
+// instructions that a chunk saves against scalar code (none below two members)
+int saving(const Packer& pk, const std::vector<int>& chunk)
+{
+    int scalar = 0, count = 0;
+    for (int m : chunk)
+        if (m >= 0) {
+            scalar += pk.w.of(pk.g, m) + pk.extraction(pk.g.node(m).a) + pk.extraction(pk.g.node(m).b);
+            ++count;
+        }
+    return count < 2 ? 0 : scalar - pk.packedCost(chunk);
+}
+
+// Of the next few members of the sorted bucket that are not taken, the one
+// and the free lane of the chunk that save most.
+Step bestStep(const Packer& pk, const std::vector<int>& members, const std::vector<bool>& taken, std::size_t first,
+              std::vector<int>& chunk)
+{
+    Step best;
+    for (std::size_t c = first + 1; c < members.size() && c < first + 24; ++c) {
+        if (taken[c])
+            continue;
+        for (int l = 0; l < lanes; ++l) {
+            int& slot = chunk[static_cast<std::size_t>(l)];
+            if (slot >= 0)
+                continue;
+            slot = members[c];
+            const int sv = saving(pk, chunk);
+            slot = -1;
+            if (sv > best.saving)
+                best = {sv, c, l};
+        }
+    }
+    return best;
+}
+
+void addPack(Packer& pk, const std::vector<int>& chunk)
+{
+    const int index = static_cast<int>(pk.packs.size());
+    pk.packs.push_back(chunk);
+    for (int i = 0; i < lanes; ++i) {
+        const int m = chunk[static_cast<std::size_t>(i)];
+        if (m >= 0) {
+            pk.pack[static_cast<std::size_t>(m)] = index;
+            pk.lane[static_cast<std::size_t>(m)] = i;
+        }
+    }
+}
+
+// members whose operands sit side by side go into one vector in the order
+// of those operands, so that gathering them is cheap
+void sortByOperands(const Packer& pk, std::vector<int>& members)
+{
+    auto operandKey = [&](int o) {
+        if (o < 0)
+            return std::make_tuple(3, 0, 0);
+        if (pk.packOf(o) >= 0)
+            return std::make_tuple(0, pk.packOf(o), pk.laneOf(o));
+        if (pk.g.node(o).op == Op::Input)
+            return std::make_tuple(1, pk.g.node(o).index, 0);
+        return std::make_tuple(2, pk.position[static_cast<std::size_t>(o)], o);
+    };
+    std::stable_sort(members.begin(), members.end(), [&](int x, int y) {
+        return std::make_tuple(operandKey(pk.g.node(x).a), operandKey(pk.g.node(x).b)) <
+               std::make_tuple(operandKey(pk.g.node(y).a), operandKey(pk.g.node(y).b));
+    });
+}
+
+// chunks of four neighbours in the sorted order, each where it saves instructions
+void packInOrder(Packer& pk, const std::vector<int>& members)
+{
+    for (std::size_t start = 0; start < members.size(); start += lanes) {
+        std::vector<int> chunk(lanes, -1);
+        for (std::size_t i = start; i < members.size() && i < start + lanes; ++i)
+            chunk[i - start] = members[i];
+        if (saving(pk, chunk) > 0)
+            addPack(pk, chunk);
+    }
+}
+
+// Chunks grown greedily, each seeded by the next member not taken, in the
+// lane of its first operand where that is packed: all lanes filled step
+// by step, each step adding the member and lane that save most, then cut
+// back to the prefix of steps that saved most; dropped where none saved.
+void packGreedily(Packer& pk, const std::vector<int>& members)
+{
+    std::vector<bool> taken(members.size(), false);
+    for (std::size_t first = 0; first < members.size(); ++first) {
+        if (taken[first])
+            continue;
+        taken[first] = true;
+        std::vector<int> chunk(lanes, -1);
+        chunk[static_cast<std::size_t>(std::max(pk.laneOf(pk.g.node(members[first]).a), 0))] = members[first];
+        std::vector<Step> steps;
+        int bestSaving = 0;
+        std::size_t bestSteps = 0;
+        for (int filled = 1; filled < lanes; ++filled) {
+            const Step best = bestStep(pk, members, taken, first, chunk);
+            if (best.lane < 0)
+                break;
+            chunk[static_cast<std::size_t>(best.lane)] = members[best.member];
+            taken[best.member] = true;
+            steps.push_back(best);
+            if (best.saving > bestSaving) {
+                bestSaving = best.saving;
+                bestSteps = steps.size();
+            }
+        }
+        for (std::size_t i = bestSteps; i < steps.size(); ++i) {
+            taken[steps[i].member] = false;
+            chunk[static_cast<std::size_t>(steps[i].lane)] = -1;
+        }
+        if (bestSteps != 0)
+            addPack(pk, chunk);
+    }
+}
 
 // Groups the live operations that a vector can do lane by lane into packs (in
 // `pk`), in buckets of one level, operation, type and kind of product, each
-// bucket packed on its own, level after level.
+// bucket packed on its own, level after level: the operands of a later level
+// see where the earlier packs put them.
 void choosePacks(Packer& pk, bool greedy)
 {
     const Graph& g = pk.g;
@@ -298,13 +291,12 @@ void choosePacks(Packer& pk, bool greedy)
         buckets[{pk.level[static_cast<std::size_t>(id)], static_cast<int>(n.op), static_cast<int>(n.type), kind}]
             .push_back(id);
     }
-    PackChooser chooser(pk);
     for (auto& [key, members] : buckets) {
-        chooser.sortByOperands(members);
+        sortByOperands(pk, members);
         if (greedy)
-            chooser.packGreedily(members);
+            packGreedily(pk, members);
         else
-            chooser.packInOrder(members);
+            packInOrder(pk, members);
     }
 }
 

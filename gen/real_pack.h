@@ -125,6 +125,10 @@ struct Packer {
         int first = -1, second = -1;  // packs (Permute, Blend), or the first input slot (Load)
     };
     Plan plan(const std::vector<int>& src) const;
+    // The lane selector of a permutation that puts the lanes of pack q where
+    // `src` wants them; inPlace where every lane is in place.
+    int permutation(int q, const std::vector<int>& src) const;
+    static constexpr int inPlace = 0xE4;
 
     // The operands a (or b, `second`) of the members of a pack, -1 for an unused lane.
     std::vector<int> operandsOf(const std::vector<int>& members, bool second) const;

@@ -86,12 +86,8 @@ private:
 
     std::string permuteText(int p, const std::vector<int>& src) const
     {
-        int selector = 0;
-        for (int i = 0; i < lanes; ++i) {
-            const int s = src[static_cast<std::size_t>(i)];
-            selector |= (s >= 0 && pk_.packOf(s) == p ? pk_.laneOf(s) : i) << (2 * i);
-        }
-        if (selector == 0xE4)  // every lane in place
+        const int selector = pk_.permutation(p, src);
+        if (selector == Packer::inPlace)
             return "p" + std::to_string(p);
         return "kv::permute<" + std::to_string(selector) + ">(p" + std::to_string(p) + ")";
     }
