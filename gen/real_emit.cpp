@@ -16,7 +16,7 @@
 #include "graph.h"
 #include "real_kernels.h"
 #include "real_pack.h"
-#include "real_rules.h"
+#include "real_builder.h"
 #include "real_units.h"
 
 namespace gen::real {

@@ -10,7 +10,6 @@
 #include <string>
 
 #include "real_builder.h"
-#include "real_rules.h"
 
 namespace gen::real {
 

@@ -11,7 +11,6 @@
 #include <stdexcept>
 
 #include "real_builder.h"
-#include "real_rules.h"
 
 namespace gen::real {
 

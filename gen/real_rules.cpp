@@ -4,7 +4,7 @@
 // flow the inverse kernel runs, with its doublings.  Hartley rows: which of the
 // two flows a kernel takes and what it costs.  The generator holds every
 // kernel it writes against these counts.
-#include "real_rules.h"
+#include "real_builder.h"
 
 #include <stdexcept>
 #include <string>
