@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <numeric>
 #include <stdexcept>
-#include <string>
 
 namespace gen::real {
 
@@ -41,6 +41,15 @@ void checkFilled(const std::vector<bool>& filled)
             throw std::logic_error("a bin is never produced");
 }
 
+namespace {
+
+// ---- complex stages ------------------------------------------------------------
+
+Cx cadd(Flow& f, Cx a, Cx b) { return {f.add(a.re, b.re), f.add(a.im, b.im)}; }
+Cx csub(Flow& f, Cx a, Cx b) { return {f.sub(a.re, b.re), f.sub(a.im, b.im)}; }
+Cx timesI(Cx a) { return {-a.im, a.re}; }
+
+// Index k with k = k1 (mod a) and k = k2 (mod b), a and b coprime.
 long crt(long k1, long a, long k2, long b)
 {
     for (long k = k1; k < a * b; k += a)
@@ -49,7 +58,147 @@ long crt(long k1, long a, long k2, long b)
     throw std::logic_error("factors are not coprime");
 }
 
-namespace {
+// x times W_m^e = exp(-2·pi·i·e/m): free at multiples of 90 degrees, two
+// products at odd multiples of 45 degrees, four otherwise.
+Cx rotate(Flow& f, Cx x, long e, long m)
+{
+    e = (e % m + m) % m;
+    if (e == 0)
+        return x;
+    if ((8 * e) % m == 0) {
+        const long q = 8 * e / m;
+        for (long turn = 0; turn < q / 2; ++turn)
+            x = timesMinusI(x);
+        if (q % 2 == 0)
+            return x;
+        // (a + ib)·(1 - i)/sqrt 2 = ((a + b) + i(b - a))/sqrt 2
+        const long double r = std::sqrt(0.5L);
+        if (transposedDepth % 2 == 1) {
+            const Ref a = f.mul(x.re, r), b = f.mul(x.im, r);
+            return {f.add(a, b), f.sub(b, a)};
+        }
+        return {f.mul(f.add(x.re, x.im), r), f.mul(f.sub(x.im, x.re), r)};
+    }
+    const long double angle = 2 * pi * e / m;
+    return times(f, x, std::cos(angle), -std::sin(angle));
+}
+
+// All N outputs of a complex DFT of the given length (exponent negative).
+std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x);
+
+// Direct rule of an odd prime on complex samples: sums and differences of
+// positions n and p-n, then two product expressions per output pair.
+std::vector<Cx> directComplex(Flow& f, const std::vector<Cx>& x)
+{
+    const int p = static_cast<int>(x.size());
+    const int half = (p - 1) / 2;
+    std::vector<Cx> e(static_cast<std::size_t>(half + 1)), d(static_cast<std::size_t>(half + 1));
+    for (int n = 1; n <= half; ++n) {
+        e[n] = cadd(f, x[n], x[p - n]);
+        d[n] = csub(f, x[n], x[p - n]);
+    }
+    std::vector<Cx> out(static_cast<std::size_t>(p));
+    out[0] = x[0];
+    for (int n = 1; n <= half; ++n)
+        out[0] = cadd(f, out[0], e[n]);
+    for (int k = 1; k <= half; ++k) {
+        std::vector<Ref> ar{x[0].re}, ai{x[0].im}, br, bi;
+        for (int n = 1; n <= half; ++n) {
+            const long double angle = 2 * pi * ((static_cast<long>(n) * k) % p) / p;
+            const long double c = std::cos(angle), s = std::sin(angle);
+            ar.push_back(f.mul(e[n].re, c));
+            ai.push_back(f.mul(e[n].im, c));
+            br.push_back(f.mul(d[n].re, s));
+            bi.push_back(f.mul(d[n].im, s));
+        }
+        const Cx a{f.sum(ar, true), f.sum(ai, true)};
+        const Cx b{f.sum(br, true), f.sum(bi, true)};
+        // X[k] = a - i·b, X[p-k] = a + i·b
+        out[k] = cadd(f, a, timesMinusI(b));
+        out[p - k] = cadd(f, a, timesI(b));
+    }
+    return out;
+}
+
+// Complex split of n = a·b: a-point transforms on b groups, then b-point
+// transforms on the columns of their bins, twiddled unless the split is
+// prime-factor (a and b coprime).
+std::vector<Cx> complexSplit(Flow& f, int a, int b, bool pfa, const std::vector<Cx>& x)
+{
+    const int n = a * b;
+    std::vector<std::vector<Cx>> y(static_cast<std::size_t>(b));
+    for (int t = 0; t < b; ++t) {
+        std::vector<Cx> group;
+        for (int u = 0; u < a; ++u)
+            group.push_back(x[static_cast<std::size_t>(pfa ? (a * t + b * u) % n : b * u + t)]);
+        y[t] = complexDft(f, a, group);
+    }
+    std::vector<Cx> out(static_cast<std::size_t>(n));
+    for (int k1 = 0; k1 < a; ++k1) {
+        std::vector<Cx> column;
+        for (int t = 0; t < b; ++t)
+            column.push_back(pfa ? y[t][k1] : rotate(f, y[t][k1], static_cast<long>(t) * k1, n));
+        const std::vector<Cx> z = complexDft(f, b, column);
+        for (int k2 = 0; k2 < b; ++k2)
+            out[static_cast<std::size_t>(pfa ? crt(k1, a, k2, b) : k1 + a * k2)] = z[k2];
+    }
+    return out;
+}
+
+// Complex Rader scheme on the given inner length n = p - 1, used where a real
+// rule needs a complex stage of a prime of 13 or more.
+std::vector<Cx> complexRader(Flow& f, const std::vector<Cx>& x)
+{
+    const int p = static_cast<int>(x.size());
+    const int n = p - 1;
+    const int g = primitiveRoot(p);
+    const std::vector<long> power = powers(g, p);
+    std::vector<Cx> a;
+    for (long i : power)
+        a.push_back(x[static_cast<std::size_t>(i)]);
+    const std::vector<Cx> big = complexDft(f, n, a);
+    std::vector<Cx> c(static_cast<std::size_t>(n));
+    for (int k = 0; k < n; ++k) {
+        const std::complex<long double> bk = rootBin(p, g, k, 1) / static_cast<long double>(n);
+        const Cx v = big[k];
+        c[k] = times(f, v, bk.real(), bk.imag());
+        if (k == 0)
+            c[k] = {f.add(x[0].re, f.mul(v.re, bk.real()), true), f.add(x[0].im, f.mul(v.im, bk.real()), true)};
+        // inverse transform: conjugate in, conjugate out
+        c[k] = conj(c[k]);
+    }
+    const std::vector<Cx> back = complexDft(f, n, c);
+    std::vector<Cx> out(static_cast<std::size_t>(p));
+    out[0] = cadd(f, x[0], big[0]);
+    for (int m = 0; m < n; ++m)
+        out[static_cast<std::size_t>(power[(n - m) % n])] = conj(back[m]);  // at g^(-m)
+    return out;
+}
+
+std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)
+{
+    switch (size) {
+    case 1: return x;
+    case 2: return {cadd(f, x[0], x[1]), csub(f, x[0], x[1])};
+    case 4: {
+        const Cx a = cadd(f, x[0], x[2]), b = csub(f, x[0], x[2]);
+        const Cx c = cadd(f, x[1], x[3]), d = csub(f, x[1], x[3]);
+        return {cadd(f, a, c), cadd(f, b, timesMinusI(d)), csub(f, a, c), cadd(f, b, timesI(d))};
+    }
+    }
+    int p = 2;  // the least prime factor
+    while (size % p != 0)
+        ++p;
+    if (p == size)
+        return size < 13 ? directComplex(f, x) : complexRader(f, x);
+    // prime-factor on the least factor coprime to the rest, else twiddled on the least prime
+    for (int b = p; b < size; ++b)
+        if (size % b == 0 && std::gcd(b, size / b) == 1)
+            return complexSplit(f, size / b, b, true, x);
+    return complexSplit(f, size / p, p, false, x);
+}
+
+// ---- real stages ---------------------------------------------------------------
 
 // Direct rule of an odd prime on real samples.
 std::vector<Cx> directReal(Flow& f, const std::vector<Ref>& x)
@@ -178,124 +327,6 @@ std::vector<Cx> oddFrequencies(Flow& f, const std::vector<Ref>& v)
     return complexDft(f, static_cast<int>(h / 2), z);
 }
 
-// ---- complex stages ------------------------------------------------------------
-
-namespace {
-
-// Direct rule of an odd prime on complex samples: sums and differences of
-// positions n and p-n, then two product expressions per output pair.
-std::vector<Cx> directComplex(Flow& f, const std::vector<Cx>& x)
-{
-    const int p = static_cast<int>(x.size());
-    const int half = (p - 1) / 2;
-    std::vector<Cx> e(static_cast<std::size_t>(half + 1)), d(static_cast<std::size_t>(half + 1));
-    for (int n = 1; n <= half; ++n) {
-        e[n] = cadd(f, x[n], x[p - n]);
-        d[n] = csub(f, x[n], x[p - n]);
-    }
-    std::vector<Cx> out(static_cast<std::size_t>(p));
-    out[0] = x[0];
-    for (int n = 1; n <= half; ++n)
-        out[0] = cadd(f, out[0], e[n]);
-    for (int k = 1; k <= half; ++k) {
-        std::vector<Ref> ar{x[0].re}, ai{x[0].im}, br, bi;
-        for (int n = 1; n <= half; ++n) {
-            const long double angle = 2 * pi * ((static_cast<long>(n) * k) % p) / p;
-            const long double c = std::cos(angle), s = std::sin(angle);
-            ar.push_back(f.mul(e[n].re, c));
-            ai.push_back(f.mul(e[n].im, c));
-            br.push_back(f.mul(d[n].re, s));
-            bi.push_back(f.mul(d[n].im, s));
-        }
-        const Cx a{f.sum(ar, true), f.sum(ai, true)};
-        const Cx b{f.sum(br, true), f.sum(bi, true)};
-        // X[k] = a - i·b, X[p-k] = a + i·b
-        out[k] = cadd(f, a, timesMinusI(b));
-        out[p - k] = cadd(f, a, timesI(b));
-    }
-    return out;
-}
-
-// Complex split of n = a·b: a-point transforms on b groups, then b-point
-// transforms on the columns of their bins, twiddled unless the split is
-// prime-factor (a and b coprime).
-std::vector<Cx> complexSplit(Flow& f, int a, int b, bool pfa, const std::vector<Cx>& x)
-{
-    const int n = a * b;
-    std::vector<std::vector<Cx>> y(static_cast<std::size_t>(b));
-    for (int t = 0; t < b; ++t) {
-        std::vector<Cx> group;
-        for (int u = 0; u < a; ++u)
-            group.push_back(x[static_cast<std::size_t>(pfa ? (a * t + b * u) % n : b * u + t)]);
-        y[t] = complexDft(f, a, group);
-    }
-    std::vector<Cx> out(static_cast<std::size_t>(n));
-    for (int k1 = 0; k1 < a; ++k1) {
-        std::vector<Cx> column;
-        for (int t = 0; t < b; ++t)
-            column.push_back(pfa ? y[t][k1] : rotate(f, y[t][k1], static_cast<long>(t) * k1, n));
-        const std::vector<Cx> z = complexDft(f, b, column);
-        for (int k2 = 0; k2 < b; ++k2)
-            out[static_cast<std::size_t>(pfa ? crt(k1, a, k2, b) : k1 + a * k2)] = z[k2];
-    }
-    return out;
-}
-
-// Complex Rader scheme on the given inner length n = p - 1, used where a real
-// rule needs a complex stage of a prime of 13 or more.
-std::vector<Cx> complexRader(Flow& f, const std::vector<Cx>& x)
-{
-    const int p = static_cast<int>(x.size());
-    const int n = p - 1;
-    const int g = primitiveRoot(p);
-    const std::vector<long> power = powers(g, p);
-    std::vector<Cx> a;
-    for (long i : power)
-        a.push_back(x[static_cast<std::size_t>(i)]);
-    const std::vector<Cx> big = complexDft(f, n, a);
-    std::vector<Cx> c(static_cast<std::size_t>(n));
-    for (int k = 0; k < n; ++k) {
-        const std::complex<long double> bk = rootBin(p, g, k, 1) / static_cast<long double>(n);
-        const Cx v = big[k];
-        c[k] = times(f, v, bk.real(), bk.imag());
-        if (k == 0)
-            c[k] = {f.add(x[0].re, f.mul(v.re, bk.real()), true), f.add(x[0].im, f.mul(v.im, bk.real()), true)};
-        // inverse transform: conjugate in, conjugate out
-        c[k] = conj(c[k]);
-    }
-    const std::vector<Cx> back = complexDft(f, n, c);
-    std::vector<Cx> out(static_cast<std::size_t>(p));
-    out[0] = cadd(f, x[0], big[0]);
-    for (int m = 0; m < n; ++m)
-        out[static_cast<std::size_t>(power[(n - m) % n])] = conj(back[m]);  // at g^(-m)
-    return out;
-}
-
-}  // namespace
-
-Cx rotate(Flow& f, Cx x, long e, long m)
-{
-    e = (e % m + m) % m;
-    if (e == 0)
-        return x;
-    if ((8 * e) % m == 0) {
-        const long q = 8 * e / m;
-        for (long turn = 0; turn < q / 2; ++turn)
-            x = timesMinusI(x);
-        if (q % 2 == 0)
-            return x;
-        // (a + ib)·(1 - i)/sqrt 2 = ((a + b) + i(b - a))/sqrt 2
-        const long double r = std::sqrt(0.5L);
-        if (transposedDepth % 2 == 1) {
-            const Ref a = f.mul(x.re, r), b = f.mul(x.im, r);
-            return {f.add(a, b), f.sub(b, a)};
-        }
-        return {f.mul(f.add(x.re, x.im), r), f.mul(f.sub(x.im, x.re), r)};
-    }
-    const long double angle = 2 * pi * e / m;
-    return times(f, x, std::cos(angle), -std::sin(angle));
-}
-
 std::complex<long double> rootBin(int p, int g, int k, int sign)
 {
     std::complex<long double> sum = 0;
@@ -305,35 +336,6 @@ std::complex<long double> rootBin(int p, int g, int k, int sign)
         sum += std::polar(1.0L, -2 * pi * t[j] / p) * std::polar(1.0L, inner);
     }
     return sum;
-}
-
-std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)
-{
-    switch (size) {
-    case 1: return x;
-    case 2: return {cadd(f, x[0], x[1]), csub(f, x[0], x[1])};
-    case 4: {
-        const Cx a = cadd(f, x[0], x[2]), b = csub(f, x[0], x[2]);
-        const Cx c = cadd(f, x[1], x[3]), d = csub(f, x[1], x[3]);
-        return {cadd(f, a, c), cadd(f, b, timesMinusI(d)), csub(f, a, c), cadd(f, b, timesI(d))};
-    }
-    case 8: return complexSplit(f, 4, 2, false, x);
-    case 9: return complexSplit(f, 3, 3, false, x);
-    case 16: return complexSplit(f, 8, 2, false, x);
-    case 6: return complexSplit(f, 3, 2, true, x);
-    case 10: return complexSplit(f, 5, 2, true, x);
-    case 12: return complexSplit(f, 4, 3, true, x);
-    case 14: return complexSplit(f, 7, 2, true, x);
-    case 15: return complexSplit(f, 5, 3, true, x);
-    case 3:
-    case 5:
-    case 7:
-    case 11: return directComplex(f, x);
-    default:
-        if (size >= 13)
-            return complexRader(f, x);
-    }
-    throw std::logic_error("no complex stage of length " + std::to_string(size));
 }
 
 }  // namespace gen::real

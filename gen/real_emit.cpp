@@ -4,7 +4,9 @@
 // the size dispatchers.  Every flow is checked against the plain definition
 // in long double before anything is written, and the operation counts of the
 // flows go into a header for the test that holds them against the rule tables.
+// The families real-counts and real-types report on the flows.
 #include <algorithm>
+#include <cstdio>
 #include <numeric>
 #include <sstream>
 
@@ -14,7 +16,7 @@
 #include "graph.h"
 #include "real_kernels.h"
 #include "real_pack.h"
-#include "real_rules.h"
+#include "real_builder.h"
 #include "real_units.h"
 
 namespace gen::real {
@@ -179,13 +181,12 @@ std::string countsHeader()
         << "constexpr Row rows[] = {\n";
     for (int n = 2; n <= 64; ++n) {
         const FlowCounts f = forwardFlow(n).counts, i = inverseFlow(n).counts, h = hartleyFlow(n).counts;
-        const ForwardRow& tf = forwardRow(n);
-        const InverseRow& ti = inverseRow(n);
+        const RuleRow &tf = forwardRow(n), &ti = inverseRow(n);
         const HartleyRow& th = hartleyRow(n);
         out << "    {" << n << ", " << f.multiplications << ", " << f.additions << ", " << f.negations << ", "
-            << tf.multiplications << ", " << tf.additions << ", " << tf.negations << ", " << i.multiplications << ", "
+            << tf.multiplications << ", " << tf.additions << ", " << tf.third << ", " << i.multiplications << ", "
             << i.additions << ", " << i.doublings << ", " << i.negations << ", " << ti.multiplications << ", "
-            << ti.additions << ", " << ti.doublings << ", " << h.multiplications << ", " << h.additions << ", "
+            << ti.additions << ", " << ti.third << ", " << h.multiplications << ", " << h.additions << ", "
             << h.negations << ", " << th.multiplications << ", " << th.additions << "},\n";
     }
     out << "};\n\n}  // namespace kvtg_real_counts\n";
@@ -197,6 +198,60 @@ const FamilyRegistration realFamily("real", [](const std::string& dir) {
     writeIfChanged(dir + "/real_counts.h", countsHeader());
 });
 const FamilyRegistration hartleyFamily("hartley", emitHartley);
+
+// Two reports that write no units, for the work on the tables and the lowering.
+// real-counts: one line per flow whose counts differ from its row of the rule
+// tables; the third count is the doublings of an inverse flow (which has no
+// negations) and the negations of the others.
+const FamilyRegistration realCounts("real-counts", [](const std::string&) {
+    std::ostringstream out;
+    int count = 0;
+    const auto row = [&](const char* what, int n, const FlowCounts& got, const RuleRow& want) {
+        const bool inverse = std::string(what) == "inverse";
+        const int third = inverse ? got.doublings : got.negations;
+        if (got.multiplications == want.multiplications && got.additions == want.additions && third == want.third &&
+            (!inverse || got.negations == 0))
+            return;
+        ++count;
+        out << what << " " << n << ": got " << got.multiplications << " mul " << got.additions << " add " << third
+            << (inverse ? " dbl" : " neg") << " (neg " << got.negations << "), table " << want.multiplications << " / "
+            << want.additions << " / " << want.third << "\n";
+    };
+    for (int n = 2; n <= 64; ++n) {
+        selfCheck(n);
+        row("forward", n, forwardFlow(n).counts, forwardRow(n));
+        row("inverse", n, inverseFlow(n).counts, inverseRow(n));
+        row("Hartley", n, hartleyFlow(n).counts, {"", hartleyRow(n).multiplications, hartleyRow(n).additions, 0});
+    }
+    out << count << " rows differ\n";
+    std::fputs(out.str().c_str(), stdout);
+});
+
+// real-types: arithmetic types of the forward Real32 kernels: additions (negations
+// included) and products (scaling included) per type, widenings, narrowings.
+const FamilyRegistration realTypes("real-types", [](const std::string&) {
+    for (int n = 2; n <= 64; ++n) {
+        const Lowered low = lower(forwardFlow(n), identity(n), true);
+        const std::vector<bool> live = low.graph.liveSet(low.stores);
+        int add32 = 0, add64 = 0, mul32 = 0, mul64 = 0, widen = 0, narrow = 0;
+        for (int id = 0; id < low.graph.size(); ++id) {
+            if (!live[static_cast<std::size_t>(id)])
+                continue;
+            const Node& node = low.graph.node(id);
+            const bool wide = node.type == Type::F64;
+            switch (node.op) {
+            case Op::Add:
+            case Op::Sub:
+            case Op::ZeroSub: (wide ? add64 : add32)++; break;
+            case Op::Mul: (wide ? mul64 : mul32)++; break;
+            case Op::Widen: ++widen; break;
+            case Op::Narrow: ++narrow; break;
+            default: break;
+            }
+        }
+        std::printf("%2d %4d %4d %4d %4d %4d %4d\n", n, add32, add64, mul32, mul64, widen, narrow);
+    }
+});
 
 }  // namespace
 

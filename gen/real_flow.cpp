@@ -151,11 +151,11 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs)
     return result;
 }
 
-Transposed transpose(const Flow& flow, const std::vector<Ref>& outputs, int inputCount,
+KernelFlow transpose(const Flow& flow, const std::vector<Ref>& outputs, int inputCount,
                      const std::vector<long double>& inputScale)
 {
     const std::vector<int> uses = flow.useCounts(outputs);
-    Transposed t;
+    KernelFlow t;
     Flow& f = t.flow;
     t.outputs.assign(static_cast<std::size_t>(inputCount), Ref{});
 
@@ -207,26 +207,16 @@ Transposed transpose(const Flow& flow, const std::vector<Ref>& outputs, int inpu
 std::vector<Ref> embed(Flow& target, const Flow& source, const std::vector<Ref>& outputs,
                        const std::vector<Ref>& inputs)
 {
-    std::vector<Ref> map(static_cast<std::size_t>(source.size()));
-    for (int id = 0; id < source.size(); ++id) {
-        const Flow::Node& n = source.node(id);
-        const Ref a = n.a >= 0 ? map[static_cast<std::size_t>(n.a)] : Ref{};
-        const Ref b = n.b >= 0 ? map[static_cast<std::size_t>(n.b)] : Ref{};
-        Ref& r = map[static_cast<std::size_t>(id)];
+    return valuesOf(source.values<Ref>([&](int, const Flow::Node& n, Ref a, Ref b) {
         switch (n.kind) {
-        case Flow::Kind::Input: r = inputs[static_cast<std::size_t>(n.index)]; break;
-        case Flow::Kind::Add: r = target.add(a, b, n.expr); break;
-        case Flow::Kind::Sub: r = target.sub(a, b, n.expr); break;
-        case Flow::Kind::Mul: r = target.mul(a, n.c); break;
-        case Flow::Kind::Double: r = target.twice(a); break;
+        case Flow::Kind::Input: return inputs[static_cast<std::size_t>(n.index)];
+        case Flow::Kind::Add: return target.add(a, b, n.expr);
+        case Flow::Kind::Sub: return target.sub(a, b, n.expr);
+        case Flow::Kind::Mul: return target.mul(a, n.c);
+        case Flow::Kind::Double: break;
         }
-    }
-    std::vector<Ref> result;
-    for (const Ref& o : outputs) {
-        const Ref m = o.zero() ? Ref{} : map[static_cast<std::size_t>(o.id)];
-        result.push_back(o.neg ? -m : m);
-    }
-    return result;
+        return target.twice(a);
+    }), outputs);
 }
 
 }  // namespace gen::real

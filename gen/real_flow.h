@@ -64,6 +64,20 @@ public:
     // Nodes that the outputs depend on, and how often each is used by them.
     std::vector<int> useCounts(const std::vector<Ref>& outputs) const;
 
+    // The value of every node, in the order of the ids: make(id, node, a, b)
+    // from the values of its operands (T{} where it has none).
+    template <class T, class Make>
+    std::vector<T> values(Make make) const
+    {
+        std::vector<T> v(nodes_.size());
+        for (int id = 0; id < size(); ++id) {
+            const Node& n = node(id);
+            v[static_cast<std::size_t>(id)] = make(id, n, n.a >= 0 ? v[static_cast<std::size_t>(n.a)] : T{},
+                                                   n.b >= 0 ? v[static_cast<std::size_t>(n.b)] : T{});
+        }
+        return v;
+    }
+
 private:
     int make(const Node& n);
     std::vector<Node> nodes_;
@@ -79,6 +93,25 @@ struct FlowCounts {
 };
 FlowCounts countFlow(const Flow& flow, const std::vector<Ref>& outputs);
 
+// A flow with its outputs, and their counts where the flow is finished.
+struct KernelFlow {
+    Flow flow;
+    std::vector<Ref> outputs;
+    FlowCounts counts;
+};
+
+// The values of the outputs, from the values of the nodes (T{} for a zero).
+template <class T>
+std::vector<T> valuesOf(const std::vector<T>& values, const std::vector<Ref>& outputs)
+{
+    std::vector<T> out;
+    for (const Ref& r : outputs) {
+        const T v = r.zero() ? T{} : values[static_cast<std::size_t>(r.id)];
+        out.push_back(r.neg ? -v : v);
+    }
+    return out;
+}
+
 // Rewrites a flow so that two constants meeting on one value become one: a
 // product of a product that nobody else uses is one product with the
 // constants multiplied out, and a constant applied to a sum of products that
@@ -93,11 +126,7 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs);
 // input i of the transposed flow first (the doubling of the inverse kernels);
 // where such an input's only use is one product, the factor is merged into
 // that product's constant instead.
-struct Transposed {
-    Flow flow;
-    std::vector<Ref> outputs;
-};
-Transposed transpose(const Flow& flow, const std::vector<Ref>& outputs, int inputCount,
+KernelFlow transpose(const Flow& flow, const std::vector<Ref>& outputs, int inputCount,
                      const std::vector<long double>& inputScale);
 
 // Copies the flow that computes `outputs` from its inputs into `target`, with

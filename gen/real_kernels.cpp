@@ -4,23 +4,21 @@
 #include "real_kernels.h"
 
 #include <cmath>
+#include <complex>
 #include <random>
 #include <stdexcept>
 #include <string>
 
 #include "real_builder.h"
-#include "real_rules.h"
 
 namespace gen::real {
 
 namespace {
 
-// Folds the products of a built flow (taken from `flow`) and counts it.
-KernelFlow finish(Flow& flow, const std::vector<Ref>& outputs)
+// Folds the products of a built flow and counts it.
+KernelFlow finish(KernelFlow k)
 {
-    KernelFlow k;
-    k.outputs = foldProducts(flow, outputs);
-    k.flow = std::move(flow);
+    k.outputs = foldProducts(k.flow, k.outputs);
     k.counts = countFlow(k.flow, k.outputs);
     return k;
 }
@@ -30,40 +28,32 @@ KernelFlow transposedFlow(int n, const std::vector<long double>& scale)
 {
     Flow forward;
     const std::vector<Ref> x = forward.inputs(n);
-    Transposed t = transpose(forward, flatten(realDft(forward, inverseTree(n), x), n), n, scale);
-    return finish(t.flow, t.outputs);
+    return finish(transpose(forward, flatten(realDft(forward, inverseTree(n), x), n), n, scale));
 }
 
 // The values of a flow's outputs in long double on the given inputs.
-std::vector<long double> evaluate(const Flow& flow, const std::vector<Ref>& outputs,
-                                  const std::vector<long double>& inputs)
+std::vector<long double> evaluate(const KernelFlow& k, const std::vector<long double>& inputs)
 {
-    std::vector<long double> v(static_cast<std::size_t>(flow.size()));
-    for (int id = 0; id < flow.size(); ++id) {
-        const Flow::Node& n = flow.node(id);
+    return valuesOf(k.flow.values<long double>([&](int, const Flow::Node& n, long double a, long double b) {
         switch (n.kind) {
-        case Flow::Kind::Input: v[id] = inputs[static_cast<std::size_t>(n.index)]; break;
-        case Flow::Kind::Add: v[id] = v[n.a] + v[n.b]; break;
-        case Flow::Kind::Sub: v[id] = v[n.a] - v[n.b]; break;
-        case Flow::Kind::Mul: v[id] = v[n.a] * n.c; break;
-        case Flow::Kind::Double: v[id] = 2 * v[n.a]; break;
+        case Flow::Kind::Input: return inputs[static_cast<std::size_t>(n.index)];
+        case Flow::Kind::Add: return a + b;
+        case Flow::Kind::Sub: return a - b;
+        case Flow::Kind::Mul: return a * n.c;
+        case Flow::Kind::Double: break;
         }
-    }
-    std::vector<long double> out;
-    for (const Ref& r : outputs) {
-        const long double value = r.zero() ? 0.0L : v[static_cast<std::size_t>(r.id)];
-        out.push_back(r.neg ? -value : value);
-    }
-    return out;
+        return 2 * a;
+    }), k.outputs);
 }
 
 }  // namespace
 
 KernelFlow forwardFlow(int n)
 {
-    Flow flow;
-    const std::vector<Ref> x = flow.inputs(n);
-    return finish(flow, flatten(realDft(flow, forwardTree(n), x), n));
+    KernelFlow k;
+    const std::vector<Ref> x = k.flow.inputs(n);
+    k.outputs = flatten(realDft(k.flow, forwardTree(n), x), n);
+    return finish(std::move(k));
 }
 
 KernelFlow inverseFlow(int n)
@@ -118,38 +108,29 @@ void selfCheck(int n)
     auto angle = [n](int t, int k) { return 2 * pi * ((static_cast<long>(t) * k) % n) / n; };
     auto expectClose = [n](const KernelFlow& k, const std::vector<long double>& in,
                            const std::vector<long double>& want, const std::string& what) {
-        const std::vector<long double> got = evaluate(k.flow, k.outputs, in);
+        const std::vector<long double> got = evaluate(k, in);
         for (std::size_t i = 0; i < want.size(); ++i)
             if (std::fabs(got[i] - want[i]) > 1e-12L)
                 throw std::logic_error(what + " " + std::to_string(n) + ": flow differs from the definition at value " +
                                        std::to_string(i));
     };
 
-    // forward: the half spectrum R0, R1, I1, ... by the plain sum
-    std::vector<long double> u;
-    for (int k = 0; 2 * k <= n; ++k) {
-        long double re = 0, im = 0;
-        for (int t = 0; t < n; ++t) {
-            re += x[t] * std::cos(angle(t, k));
-            im -= x[t] * std::sin(angle(t, k));
-        }
-        u.push_back(re);
-        if (k > 0 && 2 * k < n)
-            u.push_back(im);
-    }
-    expectClose(forwardFlow(n), x, u, "forward");
-
-    // inverse: the unscaled inverse transform of the spectrum of x is n·x
-    std::vector<long double> y;
-    for (long double e : x)
-        y.push_back(n * e);
-    expectClose(inverseFlow(n), u, y, "inverse");
-
-    // Hartley: the sum of x times cas = cos + sin
-    std::vector<long double> h(static_cast<std::size_t>(n));
+    // the plain sums X[k] of x[t]·W_n^(t·k)
+    std::vector<std::complex<long double>> X(static_cast<std::size_t>(n));
     for (int k = 0; k < n; ++k)
         for (int t = 0; t < n; ++t)
-            h[k] += x[t] * (std::cos(angle(t, k)) + std::sin(angle(t, k)));
+            X[k] += x[t] * std::polar(1.0L, -angle(t, k));
+    std::vector<long double> u, y, h;
+    for (int k = 0; k < n; ++k) {
+        if (2 * k <= n)  // forward: the half spectrum R0, R1, I1, ...
+            u.push_back(X[k].real());
+        if (k > 0 && 2 * k < n)
+            u.push_back(X[k].imag());
+        y.push_back(n * x[k]);                   // inverse: the unscaled inverse of the spectrum of x is n·x
+        h.push_back(X[k].real() - X[k].imag());  // Hartley: x times cas = cos + sin
+    }
+    expectClose(forwardFlow(n), x, u, "forward");
+    expectClose(inverseFlow(n), u, y, "inverse");
     expectClose(hartleyFlow(n), x, h, "Hartley");
 }
 
@@ -163,32 +144,24 @@ Lowered lower(const KernelFlow& k, const std::vector<int>& loadSlots, bool singl
         inputIds.push_back(g.input(narrowType, slot));
     const int scale = g.param(narrowType, 0);
     const std::vector<int> uses = k.flow.useCounts(k.outputs);
-    std::vector<int> value(static_cast<std::size_t>(k.flow.size()), -1);
     auto wide = [&](int id) { return g.node(id).type == Type::F64; };
     auto toWide = [&](int id) { return single ? g.widen(id) : id; };
     auto toNarrow = [&](int id) { return single ? g.narrow(id) : id; };
-    for (int id = 0; id < k.flow.size(); ++id) {
+    const std::vector<int> value = k.flow.values<int>([&](int id, const Flow::Node& n, int a, int b) {
         if (uses[static_cast<std::size_t>(id)] == 0)
-            continue;
-        const Flow::Node& n = k.flow.node(id);
-        const int a = n.a >= 0 ? value[static_cast<std::size_t>(n.a)] : -1;
-        const int b = n.b >= 0 ? value[static_cast<std::size_t>(n.b)] : -1;
-        int v = -1;
+            return -1;
         switch (n.kind) {
-        case Flow::Kind::Input: v = inputIds[static_cast<std::size_t>(n.index)]; break;
-        case Flow::Kind::Mul: v = g.mulConst(toWide(toNarrow(a)), n.c); break;  // a product starts from a rounded value
-        case Flow::Kind::Double: v = g.mulConst(toNarrow(a), 2.0L); break;
+        case Flow::Kind::Input: return inputIds[static_cast<std::size_t>(n.index)];
+        case Flow::Kind::Mul: return g.mulConst(toWide(toNarrow(a)), n.c);  // a product starts from a rounded value
+        case Flow::Kind::Double: return g.mulConst(toNarrow(a), 2.0L);
         case Flow::Kind::Add:
-        case Flow::Kind::Sub: {
-            const bool inWide = single && n.expr && (wide(a) || wide(b));
-            const int x = inWide ? toWide(a) : toNarrow(a);
-            const int y = inWide ? toWide(b) : toNarrow(b);
-            v = n.kind == Flow::Kind::Add ? g.add(x, y) : g.sub(x, y);
-            break;
+        case Flow::Kind::Sub: break;
         }
-        }
-        value[static_cast<std::size_t>(id)] = v;
-    }
+        const bool inWide = single && n.expr && (wide(a) || wide(b));
+        const int x = inWide ? toWide(a) : toNarrow(a);
+        const int y = inWide ? toWide(b) : toNarrow(b);
+        return n.kind == Flow::Kind::Add ? g.add(x, y) : g.sub(x, y);
+    });
     for (const Ref& r : k.outputs) {
         if (r.zero())
             throw std::logic_error("an output of a real kernel is a constant zero");

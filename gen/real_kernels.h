@@ -15,14 +15,8 @@
 
 namespace gen::real {
 
-// A finished flow: its inputs are the loaded values (in `loads` order), its
-// outputs the values to store before scaling.
-struct KernelFlow {
-    Flow flow;
-    std::vector<Ref> outputs;
-    FlowCounts counts;
-};
-
+// Finished flows: their inputs are the loaded values, their outputs the
+// values to store before scaling.
 KernelFlow forwardFlow(int n);
 KernelFlow inverseFlow(int n);
 KernelFlow hartleyFlow(int n);

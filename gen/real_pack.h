@@ -1,22 +1,28 @@
 // Packing of a scalar real-kernel graph onto 4-lane vectors (256-bit target).
 //
-// The real DFT and Hartley kernels are scalar flows: one operation, one
-// number.  Many of their operations are independent and of one kind (the
-// butterflies of a stage, the products of a rotation, the widenings of
-// several sums at once).  This pass groups up to four such operations of the
-// same kind into one vector operation, Real64 values in a 256-bit vector and
-// Real32 values in a 128-bit one, so that widenings and narrowings map four
-// lanes onto four.  Every lane computes exactly the scalar operation of its
-// node on the same operands, so the results are bit for bit those of the
-// scalar body.  Operands whose lanes do not sit in place are gathered by lane
-// permutations and blends, or built from scalars; the pass counts those moves
-// and keeps the scalar body where packing does not save instructions.
+// The real DFT and Hartley kernels are scalar flows, and many of their
+// operations are independent and of one kind (the butterflies of a stage, the
+// products of a rotation, the widenings of several sums at once).  This pass
+// groups up to four such operations of the same kind into one vector
+// operation, Real64 values in a 256-bit vector and Real32 values in a 128-bit
+// one, so that widenings and narrowings map four lanes onto four.  Every lane
+// computes exactly the scalar operation of its node on the same operands, so
+// the results are bit for bit those of the scalar body.  Operands whose lanes
+// do not sit in place are gathered by lane permutations and blends, or built
+// from scalars; the pass counts those moves and keeps the scalar body where
+// packing does not save instructions.
+//
+// real_pack.cpp chooses the packs level by level; real_pack_print.cpp prints
+// the packed body and counts its instructions.  Both weigh a gathered operand
+// by the same plan, so the cost that picks a packing is the cost of the text
+// that is printed.
 #ifndef KVTGEN_REAL_PACK_H
 #define KVTGEN_REAL_PACK_H
 
 #include <string>
 #include <vector>
 
+#include "family.h"
 #include "graph.h"
 
 namespace gen::real {
@@ -49,6 +55,91 @@ PackedBody packReal(const Graph& graph, const std::vector<int>& stores, const st
 // the scalar body; false where none has.
 bool searchRealPacking(const Graph& graph, const std::vector<int>& stores, const std::vector<int>& storeSlots,
                        int inputLimit, RealPacking& chosen);
+
+namespace packing {
+
+constexpr int lanes = 4;
+
+// The scale factor, or a conversion of it: broadcast where a vector needs it.
+bool isFactor(const Graph& g, int id);
+
+// What one operation counts, scalar or on a vector, in operations.  A
+// conversion between the precisions on a vector counts the target's
+// cost.conversion; a scalar one what the kernel's line in the table of forms
+// says (conversion=2|3): in a long kernel the ports are the limit and a scalar
+// conversion counts one more, so that packing four of them pays for more
+// moves.  In a short one the dependency chains are, and the moves that a
+// packing adds to them weigh as much as the instructions it saves.
+struct Weights {
+    int scalarConversion;
+    int vectorConversion;  // the target's cost.conversion, in operations
+
+    int of(const Graph& g, int id, bool vector = false) const
+    {
+        const Op op = g.node(id).op;
+        if (op != Op::Widen && op != Op::Narrow)
+            return 1;
+        return vector ? vectorConversion : scalarConversion;
+    }
+};
+
+// A kernel's graph and the packs chosen on it, made level by level.
+struct Packer {
+    const Graph& g;
+    const std::vector<int>& stores;  // stores[i] is stored at y[storeSlots[i]]
+    const std::vector<int>& storeSlots;
+    const int inputLimit;
+    const Weights w;
+    const std::vector<bool> live;
+    // per node: its level, the longest path from the loads, and its position,
+    // the first store slot it feeds (the order in which a pack's members go)
+    std::vector<int> level, position;
+    int maxLevel = 0;
+    std::vector<int> pack, lane;  // per node: its pack and lane, -1 when scalar
+    std::vector<std::vector<int>> packs;  // node ids per lane, -1 for an unused lane
+
+    // a move of Real64 lanes crosses the halves of a 256-bit vector (the
+    // target's cost.move-across-halves, in operations); Real32 lanes move
+    // within one register, as one operation
+    const int crossingMove;
+
+    Packer(const Graph& graph, const std::vector<int>& stores, const std::vector<int>& storeSlots, int inputLimit,
+           Weights w);
+
+    int packOf(int id) const { return pack[static_cast<std::size_t>(id)]; }
+    int laneOf(int id) const { return lane[static_cast<std::size_t>(id)]; }
+    int moveWeight(int q) const;
+    // Whether scalar code reads a value out of a lane other than the lowest of
+    // its pack, and what that move costs.
+    bool extracted(int id) const { return id >= 0 && packOf(id) >= 0 && laneOf(id) != 0; }
+    int extraction(int id) const { return extracted(id) ? moveWeight(packOf(id)) : 0; }
+    // Instructions of the scalar body: its loads, operations and stores.
+    int scalarCost() const;
+
+    // How an operand vector with the given lane sources is built, and at what
+    // cost in instructions.
+    enum class Gather { Permute, Blend, Broadcast, Load, Lanes };
+    struct Plan {
+        Gather kind;
+        int cost;
+        int first = -1, second = -1;  // packs (Permute, Blend), or the first input slot (Load)
+    };
+    Plan plan(const std::vector<int>& src) const;
+    // The lane selector of a permutation that puts the lanes of pack q where
+    // `src` wants them; inPlace where every lane is in place.
+    int permutation(int q, const std::vector<int>& src) const;
+    static constexpr int inPlace = 0xE4;
+
+    // The operands a (or b, `second`) of the members of a pack, -1 for an unused lane.
+    std::vector<int> operandsOf(const std::vector<int>& members, bool second) const;
+    // Instructions of the members' operation on a vector, its operands' gathering included.
+    int packedCost(const std::vector<int>& members) const;
+};
+
+// The statements of the packed body and its instructions as the weights count them.
+PackedBody printPacked(const Packer& pk);
+
+}  // namespace packing
 
 }  // namespace gen::real
 

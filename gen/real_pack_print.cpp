@@ -10,7 +10,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "real_packer.h"
+#include "real_pack.h"
 
 namespace gen::real::packing {
 
@@ -42,31 +42,30 @@ std::string expression(const Graph& g, const Node& n, const std::string& a, cons
 
 class BodyPrinter {
 public:
-    BodyPrinter(const Packer& pk, const Weights& w) : pk_(pk), g_(pk.g), w_(w) {}
+    explicit BodyPrinter(const Packer& pk) : pk_(pk), g_(pk.g) {}
 
     // The scalar statements of each level, read where they are used
     // (constants, inputs and the scale factor) left out, then the packs of
     // that level, which were made level by level; then the stores.
-    PackedBody print(const Levels& levels, const std::vector<bool>& live, const std::vector<int>& stores,
-                     const std::vector<int>& storeSlots)
+    PackedBody print()
     {
         std::size_t next = 0;  // the next pack to print
         const auto levelOfNext = [&] {
             const std::vector<int>& members = pk_.packs[next];
-            return levels.level[static_cast<std::size_t>(*std::max_element(members.begin(), members.end()))];
+            return pk_.level[static_cast<std::size_t>(*std::max_element(members.begin(), members.end()))];
         };
-        for (int l = 0; l <= levels.maxLevel; ++l) {
+        for (int l = 0; l <= pk_.maxLevel; ++l) {
             for (int id = 0; id < g_.size(); ++id) {
                 const Node& n = g_.node(id);
-                if (live[static_cast<std::size_t>(id)] && pk_.packOf(id) < 0 &&
-                    levels.level[static_cast<std::size_t>(id)] == l && n.op != Op::Const && n.op != Op::Input &&
+                if (pk_.live[static_cast<std::size_t>(id)] && pk_.packOf(id) < 0 &&
+                    pk_.level[static_cast<std::size_t>(id)] == l && n.op != Op::Const && n.op != Op::Input &&
                     !isFactor(g_, id))
                     printScalar(id);
             }
             for (; next < pk_.packs.size() && levelOfNext() == l; ++next)
                 printPack(static_cast<int>(next));
         }
-        printStores(stores, storeSlots);
+        printStores();
         return {out_.str(), cost_};
     }
 
@@ -87,12 +86,8 @@ private:
 
     std::string permuteText(int p, const std::vector<int>& src) const
     {
-        int selector = 0;
-        for (int i = 0; i < lanes; ++i) {
-            const int s = src[static_cast<std::size_t>(i)];
-            selector |= (s >= 0 && pk_.packOf(s) == p ? pk_.laneOf(s) : i) << (2 * i);
-        }
-        if (selector == 0xE4)  // every lane in place
+        const int selector = pk_.permutation(p, src);
+        if (selector == Packer::inPlace)
             return "p" + std::to_string(p);
         return "kv::permute<" + std::to_string(selector) + ">(p" + std::to_string(p) + ")";
     }
@@ -135,7 +130,7 @@ private:
     void printScalar(int id)
     {
         const Node& n = g_.node(id);
-        cost_ += w_.of(g_, id);
+        cost_ += pk_.w.of(g_, id);
         for (int o : {n.a, n.b}) {
             if (o >= 0 && g_.node(o).op == Op::Input && inputsRead_.insert(o).second)
                 ++cost_;
@@ -154,13 +149,15 @@ private:
         const Type operandType = n.op == Op::Widen ? Type::F32 : n.op == Op::Narrow ? Type::F64 : n.type;
         const std::string a = gatherText(pk_.operandsOf(members, false), operandType);
         const std::string b = n.b >= 0 ? gatherText(pk_.operandsOf(members, true), operandType) : "";
-        cost_ += pk_.packedCost(members, w_);
+        cost_ += pk_.packedCost(members);
         out_ << "    const " << vectorName(n.type) << " p" << p << " = " << expression(g_, n, a, b, true) << ";\n";
     }
 
     // stores: a whole vector where its four lanes go to four neighbouring slots
-    void printStores(const std::vector<int>& stores, const std::vector<int>& storeSlots)
+    void printStores()
     {
+        const std::vector<int>& stores = pk_.stores;
+        const std::vector<int>& storeSlots = pk_.storeSlots;
         std::vector<bool> stored(stores.size(), false);
         for (std::size_t i = 0; i < stores.size(); ++i) {
             const int p = pk_.packOf(stores[i]);
@@ -192,7 +189,6 @@ private:
 
     const Packer& pk_;
     const Graph& g_;
-    const Weights& w_;
     std::ostringstream out_;
     int cost_ = 0;
     std::set<int> inputsRead_;
@@ -201,10 +197,6 @@ private:
 
 }  // namespace
 
-PackedBody printPacked(const Packer& pk, const Levels& levels, const std::vector<bool>& live,
-                       const std::vector<int>& stores, const std::vector<int>& storeSlots, const Weights& w)
-{
-    return BodyPrinter(pk, w).print(levels, live, stores, storeSlots);
-}
+PackedBody printPacked(const Packer& pk) { return BodyPrinter(pk).print(); }
 
 }  // namespace gen::real::packing

@@ -11,7 +11,6 @@
 #include <stdexcept>
 
 #include "real_builder.h"
-#include "real_rules.h"
 
 namespace gen::real {
 
@@ -53,20 +52,14 @@ std::vector<Cx> oddDft(Flow& f, const TreePtr& tree, const std::vector<Ref>& v)
             out[q] = conj(bins[static_cast<std::size_t>((h - 1) / 2 - q)]);
         return out;
     }
-    const std::vector<Cx> zz = oddFrequencies(f, v);
-    std::vector<bool> filled(out.size(), false);
-    for (int j = 0; j < h / 2; ++j) {
-        long odd = (4L * j + 1) % (2 * h);  // frequency 2q+1
-        Cx value = zz[j];
-        if (odd > h) {
-            odd = 2 * h - odd;
-            value = conj(value);
-        }
-        const int q = static_cast<int>((odd - 1) / 2);
-        filled[q] = true;
-        out[q] = value;
-    }
-    checkFilled(filled);
+    // frequency 4j + 1 of the length-2h transform, mirrored to 2q + 1 <= h
+    std::vector<Cx> spectrum(static_cast<std::size_t>(h + 1));
+    std::vector<bool> filled(spectrum.size(), false);
+    const std::vector<Cx> z = oddFrequencies(f, v);
+    for (int j = 0; j < h / 2; ++j)
+        place(spectrum, filled, 2 * h, 4L * j + 1, z[j]);
+    for (int q = 0; q < h / 2; ++q)
+        out[q] = spectrum[static_cast<std::size_t>(2 * q + 1)];
     return out;
 }
 
@@ -81,7 +74,7 @@ std::vector<Ref> applyTransposed(Flow& f, int inputCount, const std::vector<Ref>
     ++transposedDepth;
     const std::vector<Ref> outs = forward(scratch, x);
     --transposedDepth;
-    const Transposed t = transpose(scratch, outs, inputCount, {});
+    const KernelFlow t = transpose(scratch, outs, inputCount, {});
     return embed(f, t.flow, t.outputs, inputs);
 }
 

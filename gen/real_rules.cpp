@@ -4,7 +4,7 @@
 // flow the inverse kernel runs, with its doublings.  Hartley rows: which of the
 // two flows a kernel takes and what it costs.  The generator holds every
 // kernel it writes against these counts.
-#include "real_rules.h"
+#include "real_builder.h"
 
 #include <stdexcept>
 #include <string>
@@ -15,8 +15,8 @@ namespace {
 
 struct Row {
     int size;
-    ForwardRow forward;
-    InverseRow inverse;
+    RuleRow forward;
+    RuleRow inverse;
     HartleyRow hartley;
 };
 
@@ -115,8 +115,8 @@ TreePtr parseRow(int size, const char* rule, TreePtr (*row)(int), int table)
 
 }  // namespace
 
-const ForwardRow& forwardRow(int size) { return find(size).forward; }
-const InverseRow& inverseRow(int size) { return find(size).inverse; }
+const RuleRow& forwardRow(int size) { return find(size).forward; }
+const RuleRow& inverseRow(int size) { return find(size).inverse; }
 const HartleyRow& hartleyRow(int size) { return find(size).hartley; }
 
 TreePtr forwardTree(int size) { return parseRow(size, forwardRow(size).rule, forwardTree, forwardTable); }
