@@ -23,6 +23,8 @@ struct Cx {
     int q = Graph::none;
 };
 
+using Constant = std::complex<long double>;
+
 class ComplexBuilder {
 public:
     // wideProducts: products and the sums around them are formed in Real64 and
@@ -44,7 +46,6 @@ public:
     // The uniform layout of the tree walk (complex_walk.h): a value is a
     // vector (or a scalar pair) of its own.
     using Value = Cx;
-    using Constant = std::complex<long double>;
     static constexpr bool binZeroFirst = true;
     ComplexBuilder& arithmetic() { return *this; }
     static Cx single(const Cx& value) { return value; }
@@ -88,11 +89,11 @@ int primitiveRoot(int p);
 long long powMod(long long base, long long exp, long long mod);
 
 // exp(sign*2*pi*i*k/n) at full precision; exact where the angle is a multiple of 45 degrees.
-std::complex<long double> exactRoot(long long k, long long n, int sign);
+Constant exactRoot(long long k, long long n, int sign);
 // Rader's constant B[k] = (1/(p-1)) sum_t w^(g^t) v^(-t k) for the smallest primitive root g.
-std::complex<long double> raderConstant(int p, int k, int sign);
+Constant raderConstant(int p, int k, int sign);
 // Bluestein's filter H[k] = (1/L) DFT_L(conj chirp)[k] of the chirp exp(sign*i*pi*k^2/p).
-std::complex<long double> bluesteinFilter(int p, int length, int k, int sign);
+Constant bluesteinFilter(int p, int length, int k, int sign);
 
 }  // namespace gen
 
