@@ -97,27 +97,17 @@ int primitiveRoot(int p)
     throw std::logic_error("no primitive root");
 }
 
-void ComplexBuilder::matchTypes(int& a, int& b)
+int ComplexBuilder::sumNode(int a, int b, bool subtract)
 {
-    if (a == Graph::none || b == Graph::none)
-        return;
-    const Type ta = g_.node(a).type, tb = g_.node(b).type;
-    if (ta == Type::F32 && tb == Type::F64)
-        a = g_.widen(a);
-    else if (ta == Type::F64 && tb == Type::F32)
-        b = g_.widen(b);
-}
-
-int ComplexBuilder::addNode(int a, int b)
-{
-    matchTypes(a, b);
-    return g_.add(a, b);
-}
-
-int ComplexBuilder::subNode(int a, int b)
-{
-    matchTypes(a, b);
-    return g_.sub(a, b);
+    if (a != Graph::none && b != Graph::none) {
+        // a Real32 operand of a Real64 one (a wide product) is widened first
+        const Type ta = g_.node(a).type, tb = g_.node(b).type;
+        if (ta == Type::F32 && tb == Type::F64)
+            a = g_.widen(a);
+        else if (ta == Type::F64 && tb == Type::F32)
+            b = g_.widen(b);
+    }
+    return subtract ? g_.sub(a, b) : g_.add(a, b);
 }
 
 int ComplexBuilder::mulNode(int a, long double c)
@@ -156,9 +146,9 @@ Cx ComplexBuilder::multiply(Cx a, long double re, long double im)
     }
     // one product per statement, in the order of graph.h's note
     const int qIm = mulNode(a.q, im), pRe = mulNode(a.p, re);
-    const int p = subNode(pRe, qIm);
+    const int p = sumNode(pRe, qIm, true);
     const int qRe = mulNode(a.q, re), pIm = mulNode(a.p, im);
-    return {p, addNode(pIm, qRe)};
+    return {p, sumNode(pIm, qRe, false)};
 }
 
 Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
@@ -183,7 +173,7 @@ Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
         const int qs = sn > 0 ? a.q : g_.neg(a.q);
         const int ps = sn > 0 ? a.p : g_.neg(a.p);
         const int qm = cs > 0 ? a.q : g_.neg(a.q);
-        return {mulNode(subNode(pm, qs), r), mulNode(addNode(ps, qm), r)};
+        return {mulNode(sumNode(pm, qs, true), r), mulNode(sumNode(ps, qm, false), r)};
     }
     }
 }

@@ -54,8 +54,8 @@ public:
     std::vector<Cx> multiplyEach(const std::vector<Cx>& values, int count, const std::function<Constant(int)>& constant);
     static std::vector<Cx> padded(std::vector<Cx> x, int length);
 
-    Cx add(Cx a, Cx b) { return {addNode(a.p, b.p), addNode(a.q, b.q)}; }
-    Cx sub(Cx a, Cx b) { return {subNode(a.p, b.p), subNode(a.q, b.q)}; }
+    Cx add(Cx a, Cx b) { return {sumNode(a.p, b.p, false), sumNode(a.q, b.q, false)}; }
+    Cx sub(Cx a, Cx b) { return {sumNode(a.p, b.p, true), sumNode(a.q, b.q, true)}; }
     Cx neg(Cx a) { return {g_.neg(a.p), g_.neg(a.q)}; }
     Cx scale(Cx a, long double c) { return {mulNode(a.p, c), mulNode(a.q, c)}; }
     // s*i*a for s = +1 or -1.
@@ -67,10 +67,8 @@ public:
     Cx narrow(Cx a) { return {g_.narrow(a.p), g_.narrow(a.q)}; }
 
 private:
-    int addNode(int a, int b);
-    int subNode(int a, int b);
+    int sumNode(int a, int b, bool subtract);
     int mulNode(int a, long double c);
-    void matchTypes(int& a, int& b);
 
     std::vector<Cx> oddSymmetric(int p, const std::vector<Cx>& x, int sign, bool x0First);
     std::vector<Cx> fiveW(const std::vector<Cx>& x, int sign);
