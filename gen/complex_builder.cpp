@@ -12,7 +12,7 @@ constexpr long double pi = 3.141592653589793238462643383279502884L;
 
 // cos + i sin of pi * num / den, with num reduced first so that the argument
 // stays small and exact angles come out exact.
-std::complex<long double> cosSinPi(long long num, long long den)
+Constant cosSinPi(long long num, long long den)
 {
     num %= 2 * den;
     if (num < 0)
@@ -36,7 +36,7 @@ long long powMod(long long base, long long exp, long long mod)
     return r;
 }
 
-std::complex<long double> exactRoot(long long k, long long n, int sign)
+Constant exactRoot(long long k, long long n, int sign)
 {
     k %= n;
     if (k < 0)
@@ -48,23 +48,23 @@ std::complex<long double> exactRoot(long long k, long long n, int sign)
         const long long octant = 8 * k / n;
         return {cosines[octant], sign * sines[octant]};
     }
-    const std::complex<long double> root = cosSinPi(2 * k, n);
+    const Constant root = cosSinPi(2 * k, n);
     return {root.real(), sign * root.imag()};
 }
 
-std::complex<long double> raderConstant(int p, int k, int sign)
+Constant raderConstant(int p, int k, int sign)
 {
     const int n = p - 1, g = primitiveRoot(p);
-    std::complex<long double> sum = 0;
+    Constant sum = 0;
     // w^(g^t) v^(-t k) = exp(sign*i*pi * 2(g^t n - t k p) / (p n))
     for (int t = 0; t < n; ++t)
         sum += cosSinPi(2LL * (powMod(g, t, p) * n - static_cast<long long>(t) * k * p), static_cast<long long>(p) * n);
     return {sum.real() / n, sign * sum.imag() / n};
 }
 
-std::complex<long double> bluesteinFilter(int p, int length, int k, int sign)
+Constant bluesteinFilter(int p, int length, int k, int sign)
 {
-    std::complex<long double> sum = 0;
+    Constant sum = 0;
     for (int m = 0; m < length; ++m) {
         // conj chirp at 0 .. p - 1 and, mirrored, at length - p + 1 .. length - 1; zero between
         if (m >= p && m <= length - p)
@@ -97,27 +97,17 @@ int primitiveRoot(int p)
     throw std::logic_error("no primitive root");
 }
 
-void ComplexBuilder::matchTypes(int& a, int& b)
+int ComplexBuilder::sumNode(int a, int b, bool subtract)
 {
-    if (a == Graph::none || b == Graph::none)
-        return;
-    const Type ta = g_.node(a).type, tb = g_.node(b).type;
-    if (ta == Type::F32 && tb == Type::F64)
-        a = g_.widen(a);
-    else if (ta == Type::F64 && tb == Type::F32)
-        b = g_.widen(b);
-}
-
-int ComplexBuilder::addNode(int a, int b)
-{
-    matchTypes(a, b);
-    return g_.add(a, b);
-}
-
-int ComplexBuilder::subNode(int a, int b)
-{
-    matchTypes(a, b);
-    return g_.sub(a, b);
+    if (a != Graph::none && b != Graph::none) {
+        // a Real32 operand of a Real64 one (a wide product) is widened first
+        const Type ta = g_.node(a).type, tb = g_.node(b).type;
+        if (ta == Type::F32 && tb == Type::F64)
+            a = g_.widen(a);
+        else if (ta == Type::F64 && tb == Type::F32)
+            b = g_.widen(b);
+    }
+    return subtract ? g_.sub(a, b) : g_.add(a, b);
 }
 
 int ComplexBuilder::mulNode(int a, long double c)
@@ -156,16 +146,16 @@ Cx ComplexBuilder::multiply(Cx a, long double re, long double im)
     }
     // one product per statement, in the order of graph.h's note
     const int qIm = mulNode(a.q, im), pRe = mulNode(a.p, re);
-    const int p = subNode(pRe, qIm);
+    const int p = sumNode(pRe, qIm, true);
     const int qRe = mulNode(a.q, re), pIm = mulNode(a.p, im);
-    return {p, addNode(pIm, qRe)};
+    return {p, sumNode(pIm, qRe, false)};
 }
 
 Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
 {
     k = (k % n + n) % n;
     if ((8 * k) % n != 0) {
-        const std::complex<long double> root = exactRoot(k, n, sign);
+        const Constant root = exactRoot(k, n, sign);
         return multiply(a, root.real(), root.imag());
     }
     const long long octant = 8 * k / n;
@@ -183,7 +173,7 @@ Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
         const int qs = sn > 0 ? a.q : g_.neg(a.q);
         const int ps = sn > 0 ? a.p : g_.neg(a.p);
         const int qm = cs > 0 ? a.q : g_.neg(a.q);
-        return {mulNode(subNode(pm, qs), r), mulNode(addNode(ps, qm), r)};
+        return {mulNode(sumNode(pm, qs, true), r), mulNode(sumNode(ps, qm, false), r)};
     }
     }
 }
@@ -248,7 +238,7 @@ std::vector<Cx> ComplexBuilder::oddSymmetric(int p, const std::vector<Cx>& x, in
     for (std::size_t m = 1; m <= half; ++m) {
         Cx a, b;
         for (std::size_t j = 1; j <= half; ++j) {
-            const std::complex<long double> root = cosSinPi(static_cast<long long>(2 * j * m), p);
+            const Constant root = cosSinPi(static_cast<long long>(2 * j * m), p);
             const long double c = root.real(), s = root.imag();
             const Cx cosTerm = scale(sum[j], std::fabs(c));
             const Cx sinTerm = scale(diff[j], std::fabs(s));
@@ -275,7 +265,7 @@ std::vector<Cx> ComplexBuilder::fiveW(const std::vector<Cx>& x, int sign)
     const Cx s1 = add(x[1], x[4]), s2 = add(x[2], x[3]);
     const Cx d1 = sub(x[1], x[4]), d2 = sub(x[2], x[3]);
     const Cx t = add(s1, s2);
-    const std::complex<long double> root1 = cosSinPi(2, 5), root2 = cosSinPi(4, 5);
+    const Constant root1 = cosSinPi(2, 5), root2 = cosSinPi(4, 5);
     const long double c1 = root1.real(), sn1 = root1.imag(), c2 = root2.real(), sn2 = root2.imag();
     const Cx a = sub(x[0], scale(t, -(c1 + c2) / 2));
     const Cx b = scale(sub(s1, s2), (c1 - c2) / 2);
@@ -290,37 +280,28 @@ std::vector<Cx> ComplexBuilder::fiveW(const std::vector<Cx>& x, int sign)
 
 std::vector<Cx> ComplexBuilder::split(const Tree& tree, const std::vector<Cx>& x, int sign)
 {
-    const int a = tree.first->size, b = tree.second->size, n = a * b;
-    const bool twiddled = tree.kind == Tree::Kind::Twiddle;
+    const int a = tree.first->size, b = tree.second->size;
     // first stage: b transforms of length a
     std::vector<std::vector<Cx>> u(static_cast<std::size_t>(b));
-    const int columns = g_.openScope();
-    for (int n2 = 0; n2 < b; ++n2) {
-        std::vector<Cx> column;
-        for (int n1 = 0; n1 < a; ++n1)
-            column.push_back(x[static_cast<std::size_t>(splitInput(tree, n1, n2))]);
-        g_.enterGroup(columns, n2);
-        u[static_cast<std::size_t>(n2)] = dft(*tree.first, column, sign);
-        g_.leaveGroup();
-    }
+    walkStage(
+        g_, *this, *tree.first, b, 1, g_.openScope(), sign,
+        [&](int n2, int, int n1) { return x[static_cast<std::size_t>(splitInput(tree, n1, n2))]; },
+        [&](int, Cx v, int n2, int) { u[static_cast<std::size_t>(n2)].push_back(v); });
     // second stage: a transforms of length b, with twiddles in a T split
-    std::vector<Cx> out(static_cast<std::size_t>(n));
+    std::vector<Cx> out(static_cast<std::size_t>(a * b));
     const int twiddles = g_.openScope();
-    const int rows = g_.openScope();
-    for (int k1 = 0; k1 < a; ++k1) {
-        std::vector<Cx> row;
-        g_.enterGroup(twiddles, k1);
-        for (int n2 = 0; n2 < b; ++n2) {
+    walkStage(
+        g_, *this, *tree.second, a, 1, g_.openScope(), sign,
+        [&](int k1, int, int n2) {
             const Cx value = u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
-            row.push_back(twiddled ? rotate(value, static_cast<long long>(n2) * k1, n, sign) : value);
-        }
-        g_.leaveGroup();
-        g_.enterGroup(rows, k1);
-        const std::vector<Cx> v = dft(*tree.second, row, sign);
-        g_.leaveGroup();
-        for (int k2 = 0; k2 < b; ++k2)
-            out[static_cast<std::size_t>(splitOutput(tree, k1, k2))] = v[static_cast<std::size_t>(k2)];
-    }
+            if (tree.kind != Tree::Kind::Twiddle)
+                return value;
+            g_.enterGroup(twiddles, k1);
+            const Cx twiddled = rotate(value, static_cast<long long>(n2) * k1, a * b, sign);
+            g_.leaveGroup();
+            return twiddled;
+        },
+        [&](int k2, Cx v, int k1, int) { out[static_cast<std::size_t>(splitOutput(tree, k1, k2))] = v; });
     return out;
 }
 

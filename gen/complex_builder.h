@@ -23,6 +23,8 @@ struct Cx {
     int q = Graph::none;
 };
 
+using Constant = std::complex<long double>;
+
 class ComplexBuilder {
 public:
     // wideProducts: products and the sums around them are formed in Real64 and
@@ -44,7 +46,6 @@ public:
     // The uniform layout of the tree walk (complex_walk.h): a value is a
     // vector (or a scalar pair) of its own.
     using Value = Cx;
-    using Constant = std::complex<long double>;
     static constexpr bool binZeroFirst = true;
     ComplexBuilder& arithmetic() { return *this; }
     static Cx single(const Cx& value) { return value; }
@@ -53,8 +54,8 @@ public:
     std::vector<Cx> multiplyEach(const std::vector<Cx>& values, int count, const std::function<Constant(int)>& constant);
     static std::vector<Cx> padded(std::vector<Cx> x, int length);
 
-    Cx add(Cx a, Cx b) { return {addNode(a.p, b.p), addNode(a.q, b.q)}; }
-    Cx sub(Cx a, Cx b) { return {subNode(a.p, b.p), subNode(a.q, b.q)}; }
+    Cx add(Cx a, Cx b) { return {sumNode(a.p, b.p, false), sumNode(a.q, b.q, false)}; }
+    Cx sub(Cx a, Cx b) { return {sumNode(a.p, b.p, true), sumNode(a.q, b.q, true)}; }
     Cx neg(Cx a) { return {g_.neg(a.p), g_.neg(a.q)}; }
     Cx scale(Cx a, long double c) { return {mulNode(a.p, c), mulNode(a.q, c)}; }
     // s*i*a for s = +1 or -1.
@@ -66,10 +67,8 @@ public:
     Cx narrow(Cx a) { return {g_.narrow(a.p), g_.narrow(a.q)}; }
 
 private:
-    int addNode(int a, int b);
-    int subNode(int a, int b);
+    int sumNode(int a, int b, bool subtract);
     int mulNode(int a, long double c);
-    void matchTypes(int& a, int& b);
 
     std::vector<Cx> oddSymmetric(int p, const std::vector<Cx>& x, int sign, bool x0First);
     std::vector<Cx> fiveW(const std::vector<Cx>& x, int sign);
@@ -88,11 +87,11 @@ int primitiveRoot(int p);
 long long powMod(long long base, long long exp, long long mod);
 
 // exp(sign*2*pi*i*k/n) at full precision; exact where the angle is a multiple of 45 degrees.
-std::complex<long double> exactRoot(long long k, long long n, int sign);
+Constant exactRoot(long long k, long long n, int sign);
 // Rader's constant B[k] = (1/(p-1)) sum_t w^(g^t) v^(-t k) for the smallest primitive root g.
-std::complex<long double> raderConstant(int p, int k, int sign);
+Constant raderConstant(int p, int k, int sign);
 // Bluestein's filter H[k] = (1/L) DFT_L(conj chirp)[k] of the chirp exp(sign*i*pi*k^2/p).
-std::complex<long double> bluesteinFilter(int p, int length, int k, int sign);
+Constant bluesteinFilter(int p, int length, int k, int sign);
 
 }  // namespace gen
 

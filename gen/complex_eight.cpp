@@ -149,22 +149,6 @@ OutputLanes outputLanes(const std::vector<WideStore>& stores, int n)
     return y;
 }
 
-// Whether two graphs of a kernel give the same bits: every output lane has
-// the same form (the same operations up to exact rewrites), and on the check
-// inputs the same value.
-bool sameEightLanes(const Graph& fixed, const OutputLanes& fixedLanes, const Graph& other, const OutputLanes& otherLanes)
-{
-    LaneForms fixedForms(fixed), otherForms(other);
-    for (std::size_t i = 0; i < fixedLanes.size(); ++i) {
-        const LaneForm f = fixedForms.form(fixedLanes[i].first, fixedLanes[i].second);
-        const LaneForm g = otherForms.form(otherLanes[i].first, otherLanes[i].second);
-        if (f.key != g.key || f.negative != g.negative)
-            return false;
-    }
-    const int n = static_cast<int>(fixedLanes.size() / 2);
-    return sameOutputs(fixed, fixedLanes, other, otherLanes, checkInputs(n), 1.0f / static_cast<float>(n));
-}
-
 }  // namespace
 
 // Every sum in the orientation the 128-bit graph gave it, lane by lane.  A
@@ -183,8 +167,18 @@ EightLanes exactEightLanes(int n, const Tree& tree, int sign, bool batch, const 
         e.batch = batch;
         return e;
     };
+    // the 128-bit graph's bits: every output lane of the same form (the same
+    // operations up to exact rewrites), and on the check inputs the same value
     auto exact = [&](const EightLanes& e) {
-        return sameEightLanes(narrow, fixedLanes, *e.graph, outputLanes(e.stores, n));
+        const OutputLanes lanes = outputLanes(e.stores, n);
+        LaneForms fixedForms(narrow), forms(*e.graph);
+        for (std::size_t i = 0; i < lanes.size(); ++i) {
+            const LaneForm f = fixedForms.form(fixedLanes[i].first, fixedLanes[i].second);
+            const LaneForm g = forms.form(lanes[i].first, lanes[i].second);
+            if (f.key != g.key || f.negative != g.negative)
+                return false;
+        }
+        return sameOutputs(narrow, fixedLanes, *e.graph, lanes, checkInputs(n), 1.0f / static_cast<float>(n));
     };
     EightLanes first = build();
     orientations.keepLanes(liveLanes(*first.graph, first.stores));

@@ -117,22 +117,18 @@ int SplitBuilder::halves(int lo, int loHalf, int hi, int hiHalf)
 
 int SplitBuilder::gatherLanes8(std::array<Lane, 8> source, std::array<bool, 8> care)
 {
-    bool anyCare = false, allZero = true, identity = true;
-    int firstNode = Graph::none;
-    for (std::size_t i = 0; i < 8; ++i) {
-        if (!care[i])
-            continue;
-        anyCare = true;
-        const Lane& s = source[i];
-        allZero = allZero && s.node == Graph::none;
-        if (firstNode == Graph::none)
-            firstNode = s.node;
-        identity = identity && s.node != Graph::none && s.node == firstNode && s.lane == static_cast<int>(i) &&
-                   g_.node(s.node).type == Type::V8F;
-    }
-    if (!anyCare)
+    if (std::find(care.begin(), care.end(), true) == care.end())
         throw std::logic_error("gather of nothing");
-    if (allZero)
+    bool identity = true;
+    int firstNode = Graph::none;  // stays none where every lane that matters is zero
+    for (std::size_t i = 0; i < 8; ++i) {
+        const Lane& s = source[i];
+        if (care[i] && firstNode == Graph::none)
+            firstNode = s.node;
+        identity = identity && (!care[i] || (s.node != Graph::none && s.node == firstNode &&
+                                             s.lane == static_cast<int>(i) && g_.node(s.node).type == Type::V8F));
+    }
+    if (firstNode == Graph::none)
         return Graph::none;
     if (identity)
         return firstNode;

@@ -3,18 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <stdexcept>
 #include <utility>
-
-#include "complex_walk.h"
 
 namespace gen {
 
 SplitBuilder::SplitBuilder(Graph& graph, int length, int width, bool batch)
     : g_(graph), uniform_(graph), width_(width), batch_(batch)
 {
-    if (width != 4 && width != 8)
-        throw std::logic_error("split layout of 4 or 8 lanes only");
     for (int i = 0; i < length; ++i) {
         // neighbouring samples 2j and 2j+1 come in one load: re, im, re, im
         const int first = i - i % 2;
@@ -24,8 +19,6 @@ SplitBuilder::SplitBuilder(Graph& graph, int length, int width, bool batch)
 }
 
 namespace {
-using Constant = std::complex<long double>;
-
 // multiply() of the uniform builder takes a shortcut for such a constant
 bool hasZeroPart(const Constant& c)
 {
@@ -172,11 +165,6 @@ std::vector<SplitRef> SplitBuilder::multiplyEach(const std::vector<SplitRef>& va
     return out;
 }
 
-std::vector<SplitRef> SplitBuilder::dft(const Tree& tree, const std::vector<SplitRef>& x, int sign)
-{
-    return walkTree(*this, tree, x, sign);
-}
-
 std::vector<SplitRef> SplitBuilder::padded(std::vector<SplitRef> x, int length)
 {
     x.resize(static_cast<std::size_t>(length));
@@ -233,38 +221,23 @@ SplitBuilder::Rows SplitBuilder::columnsApart(const Tree& tree, const std::vecto
     return columns;
 }
 
-// `total` transforms of one tree, `width` at a time, one per lane: lane j of
-// a vector holds transform t0 + j.  input(t, i) is input i of transform t;
-// output(k, v, t0, count) takes the vector of bin k of transforms t0 ..
-// t0 + count - 1.
-void SplitBuilder::inLanes(const Tree& tree, int total, int scope, int sign,
-                           const std::function<SplitRef(int, int)>& input,
-                           const std::function<void(int, Cx, int, int)>& output)
-{
-    for (int t0 = 0; t0 < total; t0 += width_) {
-        const int count = std::min(width_, total - t0);
-        std::vector<Cx> x;
-        for (int i = 0; i < tree.size; ++i) {
-            std::vector<SplitRef> group;
-            for (int t = t0; t < t0 + count; ++t)
-                group.push_back(input(t, i));
-            x.push_back(gather(group));
-        }
-        g_.enterGroup(scope, t0 / width_);
-        const std::vector<Cx> y = uniform_.dft(tree, x, sign);
-        g_.leaveGroup();
-        for (int k = 0; k < tree.size; ++k)
-            output(k, y[static_cast<std::size_t>(k)], t0, count);
-    }
-}
-
 // The transforms of several inputs (rows) of one tree at once.  A stage in
-// lanes runs `width` of its transforms at a time, the rows side by side (row
-// fastest): transform t of a stage is transform t / rows of row t % rows.
+// lanes runs `width` of its transforms at a time, one per lane, the rows side
+// by side (row fastest): transform t of a stage is transform t / rows of row
+// t % rows, in lane t - t0 of the vectors of transforms t0 .. t0 + count - 1.
 SplitBuilder::Rows SplitBuilder::splitRows(const Tree& tree, const Rows& xs, int sign)
 {
     const int a = tree.first->size, b = tree.second->size, rows = static_cast<int>(xs.size());
     auto at = [](auto& values, int i) -> auto& { return values[static_cast<std::size_t>(i)]; };
+    // the input of a stage in lanes from input(t, i), input i of transform t
+    auto inLanes = [&](auto input) {
+        return [this, input](int t0, int count, int i) {
+            std::vector<SplitRef> group;
+            for (int t = t0; t < t0 + count; ++t)
+                group.push_back(input(t, i));
+            return gather(group);
+        };
+    };
     // u[r][n2][k1]: the spectra of the first stage, twiddled
     std::vector<Rows> u(static_cast<std::size_t>(rows),
                         Rows(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a))));
@@ -274,9 +247,9 @@ SplitBuilder::Rows SplitBuilder::splitRows(const Tree& tree, const Rows& xs, int
     if (first != Apart::No) {
         u[0] = columnsApart(tree, xs[0], first, sign);
     } else {
-        inLanes(
-            *tree.first, b * rows, columns, sign,
-            [&](int t, int n1) { return at(at(xs, t % rows), splitInput(tree, n1, t / rows)); },
+        walkStage(
+            g_, uniform_, *tree.first, b * rows, width_, columns, sign,
+            inLanes([&](int t, int n1) { return at(at(xs, t % rows), splitInput(tree, n1, t / rows)); }),
             [&](int k1, Cx v, int t0, int count) {
                 if (tree.kind == Tree::Kind::Twiddle)
                     v = twiddleLanes(v, t0, count, rows, k1, a * b, sign);
@@ -288,9 +261,9 @@ SplitBuilder::Rows SplitBuilder::splitRows(const Tree& tree, const Rows& xs, int
     Rows out(static_cast<std::size_t>(rows), std::vector<SplitRef>(static_cast<std::size_t>(a * b)));
     const Apart second = apart(*tree.second, a, rows);
     if (second == Apart::No) {
-        inLanes(
-            *tree.second, a * rows, g_.openScope(), sign,
-            [&](int t, int n2) { return at(at(at(u, t % rows), n2), t / rows); },
+        walkStage(
+            g_, uniform_, *tree.second, a * rows, width_, g_.openScope(), sign,
+            inLanes([&](int t, int n2) { return at(at(at(u, t % rows), n2), t / rows); }),
             [&](int k2, Cx v, int t0, int count) {
                 for (int t = t0; t < t0 + count; ++t)
                     at(at(out, t % rows), splitOutput(tree, t / rows, k2)) = laneOf(v, t - t0);

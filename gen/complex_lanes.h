@@ -16,11 +16,10 @@
 #define KVTGEN_COMPLEX_LANES_H
 
 #include <array>
-#include <complex>
 #include <functional>
 #include <vector>
 
-#include "complex_builder.h"
+#include "complex_walk.h"
 
 namespace gen {
 
@@ -44,11 +43,13 @@ public:
 
     // The n input samples, loaded as pairs of neighbouring samples.
     const std::vector<SplitRef>& inputs() const { return inputs_; }
-    std::vector<SplitRef> dft(const Tree& tree, const std::vector<SplitRef>& x, int sign);
+    std::vector<SplitRef> dft(const Tree& tree, const std::vector<SplitRef>& x, int sign)
+    {
+        return walkTree(*this, tree, x, sign);
+    }
 
     // The layout of the tree walk (complex_walk.h).
     using Value = SplitRef;
-    using Constant = std::complex<long double>;
     static constexpr bool binZeroFirst = false;
     ComplexBuilder& arithmetic() { return uniform_; }
     // the value in lane 0 of a split pair of its own
@@ -88,8 +89,6 @@ private:
     Apart apart(const Tree& t, int count, int rows) const;
     Rows transforms(const Tree& t, const Rows& inputs, Apart how, int sign);
     Rows columnsApart(const Tree& tree, const std::vector<SplitRef>& x, Apart how, int sign);
-    void inLanes(const Tree& tree, int total, int scope, int sign, const std::function<SplitRef(int, int)>& input,
-                 const std::function<void(int, Cx, int, int)>& output);
 
     Graph& g_;
     ComplexBuilder uniform_;

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <stdexcept>
+#include <tuple>
 #include <utility>
-
-#include "complex_walk.h"
 
 namespace gen {
 
@@ -15,15 +13,6 @@ namespace {
 int selectorOf(int lowHalf, int highHalf)
 {
     return (2 * lowHalf) | ((2 * lowHalf + 1) << 2) | ((2 * highHalf) << 4) | ((2 * highHalf + 1) << 6);
-}
-
-bool sameValue(const HalfRef& a, const HalfRef& b)
-{
-    if (a.zero || b.zero)
-        return a.zero && b.zero;
-    if (a.sample >= 0 || b.sample >= 0)
-        return a.sample == b.sample;
-    return a.vector.p == b.vector.p && a.vector.q == b.vector.q && a.half == b.half;
 }
 }  // namespace
 
@@ -51,7 +40,8 @@ Cx PairedBuilder::single(const HalfRef& ref)
 
 Cx PairedBuilder::gather(const HalfRef& low, const HalfRef& high)
 {
-    if (sameValue(low, high))
+    auto fields = [](const HalfRef& r) { return std::tie(r.vector.p, r.vector.q, r.half, r.sample, r.zero); };
+    if (fields(low) == fields(high))
         return single(low);
     if (low.sample >= 0 && high.sample >= 0)
         return {g_.inputPair(low.sample, high.sample), Graph::none};
@@ -68,13 +58,6 @@ Cx PairedBuilder::multiplyHalves(Cx v, Constant low, Constant high)
     const int im = g_.constantLanes(low.imag(), low.imag(), high.imag(), high.imag());
     // the constants differing per half
     return multiplyByNodes(g_, v, re, im);
-}
-
-Cx PairedBuilder::rotateHalves(Cx v, long long kLow, long long kHigh, long long n, int sign)
-{
-    if (((kLow - kHigh) % n + n) % n == 0)
-        return uniform_.rotate(v, kLow, n, sign);
-    return multiplyHalves(v, exactRoot(kLow, n, sign), exactRoot(kHigh, n, sign));
 }
 
 std::vector<HalfRef> PairedBuilder::multiplyEach(const std::vector<HalfRef>& values, int count,
@@ -101,54 +84,40 @@ std::vector<HalfRef> PairedBuilder::multiplyEach(const std::vector<HalfRef>& val
     return out;
 }
 
-std::vector<HalfRef> PairedBuilder::dft(const Tree& tree, const std::vector<HalfRef>& x, int sign)
-{
-    return walkTree(*this, tree, x, sign);
-}
-
 // Two transforms of a stage at a time: the lower half of every vector carries
 // one, the upper half the next.  A last transform without a partner is its own
 // partner, so that both writes below give it the lower half.
 std::vector<HalfRef> PairedBuilder::split(const Tree& tree, const std::vector<HalfRef>& x, int sign)
 {
     const int a = tree.first->size, b = tree.second->size;
-    const bool twiddled = tree.kind == Tree::Kind::Twiddle;
+    auto at = [](auto& values, int i) -> auto& { return values[static_cast<std::size_t>(i)]; };
     std::vector<std::vector<HalfRef>> u(static_cast<std::size_t>(b), std::vector<HalfRef>(static_cast<std::size_t>(a)));
-    // each pair of transforms below is one group of its stage for the 256-bit packing
-    const int columns = g_.openScope();
-    for (int n2 = 0; n2 < b; n2 += 2) {
-        const int partner = std::min(n2 + 1, b - 1);
-        std::vector<Cx> column;
-        for (int n1 = 0; n1 < a; ++n1)
-            column.push_back(gather(x[static_cast<std::size_t>(splitInput(tree, n1, n2))],
-                                    x[static_cast<std::size_t>(splitInput(tree, n1, partner))]));
-        g_.enterGroup(columns, n2 / 2);
-        const std::vector<Cx> spectrum = uniform_.dft(*tree.first, column, sign);
-        for (int k1 = 0; k1 < a; ++k1) {
-            Cx v = spectrum[static_cast<std::size_t>(k1)];
-            if (twiddled)
-                v = rotateHalves(v, 1LL * n2 * k1, 1LL * partner * k1, a * b, sign);
-            u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)] = {v, 0};
-            u[static_cast<std::size_t>(partner)][static_cast<std::size_t>(k1)] = {v, partner - n2};
-        }
-        g_.leaveGroup();
-    }
+    walkStage(
+        g_, uniform_, *tree.first, b, 2, g_.openScope(), sign,
+        [&](int n2, int count, int n1) {
+            return gather(at(x, splitInput(tree, n1, n2)), at(x, splitInput(tree, n1, n2 + count - 1)));
+        },
+        [&](int k1, Cx v, int n2, int count) {
+            // the twiddles of the two halves: one rotation where they are alike
+            const int partner = n2 + count - 1;
+            const long long kLow = 1LL * n2 * k1, kHigh = 1LL * partner * k1;
+            if (tree.kind == Tree::Kind::Twiddle && (kHigh - kLow) % (a * b) == 0)
+                v = uniform_.rotate(v, kLow, a * b, sign);
+            else if (tree.kind == Tree::Kind::Twiddle)
+                v = multiplyHalves(v, exactRoot(kLow, a * b, sign), exactRoot(kHigh, a * b, sign));
+            at(at(u, n2), k1) = {v, 0};
+            at(at(u, partner), k1) = {v, partner - n2};
+        },
+        true);
     std::vector<HalfRef> out(static_cast<std::size_t>(a * b));
-    const int rows = g_.openScope();
-    for (int k1 = 0; k1 < a; k1 += 2) {
-        const int partner = std::min(k1 + 1, a - 1);
-        std::vector<Cx> row;
-        for (const std::vector<HalfRef>& spectrum : u)
-            row.push_back(gather(spectrum[static_cast<std::size_t>(k1)], spectrum[static_cast<std::size_t>(partner)]));
-        g_.enterGroup(rows, k1 / 2);
-        const std::vector<Cx> v = uniform_.dft(*tree.second, row, sign);
-        g_.leaveGroup();
-        for (int k2 = 0; k2 < b; ++k2) {
-            const Cx& bin = v[static_cast<std::size_t>(k2)];
-            out[static_cast<std::size_t>(splitOutput(tree, k1, k2))] = {bin, 0};
-            out[static_cast<std::size_t>(splitOutput(tree, partner, k2))] = {bin, partner - k1};
-        }
-    }
+    walkStage(
+        g_, uniform_, *tree.second, a, 2, g_.openScope(), sign,
+        [&](int k1, int count, int n2) { return gather(at(at(u, n2), k1), at(at(u, n2), k1 + count - 1)); },
+        [&](int k2, Cx v, int k1, int count) {
+            const int partner = k1 + count - 1;
+            at(out, splitOutput(tree, k1, k2)) = {v, 0};
+            at(out, splitOutput(tree, partner, k2)) = {v, partner - k1};
+        });
     return out;
 }
 

@@ -8,11 +8,10 @@
 #ifndef KVTGEN_COMPLEX_PAIRS_H
 #define KVTGEN_COMPLEX_PAIRS_H
 
-#include <complex>
 #include <functional>
 #include <vector>
 
-#include "complex_builder.h"
+#include "complex_walk.h"
 
 namespace gen {
 
@@ -33,7 +32,10 @@ public:
     PairedBuilder(Graph& graph, bool materializeProducts) : g_(graph), uniform_(graph, false, materializeProducts) {}
 
     // DFT of one sequence whose values sit in halves of vectors.
-    std::vector<HalfRef> dft(const Tree& tree, const std::vector<HalfRef>& x, int sign);
+    std::vector<HalfRef> dft(const Tree& tree, const std::vector<HalfRef>& x, int sign)
+    {
+        return walkTree(*this, tree, x, sign);
+    }
 
     // A vector with `low` in its lower half and `high` in its upper half; a
     // `high` equal to `low` marks an unpaired value whose upper half is unused.
@@ -41,7 +43,6 @@ public:
 
     // The layout of the tree walk (complex_walk.h).
     using Value = HalfRef;
-    using Constant = std::complex<long double>;
     static constexpr bool binZeroFirst = false;
     ComplexBuilder& arithmetic() { return uniform_; }
     // the value in the lower half of a vector of its own
@@ -59,8 +60,6 @@ private:
     int pick(int a, int halfA, int b, int halfB);
     // v times one complex constant per half
     Cx multiplyHalves(Cx v, Constant low, Constant high);
-    // v times exp(sign*2*pi*i*k/n) with k per half
-    Cx rotateHalves(Cx v, long long kLow, long long kHigh, long long n, int sign);
 
     Graph& g_;
     ComplexBuilder uniform_;

@@ -2,27 +2,20 @@
 //
 // A layout is a policy that says where a value of one transform lives (a
 // whole vector, a half of one, a lane of one) and how the transforms of a
-// stage share vectors.  It provides:
-//   Value                      one complex number of one transform
-//   Cx single(Value)           the value as a vector of its own
-//   Value wrap(Cx)             a vector of one value as a Value
-//   ComplexBuilder& arithmetic()   the butterflies and sums on vectors
-//   split(tree, x, sign)       a P or T split: how the transforms of its two
-//                              stages are laid out in vectors
-//   multiplyEach(values, count, constant)   values[i] times constant(i), i < count
-//   padded(x, length)          Bluestein's input, zero-padded to `length`
-//   binZeroFirst               Rader's bin 0 (which carries x[0]) is made
-//                              before the other products rather than after;
-//                              the order in which nodes are made decides how
-//                              a subtraction is written, so each layout keeps
-//                              its own
-//   dft(tree, x, sign)         walkTree(*this, tree, x, sign)
-// The walk decides the rest: the rule of each node of the tree, and the
-// convolutions of Rader and Bluestein, written once here.
+// stage share vectors.  It provides Value (one complex number of one
+// transform), single(Value) (the value as a vector of its own), wrap(Cx) (a
+// vector of one value as a Value), arithmetic() (the butterflies and sums on
+// vectors), split(tree, x, sign) (a P or T split laid out in vectors),
+// multiplyEach(values, count, constant) (values[i] times constant(i), i <
+// count), padded(x, length) (Bluestein's input, zero-padded) and
+// binZeroFirst: Rader's bin 0 is made before the other products rather than
+// after.  The order in which nodes are made decides how a subtraction is
+// written, so each layout keeps its own.  The walk decides the rest: the rule
+// of each node of the tree, and the convolutions of Rader and Bluestein.
 #ifndef KVTGEN_COMPLEX_WALK_H
 #define KVTGEN_COMPLEX_WALK_H
 
-#include <complex>
+#include <algorithm>
 #include <stdexcept>
 #include <vector>
 
@@ -54,6 +47,31 @@ inline int splitOutput(const Tree& tree, int k1, int k2)
     return k;
 }
 
+// A stage of `total` transforms of one tree on whole vectors, `width` at a
+// time, each batch one group of `scope` for the 256-bit packing.  input(t0,
+// count, i) is the vector of input i of transforms t0 .. t0 + count - 1;
+// output(k, v, t0, count) takes the vector of their bin k, inside the group
+// where `outputInGroup`.
+template <class Input, class Output>
+void walkStage(Graph& graph, ComplexBuilder& arithmetic, const Tree& tree, int total, int width, int scope, int sign,
+               Input input, Output output, bool outputInGroup = false)
+{
+    for (int t0 = 0; t0 < total; t0 += width) {
+        const int count = std::min(width, total - t0);
+        std::vector<Cx> x;
+        for (int i = 0; i < tree.size; ++i)
+            x.push_back(input(t0, count, i));
+        graph.enterGroup(scope, t0 / width);
+        const std::vector<Cx> y = arithmetic.dft(tree, x, sign);
+        if (!outputInGroup)
+            graph.leaveGroup();
+        for (int k = 0; k < tree.size; ++k)
+            output(k, y[static_cast<std::size_t>(k)], t0, count);
+        if (outputInGroup)
+            graph.leaveGroup();
+    }
+}
+
 // A leaf: its butterfly on one vector per value.
 template <class Layout>
 ValuesOf<Layout> walkLeaf(Layout& layout, const Tree& tree, const ValuesOf<Layout>& x, int sign)
@@ -72,7 +90,6 @@ ValuesOf<Layout> walkLeaf(Layout& layout, const Tree& tree, const ValuesOf<Layou
 template <class Layout>
 ValuesOf<Layout> walkRader(Layout& layout, const Tree& tree, const ValuesOf<Layout>& x, int sign)
 {
-    using Constant = std::complex<long double>;
     const int p = tree.size, n = p - 1;
     const int g = primitiveRoot(p);
     ValuesOf<Layout> a(static_cast<std::size_t>(n));
