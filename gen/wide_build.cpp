@@ -11,10 +11,9 @@
 
 namespace gen {
 
-PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
-                      const PackOptions& options)
+PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options)
 {
-    return wide::Packer(narrow, span, options).run(stores);
+    return wide::Packer(k, v.precision == Precision::Single, options).run(k.roots);
 }
 
 namespace wide {
@@ -22,16 +21,13 @@ namespace wide {
 // The users of every live node and the nodes ready from the start (those
 // whose operands are all leaves); then the seeds, the rounds of pairing and
 // the stores.
-PackedKernel Packer::run(const std::vector<VectorStore>& stores)
+PackedKernel Packer::run(const std::vector<int>& roots)
 {
-    std::vector<int> roots;
-    for (const VectorStore& s : stores)
-        roots.push_back(s.node);
     const std::vector<bool> live = g_.liveSet(roots);
     for (int id = 0; id < g_.size(); ++id) {
         const Node& n = node(id);
-        if (n.op == Op::Input && live[static_cast<std::size_t>(id)] && span_(n) >= 0)
-            inputAt_[span_(n)] = id;
+        if (n.op == Op::Input && live[static_cast<std::size_t>(id)] && span(n) >= 0)
+            inputAt_[span(n)] = id;
         if (!live[static_cast<std::size_t>(id)] || isLeaf(n))
             continue;
         for (int operand : {n.a, n.b == n.a ? -1 : n.b})
@@ -42,9 +38,9 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
         if (at(id).waiting == 0)
             ready_.push_back(id);
     }
-    seed(stores, live);
+    seed(live);
     pairAll();
-    placeStores(stores);
+    placeStores();
     return std::move(out_);
 }
 
@@ -83,7 +79,7 @@ int Packer::value256(int lo, int hi)
     if (a.op == Op::Param && b.op == Op::Param && a.index == b.index) {
         id = make(Op::Param, type, -1, -1, a.index);
     } else if (joinCost(lo, hi) == 0 && a.op == Op::Input && b.op == Op::Input) {
-        id = make(Op::Input, type, -1, -1, span_(a));
+        id = make(Op::Input, type, -1, -1, span(a));
     } else if (inWide(lo) && inWide(hi)) {
         const int wa = at(lo).wide, wb = at(hi).wide;
         ++out_.moves;
@@ -165,11 +161,11 @@ void Packer::assignWide(int lo, int hi)
 }
 
 // the stores: neighbouring full stores whose values share a 256-bit node
-void Packer::placeStores(const std::vector<VectorStore>& stores)
+void Packer::placeStores()
 {
-    for (std::size_t i = 0; i < stores.size(); ++i) {
-        const VectorStore& s = stores[i];
-        const VectorStore* t = i + 1 < stores.size() ? &stores[i + 1] : nullptr;
+    for (std::size_t i = 0; i < stores_.size(); ++i) {
+        const Store& s = stores_[i];
+        const Store* t = i + 1 < stores_.size() ? &stores_[i + 1] : nullptr;
         if (t && neighbours(s, *t) && inWide(s.node) && inWide(t->node) &&
             (wideOf_.count({s.node, t->node}) || extractCost(s.node) + extractCost(t->node) > 0)) {
             out_.stores.push_back({value256(s.node, t->node), true, static_cast<int>(i)});
