@@ -86,7 +86,7 @@ Form searchForm(const Variant& v, int n)
             const PackedKernel packed =
                 packNarrow(v, k, {static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)});
             std::vector<int> roots;
-            for (const PackedStore& store : packed.stores)
+            for (const Store& store : packed.stores)
                 roots.push_back(store.node);
             const int time = timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
             if (time < best) {

@@ -186,13 +186,8 @@ std::string packedBody(const Variant& v, int n, const NarrowKernel& k, const For
     const PackedKernel packed =
         packNarrow(v, k, {static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)});
     const bool single = v.precision == Precision::Single;
-    std::vector<Store> stores;
-    for (const PackedStore& store : packed.stores) {
-        const Store& first = k.stores[static_cast<std::size_t>(store.first)];
-        stores.push_back({store.wide ? Store::Wide : first.kind, first.index, store.node});
-    }
-    verifyBody(form.kernel, k.graph, outputLanes(k.stores, n, single), packed.graph, outputLanes(stores, n, single),
-               checkInputs(n), 1.0 / n);
+    verifyBody(form.kernel, k.graph, outputLanes(k.stores, n, single), packed.graph,
+               outputLanes(packed.stores, n, single), checkInputs(n), 1.0 / n);
     NodePrinter printer = k.printer;
     printer.input = [narrow = k.printer, single](const Node& node) {
         if (node.type == Type::V4D || node.type == Type::V8F)
@@ -206,7 +201,7 @@ std::string packedBody(const Variant& v, int n, const NarrowKernel& k, const For
     kernel.packing = "; packed for 256-bit vectors: " + std::to_string(packed.wideNodes) + " operations of 256 bits, " +
                      std::to_string(packed.narrowNodes) + " of 128 bits, " + std::to_string(packed.moves) +
                      " moves across halves";
-    return printBody(packed.graph, stores, printer, single);
+    return printBody(packed.graph, packed.stores, printer, single);
 }
 
 }  // namespace

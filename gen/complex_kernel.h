@@ -84,7 +84,17 @@ Form searchForm(const Variant& v, int n);
 
 // The real outputs of a kernel: where each comes from in its graph.
 OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single = true);
-// The 128-bit graph of a vector flow packed onto 256-bit vectors.
+
+// The 128-bit graph of a vector flow packed onto 256-bit vectors (wide_pairs.h),
+// with the kernel's stores, two neighbouring ones made one Wide store where
+// they share a 256-bit node.
+struct PackedKernel {
+    Graph graph{false};
+    std::vector<Store> stores;
+    int wideNodes = 0;    // 256-bit arithmetic nodes
+    int narrowNodes = 0;  // 128-bit arithmetic nodes left
+    int moves = 0;        // joins, half permutations and extractions
+};
 PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options);
 
 // Inputs on which every wide body of a kernel must give its flow's bits.

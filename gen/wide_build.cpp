@@ -60,7 +60,7 @@ int Packer::value128(int id)
         return known;
     if (inWide(id)) {
         ++out_.moves;
-        return known = make(Op::Extract, node(id).type, at(id).wide, -1, at(id).half);
+        return known = make(Op::Extract, node(id).type, wideNode(id), -1, half(id));
     }
     if (!isLeaf(node(id)))
         throw std::logic_error("a value used before it is computed");
@@ -81,9 +81,9 @@ int Packer::value256(int lo, int hi)
     } else if (joinCost(lo, hi) == 0 && a.op == Op::Input && b.op == Op::Input) {
         id = make(Op::Input, type, -1, -1, span(a));
     } else if (inWide(lo) && inWide(hi)) {
-        const int wa = at(lo).wide, wb = at(hi).wide;
+        const int wa = wideNode(lo), wb = wideNode(hi);
         ++out_.moves;
-        id = make(Op::Permute2, type, wa, wb, at(lo).half | ((wa == wb ? at(hi).half : 2 + at(hi).half) << 4));
+        id = make(Op::Permute2, type, wa, wb, half(lo) | ((wa == wb ? half(hi) : 2 + half(hi)) << 4));
     } else {
         // two constants merge into one; other values are joined
         const bool constants = a.op == Op::Const && b.op == Op::Const;
@@ -149,11 +149,7 @@ void Packer::assignWide(int lo, int hi)
     if (x.op != y.op)
         n.b = signFlip(n.b);
     const int id = out_.graph.raw(n);
-    at(lo).wide = at(hi).wide = id;
-    at(lo).half = 0;
-    at(hi).half = 1;
-    at(lo).partner = hi;
-    at(hi).partner = lo;
+    at(lo).pair = at(hi).pair = {lo, hi};
     wideOf_[{lo, hi}] = id;
     ++out_.wideNodes;
     placed(lo);
@@ -168,11 +164,11 @@ void Packer::placeStores()
         const Store* t = i + 1 < stores_.size() ? &stores_[i + 1] : nullptr;
         if (t && neighbours(s, *t) && inWide(s.node) && inWide(t->node) &&
             (wideOf_.count({s.node, t->node}) || extractCost(s.node) + extractCost(t->node) > 0)) {
-            out_.stores.push_back({value256(s.node, t->node), true, static_cast<int>(i)});
+            out_.stores.push_back({Store::Wide, s.index, value256(s.node, t->node)});
             ++i;
             continue;
         }
-        out_.stores.push_back({value128(s.node), false, static_cast<int>(i)});
+        out_.stores.push_back({s.kind, s.index, value128(s.node)});
     }
 }
 

@@ -30,11 +30,9 @@ public:
 private:
     // what the pass knows of a node of the 128-bit graph
     struct Slot {
-        int narrow = -1;   // its 128-bit value in the packed graph
-        int wide = -1;     // the 256-bit node that computes it
-        int half = -1;     // and its half there
-        int partner = -1;  // the node in its other half
-        std::pair<int, int> wanted{-1, -1};  // the (lower, upper) pair a seed asks for
+        int narrow = -1;                     // its 128-bit value in the packed graph
+        std::pair<int, int> pair{-1, -1};    // the (lower, upper) pair computed as one 256-bit node
+        std::pair<int, int> wanted{-1, -1};  // the pair a seed asks for
         int waiting = 0;  // operands not yet computed
         std::vector<int> users;
     };
@@ -42,7 +40,10 @@ private:
     const Node& node(int id) const { return g_.node(id); }
     Slot& at(int id) { return slots_[static_cast<std::size_t>(id)]; }
     const Slot& at(int id) const { return slots_[static_cast<std::size_t>(id)]; }
-    bool inWide(int id) const { return at(id).wide >= 0; }
+    bool inWide(int id) const { return at(id).pair.first >= 0; }
+    // the 256-bit node that computes a paired node, and the node's half there
+    int wideNode(int id) const { return wideOf_.at(at(id).pair); }
+    int half(int id) const { return at(id).pair.second == id ? 1 : 0; }
     bool assigned(int id) const { return at(id).narrow >= 0 || inWide(id); }
     bool isWanted(int id) const { return at(id).wanted.first >= 0; }
     // Where a 128-bit Input node reads its four floats or two doubles from:

@@ -169,7 +169,7 @@ int Packer::joinCost(int lo, int hi) const
 
 int Packer::extractCost(int id) const
 {
-    return id >= 0 && at(id).narrow < 0 && inWide(id) && at(id).half == 1 ? moveCost : 0;
+    return id >= 0 && at(id).narrow < 0 && inWide(id) && half(id) == 1 ? moveCost : 0;
 }
 
 bool Packer::compatible(int x, int y) const
@@ -304,8 +304,8 @@ std::pair<int, int> Packer::sideBySidePartner(int x, const std::vector<int>& rou
         for (int h = 0; h < 2 && operand >= 0; ++h) {
             const Node& o = node(operand);
             int partner = -1;
-            if (inWide(operand) && at(operand).half == h) {
-                partner = at(operand).partner;
+            if (inWide(operand) && half(operand) == h) {
+                partner = h == 0 ? at(operand).pair.second : at(operand).pair.first;
             } else if (!inWide(operand) && o.op == Op::Input && span(o) >= 0) {
                 const auto found = inputAt_.find(span(o) + (h == 0 ? laneCount(o.type) : -laneCount(o.type)));
                 partner = found == inputAt_.end() ? -1 : found->second;

@@ -16,26 +16,7 @@
 #ifndef KVTGEN_WIDE_PAIRS_H
 #define KVTGEN_WIDE_PAIRS_H
 
-#include "graph.h"
-
 namespace gen {
-
-// A store of the packed kernel: `node` is a node of the packed graph, 256-bit
-// when `wide` (it then covers the kernel's stores `first` and `first + 1`),
-// else 128-bit for store `first`.
-struct PackedStore {
-    int node;
-    bool wide;
-    int first;
-};
-
-struct PackedKernel {
-    Graph graph{false};
-    std::vector<PackedStore> stores;
-    int wideNodes = 0;     // 256-bit arithmetic nodes
-    int narrowNodes = 0;   // 128-bit arithmetic nodes left
-    int moves = 0;         // joins, half permutations and extractions
-};
 
 // How the pass pairs nodes: the pairs asked for from the start (none, pairs
 // asked for by neighbouring outputs, the outputs whose computations share the
