@@ -63,7 +63,7 @@ private:
     bool seedable(int x, int y, bool checkOrder) const;
     int seedFromOutputs(int lo, int hi, bool commit);
     void seedFromGroups(const std::vector<bool>& live, bool align);
-    void seedAligned(const std::vector<int>& lower, const std::vector<int>& upper, bool align);
+    void seedSteps(const std::vector<int>& lower, const std::vector<int>& upper, bool align);
     void pairAll();
     // whether y is in the round (kept sorted) and not yet computed
     bool takeable(int y, const std::vector<int>& round) const

@@ -118,7 +118,7 @@ void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
                 break;
             if (lower == members.end() || upper == members.end())
                 continue;
-            seedAligned(lower->second, upper->second, align);
+            seedSteps(lower->second, upper->second, align);
         }
     }
 }
@@ -128,7 +128,7 @@ void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
 // that one of them has and the other not (a twiddle of one lane, a part that
 // is zero) does not shift the pairs after it.  In order is the same walk with
 // only the k-th step matching the k-th.
-void Packer::seedAligned(const std::vector<int>& l, const std::vector<int>& u, bool align)
+void Packer::seedSteps(const std::vector<int>& l, const std::vector<int>& u, bool align)
 {
     const auto match = [&](std::size_t i, std::size_t j) { return align ? compatible(l[i], u[j]) : i == j; };
     const std::size_t rows = l.size() + 1, cols = u.size() + 1;
@@ -150,7 +150,6 @@ void Packer::seedAligned(const std::vector<int>& l, const std::vector<int>& u, b
         }
     }
 }
-
 
 int Packer::joinCost(int lo, int hi) const
 {
