@@ -124,11 +124,11 @@ void Packer::assignNarrow(int id)
 int Packer::signFlip(int wide)
 {
     const Type type = out_.graph.node(wide).type;
-    const Type half = type == Type::V4D ? Type::V2D : Type::V4F;
-    Node plus{Op::Const, half}, minus{Op::Const, half};
+    const Type halfType = type == Type::V4D ? Type::V2D : Type::V4F;
+    Node plus{Op::Const, halfType}, minus{Op::Const, halfType};
     plus.lane0 = plus.lane1 = 1.0;
     minus.lane0 = minus.lane1 = -1.0;
-    if (half == Type::V4F) {
+    if (halfType == Type::V4F) {
         plus.lane2 = plus.lane3 = 1.0;
         minus.lane2 = minus.lane3 = -1.0;
     }
