@@ -2,9 +2,6 @@
 // the target's description: on the baseline the 128-bit flow of least cost,
 // which every other target takes; on a 256-bit target the body of least
 // time.
-#include <algorithm>
-#include <limits>
-
 #include "complex_kernel.h"
 
 namespace gen {
@@ -36,27 +33,6 @@ int timeCost(const Graph& g, const std::vector<int>& roots, int stores)
     return cost;
 }
 
-// Of every packing of the 128-bit graph, the time of the fastest, and its
-// options in `chosen`.
-int packWideSearch(const NarrowKernel& k, const Variant& v, PackOptions& chosen)
-{
-    int best = std::numeric_limits<int>::max();
-    for (int seeds = PackOptions::None; seeds <= PackOptions::AlignedGroups; ++seeds)
-        for (int moves = PackOptions::NoMoves; moves <= PackOptions::Lookahead; ++moves) {
-            const PackOptions options{static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)};
-            const PackedKernel packed = packNarrow(v, k, options);
-            std::vector<int> roots;
-            for (const PackedStore& store : packed.stores)
-                roots.push_back(store.node);
-            const int time = timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
-            if (time < best) {
-                best = time;
-                chosen = options;
-            }
-        }
-    return best;
-}
-
 // Of the 128-bit flows a kernel can take, the one of least cost, as the
 // target's cost model weighs its instructions: arithmetic (sign changes
 // included), selections and exchanges, loads and stores.
@@ -72,45 +48,19 @@ Flow searchFlow(const Variant& v, int n)
     for (Flow flow : {Flow::Pairs, Flow::Joined, Flow::Split}) {
         const NarrowKernel k = buildNarrow(v, n, flow);
         const OpCounts& c = k.kernel.counts;
+        int memoryAccesses = static_cast<int>(k.stores.size());  // the stores and the loads the outputs need
+        const std::vector<bool> live = k.graph.liveSet(k.roots);
+        for (int id = 0; id < k.graph.size(); ++id)
+            memoryAccesses += live[static_cast<std::size_t>(id)] && k.graph.node(id).op == Op::Input ? 1 : 0;
         const int cost = t.weight("arithmetic") * (c.additions + c.multiplications + c.signFlips) +
                          t.weight("selection") * (c.exchanges + c.signedExchanges) +
-                         t.weight("load-store") * k.kernel.memoryAccesses;
+                         t.weight("load-store") * memoryAccesses;
         if (flow == Flow::Pairs || cost < bestCost) {
             best = flow;
             bestCost = cost;
         }
     }
     return best;
-}
-
-// The body a 256-bit target gives a vector flow: of the 128-bit graph, its
-// packings and (split flows) the eight-lane layouts, the one of least time.
-void searchWideBody(const Variant& v, int n, Flow flow, Form& form)
-{
-    const NarrowKernel k = buildNarrow(v, n, flow);
-    PackOptions options;
-    const int packTime = packWideSearch(k, v, options);
-    const int narrowTime = timeCost(k.graph, k.roots, static_cast<int>(k.stores.size()));
-    const TreePtr tree = complexRule(n, v.precision);
-    EightLanes eight;
-    int eightTime = 0;
-    for (int batch = 0; flow == Flow::Split && batch < 2; ++batch) {
-        EightLanes candidate = exactEightLanes(n, *tree, v.inverse ? 1 : -1, batch == 1, k.graph, k.roots,
-                                               outputLanes(k.stores, n));
-        if (!candidate.graph)
-            continue;
-        const int time = timeCost(*candidate.graph, candidate.roots, candidate.storeInstructions);
-        if (!eight.graph || time < eightTime) {
-            eight = std::move(candidate);
-            eightTime = time;
-        }
-    }
-    if (eight.graph && eightTime < std::min(narrowTime, packTime))
-        form.set("body", "eight").set("batch", eight.batch ? "yes" : "no");
-    else if (packTime < narrowTime)
-        form.set("body", "packed").set("seeds", seedsNames[options.seeds]).set("moves", movesNames[options.moves]);
-    else
-        form.set("body", "narrow");
 }
 
 }  // namespace
@@ -123,11 +73,39 @@ Form searchForm(const Variant& v, int n)
                                                                       : flowOf(formOn(v.kernelName(n), baseline));
     Form form;
     form.set("flow", flowNames[static_cast<int>(flow)]);
-    if (target().wide() && flow != Flow::Scalar)
-        searchWideBody(v, n, flow, form);
-    else
-        form.set("body", "narrow");
-    return form;
+    if (!target().wide() || flow == Flow::Scalar)
+        return form.set("body", "narrow");
+    // A 256-bit target gives a vector flow the body of least time: of the
+    // 128-bit graph as it stands, its packings and (split flows) the
+    // eight-lane layouts, the first that takes it.
+    const NarrowKernel k = buildNarrow(v, n, flow);
+    int best = timeCost(k.graph, k.roots, static_cast<int>(k.stores.size()));
+    Form chosen = Form(form).set("body", "narrow");
+    for (int seeds = PackOptions::None; seeds <= PackOptions::AlignedGroups; ++seeds)
+        for (int moves = PackOptions::NoMoves; moves <= PackOptions::Lookahead; ++moves) {
+            const PackedKernel packed =
+                packNarrow(v, k, {static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)});
+            std::vector<int> roots;
+            for (const Store& store : packed.stores)
+                roots.push_back(store.node);
+            const int time = timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
+            if (time < best) {
+                best = time;
+                chosen = Form(form).set("body", "packed").set("seeds", seedsNames[seeds]);
+                chosen.set("moves", movesNames[moves]);
+            }
+        }
+    const TreePtr tree = complexRule(n, v.precision);
+    for (int batch = 0; flow == Flow::Split && batch < 2; ++batch) {
+        const EightLanes eight = exactEightLanes(n, *tree, v.inverse ? 1 : -1, batch == 1, k.graph, k.roots,
+                                                 outputLanes(k.stores, n));
+        const int time = eight.graph ? timeCost(*eight.graph, eight.roots, eight.storeInstructions) : best;
+        if (time < best) {
+            best = time;
+            chosen = Form(form).set("body", "eight").set("batch", batch == 1 ? "yes" : "no");
+        }
+    }
+    return chosen;
 }
 
 }  // namespace gen

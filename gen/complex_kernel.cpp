@@ -34,19 +34,15 @@ std::string printInputPair(const Node& node)
 std::string printStore(const Graph& graph, const Store& store, bool single)
 {
     const std::string value = store.node >= 0 ? valueOf(graph, store.node) : "0.0f";
-    const std::string place = "y + " + std::to_string(2 * store.index);
-    if (store.kind == Store::Wide)
-        return "kv::store(" + place + ", " + value + ")";
-    if (!single)
-        return "Access::store(" + place + ", " + value + ")";
-    switch (store.kind) {
-    case Store::Pair:
-        return store.index % 2 == 0 ? "Access::storePair(" + place + ", " + value + ")"
-                                    : "kv::store(" + place + ", " + value + ")";
-    case Store::Low: return "kv::storeLow(" + place + ", " + value + ")";
-    case Store::High: return "kv::storeHigh(" + place + ", " + value + ")";
-    default: return "y[" + std::to_string(store.index) + "] = " + value;
-    }
+    if (store.kind == Store::Scalar)
+        return "y[" + std::to_string(store.index) + "] = " + value;
+    // Complex32 by kind (Pair, Low, High); a pair from an odd sample on is not 16-byte aligned
+    static const char* const calls[] = {"Access::storePair", "kv::storeLow", "kv::storeHigh"};
+    const std::string call = store.kind == Store::Wide                            ? "kv::store"
+                             : !single                                            ? "Access::store"
+                             : store.kind == Store::Pair && store.index % 2 == 1 ? "kv::store"
+                                                                                  : calls[store.kind];
+    return call + "(y + " + std::to_string(2 * store.index) + ", " + value + ")";
 }
 
 // The body of a kernel: all loads and arithmetic, then the stores.
@@ -128,19 +124,6 @@ void buildComplexFlow(int n, const Tree& tree, int sign, bool single, NarrowKern
 
 }  // namespace
 
-// The 256-bit packing sees the full 128-bit stores of the outputs (all of
-// Complex64's) and the contiguous 16-byte reads of the inputs.
-PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options)
-{
-    const bool single = v.precision == Precision::Single;
-    std::vector<VectorStore> outputs;
-    for (const Store& store : k.stores)
-        outputs.push_back({store.node, 2 * store.index, !single || store.kind == Store::Pair});
-    return packWide(k.graph, outputs, [single](const Node& n) {
-        return !single || n.index2 == n.index + 1 ? 2 * n.index : -1;
-    }, options);
-}
-
 OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single)
 {
     OutputLanes y(static_cast<std::size_t>(2 * n), {Graph::none, 0});
@@ -186,11 +169,6 @@ NarrowKernel buildNarrow(const Variant& v, int n, Flow flow)
     for (const Store& store : k.stores)
         k.roots.push_back(store.node);
     k.kernel.counts = k.graph.count(k.roots);
-    const std::vector<bool> live = k.graph.liveSet(k.roots);
-    for (int id = 0; id < k.graph.size(); ++id)
-        if (live[static_cast<std::size_t>(id)] && k.graph.node(id).op == Op::Input)
-            ++k.kernel.memoryAccesses;
-    k.kernel.memoryAccesses += static_cast<int>(k.stores.size());
     return k;
 }
 
@@ -208,13 +186,8 @@ std::string packedBody(const Variant& v, int n, const NarrowKernel& k, const For
     const PackedKernel packed =
         packNarrow(v, k, {static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)});
     const bool single = v.precision == Precision::Single;
-    std::vector<Store> stores;
-    for (const PackedStore& store : packed.stores) {
-        const Store& first = k.stores[static_cast<std::size_t>(store.first)];
-        stores.push_back({store.wide ? Store::Wide : first.kind, first.index, store.node});
-    }
-    verifyBody(form.kernel, k.graph, outputLanes(k.stores, n, single), packed.graph, outputLanes(stores, n, single),
-               checkInputs(n), 1.0 / n);
+    verifyBody(form.kernel, k.graph, outputLanes(k.stores, n, single), packed.graph,
+               outputLanes(packed.stores, n, single), checkInputs(n), 1.0 / n);
     NodePrinter printer = k.printer;
     printer.input = [narrow = k.printer, single](const Node& node) {
         if (node.type == Type::V4D || node.type == Type::V8F)
@@ -228,7 +201,7 @@ std::string packedBody(const Variant& v, int n, const NarrowKernel& k, const For
     kernel.packing = "; packed for 256-bit vectors: " + std::to_string(packed.wideNodes) + " operations of 256 bits, " +
                      std::to_string(packed.narrowNodes) + " of 128 bits, " + std::to_string(packed.moves) +
                      " moves across halves";
-    return printBody(packed.graph, stores, printer, single);
+    return printBody(packed.graph, packed.stores, printer, single);
 }
 
 }  // namespace

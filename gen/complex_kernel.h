@@ -37,16 +37,6 @@ struct Variant {
     {
         return "kvtgDFT" + direction() + "_CToC_" + std::to_string(n) + "_" + typeSuffix();
     }
-    std::string unalignedName(int n) const
-    {
-        return "owngDFT" + direction() + "_CToC_" + std::to_string(n) + "_" + typeSuffix() + "_unaligned";
-    }
-    std::string dispatcherName() const { return "kvtgDFT" + direction() + "_CToC_" + typeSuffix(); }
-    // Unit names follow the family: pgendftfwd32fcw7 and so on.
-    std::string unitStem() const
-    {
-        return std::string("pgendft") + (inverse ? "inv" : "fwd") + typeSuffix() + "w7";
-    }
     Type scalarType() const { return precision == Precision::Single ? Type::F32 : Type::F64; }
 };
 
@@ -54,7 +44,6 @@ struct Kernel {
     std::string body;  // statements of the transform
     OpCounts counts;
     bool vector = false;  // a template over the access form, taking a vector factor
-    int memoryAccesses = 0;
     const char* layout = "scalar";
     std::string packing;  // how the 256-bit target packed the vector graph
 };
@@ -77,7 +66,8 @@ const char* const flowNames[] = {"scalar", "pairs", "joined", "split", "parts"};
 
 Flow flowOf(const Form& form);
 
-// The 128-bit kernel of a flow: its graph, stores and printer.
+// The 128-bit kernel of a flow: its graph, stores and printer.  A flow the
+// kernel cannot take stops the generator.
 struct NarrowKernel {
     Graph graph;
     std::vector<Store> stores;
@@ -86,7 +76,6 @@ struct NarrowKernel {
     Kernel kernel;
 };
 
-// The 128-bit kernel of a flow; a flow the kernel cannot take stops the generator.
 NarrowKernel buildNarrow(const Variant& v, int n, Flow flow);
 // A kernel in the form its line of the table gives it.
 Kernel buildKernel(const Variant& v, int n, const Form& form);
@@ -95,7 +84,17 @@ Form searchForm(const Variant& v, int n);
 
 // The real outputs of a kernel: where each comes from in its graph.
 OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single = true);
-// The 128-bit graph of a vector flow packed onto 256-bit vectors.
+
+// The 128-bit graph of a vector flow packed onto 256-bit vectors (wide_pairs.h),
+// with the kernel's stores, two neighbouring ones made one Wide store where
+// they share a 256-bit node.
+struct PackedKernel {
+    Graph graph{false};
+    std::vector<Store> stores;
+    int wideNodes = 0;    // 256-bit arithmetic nodes
+    int narrowNodes = 0;  // 128-bit arithmetic nodes left
+    int moves = 0;        // joins, half permutations and extractions
+};
 PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options);
 
 // Inputs on which every wide body of a kernel must give its flow's bits.

@@ -11,10 +11,9 @@
 
 namespace gen {
 
-PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
-                      const PackOptions& options)
+PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options)
 {
-    return wide::Packer(narrow, span, options).run(stores);
+    return wide::Packer(k, v.precision == Precision::Single, options).run(k.roots);
 }
 
 namespace wide {
@@ -22,16 +21,13 @@ namespace wide {
 // The users of every live node and the nodes ready from the start (those
 // whose operands are all leaves); then the seeds, the rounds of pairing and
 // the stores.
-PackedKernel Packer::run(const std::vector<VectorStore>& stores)
+PackedKernel Packer::run(const std::vector<int>& roots)
 {
-    std::vector<int> roots;
-    for (const VectorStore& s : stores)
-        roots.push_back(s.node);
     const std::vector<bool> live = g_.liveSet(roots);
     for (int id = 0; id < g_.size(); ++id) {
         const Node& n = node(id);
-        if (n.op == Op::Input && live[static_cast<std::size_t>(id)] && span_(n) >= 0)
-            inputAt_[span_(n)] = id;
+        if (n.op == Op::Input && live[static_cast<std::size_t>(id)] && span(n) >= 0)
+            inputAt_[span(n)] = id;
         if (!live[static_cast<std::size_t>(id)] || isLeaf(n))
             continue;
         for (int operand : {n.a, n.b == n.a ? -1 : n.b})
@@ -42,9 +38,9 @@ PackedKernel Packer::run(const std::vector<VectorStore>& stores)
         if (at(id).waiting == 0)
             ready_.push_back(id);
     }
-    seed(stores, live);
+    seed(live);
     pairAll();
-    placeStores(stores);
+    placeStores();
     return std::move(out_);
 }
 
@@ -64,7 +60,7 @@ int Packer::value128(int id)
         return known;
     if (inWide(id)) {
         ++out_.moves;
-        return known = make(Op::Extract, node(id).type, at(id).wide, -1, at(id).half);
+        return known = make(Op::Extract, node(id).type, wideNode(id), -1, half(id));
     }
     if (!isLeaf(node(id)))
         throw std::logic_error("a value used before it is computed");
@@ -83,11 +79,11 @@ int Packer::value256(int lo, int hi)
     if (a.op == Op::Param && b.op == Op::Param && a.index == b.index) {
         id = make(Op::Param, type, -1, -1, a.index);
     } else if (joinCost(lo, hi) == 0 && a.op == Op::Input && b.op == Op::Input) {
-        id = make(Op::Input, type, -1, -1, span_(a));
+        id = make(Op::Input, type, -1, -1, span(a));
     } else if (inWide(lo) && inWide(hi)) {
-        const int wa = at(lo).wide, wb = at(hi).wide;
+        const int wa = wideNode(lo), wb = wideNode(hi);
         ++out_.moves;
-        id = make(Op::Permute2, type, wa, wb, at(lo).half | ((wa == wb ? at(hi).half : 2 + at(hi).half) << 4));
+        id = make(Op::Permute2, type, wa, wb, half(lo) | ((wa == wb ? half(hi) : 2 + half(hi)) << 4));
     } else {
         // two constants merge into one; other values are joined
         const bool constants = a.op == Op::Const && b.op == Op::Const;
@@ -128,11 +124,11 @@ void Packer::assignNarrow(int id)
 int Packer::signFlip(int wide)
 {
     const Type type = out_.graph.node(wide).type;
-    const Type half = type == Type::V4D ? Type::V2D : Type::V4F;
-    Node plus{Op::Const, half}, minus{Op::Const, half};
+    const Type halfType = type == Type::V4D ? Type::V2D : Type::V4F;
+    Node plus{Op::Const, halfType}, minus{Op::Const, halfType};
     plus.lane0 = plus.lane1 = 1.0;
     minus.lane0 = minus.lane1 = -1.0;
-    if (half == Type::V4F) {
+    if (halfType == Type::V4F) {
         plus.lane2 = plus.lane3 = 1.0;
         minus.lane2 = minus.lane3 = -1.0;
     }
@@ -153,11 +149,7 @@ void Packer::assignWide(int lo, int hi)
     if (x.op != y.op)
         n.b = signFlip(n.b);
     const int id = out_.graph.raw(n);
-    at(lo).wide = at(hi).wide = id;
-    at(lo).half = 0;
-    at(hi).half = 1;
-    at(lo).partner = hi;
-    at(hi).partner = lo;
+    at(lo).pair = at(hi).pair = {lo, hi};
     wideOf_[{lo, hi}] = id;
     ++out_.wideNodes;
     placed(lo);
@@ -165,18 +157,18 @@ void Packer::assignWide(int lo, int hi)
 }
 
 // the stores: neighbouring full stores whose values share a 256-bit node
-void Packer::placeStores(const std::vector<VectorStore>& stores)
+void Packer::placeStores()
 {
-    for (std::size_t i = 0; i < stores.size(); ++i) {
-        const VectorStore& s = stores[i];
-        const VectorStore* t = i + 1 < stores.size() ? &stores[i + 1] : nullptr;
+    for (std::size_t i = 0; i < stores_.size(); ++i) {
+        const Store& s = stores_[i];
+        const Store* t = i + 1 < stores_.size() ? &stores_[i + 1] : nullptr;
         if (t && neighbours(s, *t) && inWide(s.node) && inWide(t->node) &&
             (wideOf_.count({s.node, t->node}) || extractCost(s.node) + extractCost(t->node) > 0)) {
-            out_.stores.push_back({value256(s.node, t->node), true, static_cast<int>(i)});
+            out_.stores.push_back({Store::Wide, s.index, value256(s.node, t->node)});
             ++i;
             continue;
         }
-        out_.stores.push_back({value128(s.node), false, static_cast<int>(i)});
+        out_.stores.push_back({s.kind, s.index, value128(s.node)});
     }
 }
 

@@ -1,7 +1,7 @@
-// The state of one 256-bit packing of a 128-bit graph, shared by the steps of
-// the pass: wide_seeds.cpp asks for pairs before the walk (the seeds),
-// wide_pairing.cpp walks the graph in rounds of ready nodes and pairs them,
-// and wide_build.cpp runs the steps and makes the nodes of the packed graph:
+// The state of one 256-bit packing of a complex kernel's 128-bit graph, shared
+// by the steps of the pass: wide_pairing.cpp asks for pairs before the walk
+// (the seeds), then walks the graph in rounds of ready nodes and pairs them;
+// wide_build.cpp runs the steps and makes the nodes of the packed graph:
 // 256-bit nodes, moves across halves and the stores.
 #ifndef KVTGEN_WIDE_PACKER_H
 #define KVTGEN_WIDE_PACKER_H
@@ -11,8 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "family.h"
-#include "wide_pairs.h"
+#include "complex_kernel.h"
 
 namespace gen::wide {
 
@@ -20,22 +19,20 @@ inline bool isLeaf(const Node& n) { return n.op == Op::Input || n.op == Op::Cons
 
 class Packer {
 public:
-    Packer(const Graph& g, const InputSpan& span, PackOptions options)
-        : g_(g), span_(span), options_(options), moveCost(target().inOperations("shuffle")),
-          slots_(static_cast<std::size_t>(g.size()))
+    Packer(const NarrowKernel& k, bool single, PackOptions options)
+        : g_(k.graph), stores_(k.stores), single_(single), options_(options),
+          moveCost(target().inOperations("shuffle")), slots_(static_cast<std::size_t>(g_.size()))
     {
     }
 
-    PackedKernel run(const std::vector<VectorStore>& stores);
+    PackedKernel run(const std::vector<int>& roots);
 
 private:
     // what the pass knows of a node of the 128-bit graph
     struct Slot {
-        int narrow = -1;   // its 128-bit value in the packed graph
-        int wide = -1;     // the 256-bit node that computes it
-        int half = -1;     // and its half there
-        int partner = -1;  // the node in its other half
-        std::pair<int, int> wanted{-1, -1};  // the (lower, upper) pair a seed asks for
+        int narrow = -1;                     // its 128-bit value in the packed graph
+        std::pair<int, int> pair{-1, -1};    // the (lower, upper) pair computed as one 256-bit node
+        std::pair<int, int> wanted{-1, -1};  // the pair a seed asks for
         int waiting = 0;  // operands not yet computed
         std::vector<int> users;
     };
@@ -43,24 +40,30 @@ private:
     const Node& node(int id) const { return g_.node(id); }
     Slot& at(int id) { return slots_[static_cast<std::size_t>(id)]; }
     const Slot& at(int id) const { return slots_[static_cast<std::size_t>(id)]; }
-    bool inWide(int id) const { return at(id).wide >= 0; }
+    bool inWide(int id) const { return at(id).pair.first >= 0; }
+    // the 256-bit node that computes a paired node, and the node's half there
+    int wideNode(int id) const { return wideOf_.at(at(id).pair); }
+    int half(int id) const { return at(id).pair.second == id ? 1 : 0; }
     bool assigned(int id) const { return at(id).narrow >= 0 || inWide(id); }
     bool isWanted(int id) const { return at(id).wanted.first >= 0; }
-    // whether two full stores write neighbouring places
-    bool neighbours(const VectorStore& a, const VectorStore& b) const
+    // Where a 128-bit Input node reads its four floats or two doubles from:
+    // the offset in real numbers of a contiguous 16-byte read, or -1 where it
+    // reads something else (a half, or two separate places).
+    int span(const Node& n) const { return !single_ || n.index2 == n.index + 1 ? 2 * n.index : -1; }
+    // Whether a store writes a whole 128-bit vector (all of Complex64's do):
+    // only two such stores to neighbouring places can become one 256-bit store.
+    bool full(const Store& s) const { return !single_ || s.kind == Store::Pair; }
+    bool neighbours(const Store& a, const Store& b) const
     {
-        return a.full && b.full && b.offset == a.offset + laneCount(node(a.node).type);
+        return full(a) && full(b) && 2 * b.index == 2 * a.index + laneCount(node(a.node).type);
     }
 
-    // seeds (wide_seeds.cpp)
-    void seed(const std::vector<VectorStore>& stores, const std::vector<bool>& live);
-    void seedFromShapes(const std::vector<VectorStore>& stores);
+    // seeds, then rounds of pairing (wide_pairing.cpp)
+    void seed(const std::vector<bool>& live);
     bool seedable(int x, int y, bool checkOrder) const;
     int seedFromOutputs(int lo, int hi, bool commit);
     void seedFromGroups(const std::vector<bool>& live, bool align);
-    void seedAligned(const std::vector<int>& lower, const std::vector<int>& upper);
-
-    // rounds of pairing (wide_pairing.cpp)
+    void seedSteps(const std::vector<int>& lower, const std::vector<int>& upper, bool align);
     void pairAll();
     // whether y is in the round (kept sorted) and not yet computed
     bool takeable(int y, const std::vector<int>& round) const
@@ -87,10 +90,11 @@ private:
     void assignWide(int lo, int hi);
     int signFlip(int wide);
     void placed(int id);
-    void placeStores(const std::vector<VectorStore>& stores);
+    void placeStores();
 
     const Graph& g_;
-    InputSpan span_;
+    const std::vector<Store>& stores_;
+    const bool single_;
     PackOptions options_;
     // what an instruction of the shuffle unit counts, in operations, when a
     // pair is weighed against the two nodes it replaces (the target's

@@ -1,17 +1,155 @@
-// The pairing of the 256-bit packing: the graph is walked in rounds of the
-// nodes whose operands are computed, in the order of their ids, and each
-// round pairs what it can: first the pairs that the seeds ask for, then
-// partners whose operands already sit side by side, then (with moves across
-// halves allowed, and only where nothing else paired) the partner of least
-// cost; what finds no partner stays 128-bit.  Two nodes pair where they are
-// the same operation (or an addition and a subtraction) on operands of the
-// same shape, so that each half computes exactly its 128-bit node.
+// The pairing of the 256-bit packing.  First the seeds: pairs asked for
+// before the graph is walked, which the walk makes as soon as both halves can
+// be computed.  They come from neighbouring outputs, from the outputs whose
+// computations share the most shape, or from the same steps of neighbouring
+// parallel transforms (the groups the builders mark); those from outputs reach
+// down through the operands as far as the two computations have the same
+// shape.  A pair is asked for only where neither half needs the other and no
+// node uses both.
+//
+// Then the graph is walked in rounds of the nodes whose operands are
+// computed, in the order of their ids, and each round pairs what it can:
+// first the pairs that the seeds ask for, then partners whose operands
+// already sit side by side, then (with moves across halves allowed, and only
+// where nothing else paired) the partner of least cost; what finds no partner
+// stays 128-bit.  Two nodes pair where they are the same operation (or an
+// addition and a subtraction) on operands of the same shape, so that each
+// half computes exactly its 128-bit node.
 #include <algorithm>
 #include <utility>
 
 #include "wide_packer.h"
 
 namespace gen::wide {
+
+// Outputs asked for as pairs: full stores to neighbouring places two by two,
+// or (shapes) any two full stores by the size of the computation they share
+// in shape, largest first and among equals in the order of the stores.
+void Packer::seed(const std::vector<bool>& live)
+{
+    const std::vector<Store>& stores = stores_;
+    if (options_.seeds == PackOptions::Groups || options_.seeds == PackOptions::AlignedGroups)
+        return seedFromGroups(live, options_.seeds == PackOptions::AlignedGroups);
+    std::vector<std::pair<int, std::pair<std::size_t, std::size_t>>> outputs;  // (-size, the two stores)
+    for (std::size_t i = 0; i + 1 < stores.size(); ++i) {
+        if (options_.seeds == PackOptions::Neighbours && neighbours(stores[i], stores[i + 1])) {
+            outputs.push_back({0, {i, i + 1}});
+            ++i;
+        }
+        for (std::size_t j = i + 1; options_.seeds == PackOptions::Shapes && j < stores.size(); ++j)
+            if (full(stores[i]) && full(stores[j])) {
+                const int size = seedFromOutputs(stores[i].node, stores[j].node, false);
+                if (size > 0)
+                    outputs.push_back({-size, {i, j}});
+            }
+    }
+    std::sort(outputs.begin(), outputs.end());
+    for (const auto& [size, pair] : outputs)
+        seedFromOutputs(stores[pair.first].node, stores[pair.second].node, true);
+}
+
+// Whether x and y may be asked for as a pair: two operations that pair, not
+// asked for yet, that no node uses together and (`checkOrder`) of which
+// neither needs the other.
+bool Packer::seedable(int x, int y, bool checkOrder) const
+{
+    if (x < 0 || y < 0 || isLeaf(node(x)) || isLeaf(node(y)) || isWanted(x) || isWanted(y) ||
+        !pairable(x, y))
+        return false;
+    // a node's operands come before it
+    return !checkOrder || !g_.liveSet({std::max(x, y)})[static_cast<std::size_t>(std::min(x, y))];
+}
+
+// Two outputs want to be computed side by side; so do the operands of two
+// paired nodes, as far down as the two computations have the same shape.
+// Returns the number of pairs; `commit` false only counts them.
+int Packer::seedFromOutputs(int lo, int hi, bool commit)
+{
+    std::vector<std::pair<int, int>> stack{{lo, hi}};
+    std::vector<int> claimed;
+    int pairs = 0;
+    while (!stack.empty()) {
+        const auto [x, y] = stack.back();
+        stack.pop_back();
+        if (!seedable(x, y, commit) || std::count(claimed.begin(), claimed.end(), x) ||
+            std::count(claimed.begin(), claimed.end(), y))
+            continue;
+        ++pairs;
+        if (commit)
+            at(x).wanted = at(y).wanted = {x, y};
+        else
+            claimed.insert(claimed.end(), {x, y});
+        const Node& a = node(x);
+        const Node& b = node(y);
+        stack.push_back({a.a, b.a});
+        if (a.b != a.a)
+            stack.push_back({a.b, b.b});
+    }
+    return pairs;
+}
+
+// The transforms of a stage are the same computation on other data: the
+// k-th node made for transform 2j pairs with the k-th node made for
+// transform 2j + 1 (the lower half takes the even transform, so that
+// neighbouring samples meet in the loads and stores).  Outer stages first;
+// inner transforms pair what the outer ones leave.
+void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
+{
+    std::map<std::pair<int, int>, std::vector<int>> members;
+    std::map<int, int> depthOf;
+    for (int id = 0; id < g_.size(); ++id) {
+        if (!live[static_cast<std::size_t>(id)] || isLeaf(node(id)))
+            continue;
+        const auto& groups = g_.groupsOf(id);
+        for (std::size_t d = 0; d < groups.size(); ++d) {
+            members[groups[d]].push_back(id);
+            depthOf.emplace(groups[d].first, static_cast<int>(d));
+        }
+    }
+    std::vector<std::pair<int, int>> scopes;  // (depth, scope)
+    for (const auto& [scope, depth] : depthOf)
+        scopes.push_back({depth, scope});
+    std::sort(scopes.begin(), scopes.end());
+    for (const auto& [depth, scope] : scopes) {
+        for (int group = 0;; group += 2) {
+            const auto lower = members.find({scope, group});
+            const auto upper = members.find({scope, group + 1});
+            if (lower == members.end() && upper == members.end() && !members.count({scope, group + 2}))
+                break;
+            if (lower == members.end() || upper == members.end())
+                continue;
+            seedSteps(lower->second, upper->second, align);
+        }
+    }
+}
+
+// The steps of two transforms paired in order (the k-th with the k-th), or
+// (`align`) lined up by the longest common sequence of operations: a step
+// that one of them has and the other not (a twiddle of one lane, a part that
+// is zero) does not shift the pairs after it.  In order is the same walk with
+// only the k-th step matching the k-th.
+void Packer::seedSteps(const std::vector<int>& l, const std::vector<int>& u, bool align)
+{
+    const auto match = [&](std::size_t i, std::size_t j) { return align ? compatible(l[i], u[j]) : i == j; };
+    const std::size_t rows = l.size() + 1, cols = u.size() + 1;
+    std::vector<int> common(rows * cols, 0);
+    for (std::size_t i = l.size(); i-- > 0;)
+        for (std::size_t j = u.size(); j-- > 0;)
+            common[i * cols + j] = match(i, j) ? common[(i + 1) * cols + j + 1] + 1
+                                               : std::max(common[(i + 1) * cols + j], common[i * cols + j + 1]);
+    for (std::size_t i = 0, j = 0; i < l.size() && j < u.size();) {
+        if (match(i, j) && common[i * cols + j] == common[(i + 1) * cols + j + 1] + 1) {
+            if (seedable(l[i], u[j], true))
+                at(l[i]).wanted = at(u[j]).wanted = {l[i], u[j]};
+            ++i;
+            ++j;
+        } else if (common[(i + 1) * cols + j] >= common[i * cols + j + 1]) {
+            ++i;
+        } else {
+            ++j;
+        }
+    }
+}
 
 int Packer::joinCost(int lo, int hi) const
 {
@@ -23,14 +161,14 @@ int Packer::joinCost(int lo, int hi) const
         return 0;
     if (a.op == Op::Param && b.op == Op::Param && a.index == b.index)
         return 1;  // one broadcast, shared by every product by the factor
-    if (a.op == Op::Input && b.op == Op::Input && span_(a) >= 0 && span_(b) == span_(a) + laneCount(a.type))
+    if (a.op == Op::Input && b.op == Op::Input && span(a) >= 0 && span(b) == span(a) + laneCount(a.type))
         return 0;
     return moveCost;
 }
 
 int Packer::extractCost(int id) const
 {
-    return id >= 0 && at(id).narrow < 0 && inWide(id) && at(id).half == 1 ? moveCost : 0;
+    return id >= 0 && at(id).narrow < 0 && inWide(id) && half(id) == 1 ? moveCost : 0;
 }
 
 bool Packer::compatible(int x, int y) const
@@ -165,10 +303,10 @@ std::pair<int, int> Packer::sideBySidePartner(int x, const std::vector<int>& rou
         for (int h = 0; h < 2 && operand >= 0; ++h) {
             const Node& o = node(operand);
             int partner = -1;
-            if (inWide(operand) && at(operand).half == h) {
-                partner = at(operand).partner;
-            } else if (!inWide(operand) && o.op == Op::Input && span_(o) >= 0) {
-                const auto found = inputAt_.find(span_(o) + (h == 0 ? laneCount(o.type) : -laneCount(o.type)));
+            if (inWide(operand) && half(operand) == h) {
+                partner = h == 0 ? at(operand).pair.second : at(operand).pair.first;
+            } else if (!inWide(operand) && o.op == Op::Input && span(o) >= 0) {
+                const auto found = inputAt_.find(span(o) + (h == 0 ? laneCount(o.type) : -laneCount(o.type)));
                 partner = found == inputAt_.end() ? -1 : found->second;
             }
             if (partner < 0)
@@ -193,7 +331,7 @@ std::pair<int, int> Packer::cheapestPartner(int x, const std::vector<int>& round
     int best = 1;
     std::pair<int, int> chosen{-1, -1};
     for (int y : round) {
-        if (!takeable(y, round) || isWanted(y) || !pairable(x, y))
+        if (assigned(y) || isWanted(y) || !pairable(x, y))
             continue;
         for (int h = 0; h < 2; ++h) {
             const int lo = h == 0 ? x : y, hi = h == 0 ? y : x;

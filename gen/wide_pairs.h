@@ -1,4 +1,5 @@
-// Packing of a 128-bit operation graph onto 256-bit vectors.
+// Packing of a complex kernel's 128-bit operation graph onto 256-bit vectors
+// (packNarrow, complex_kernel.h).
 //
 // The 256-bit target runs the kernels of the 128-bit graph unchanged in their
 // arithmetic: the pass pairs isomorphic 128-bit nodes (same operation, same
@@ -15,43 +16,7 @@
 #ifndef KVTGEN_WIDE_PAIRS_H
 #define KVTGEN_WIDE_PAIRS_H
 
-#include <functional>
-#include <vector>
-
-#include "graph.h"
-
 namespace gen {
-
-// One store of a kernel's outputs: `node` is written at `offset` real numbers
-// into the destination; `full` stores write the whole 128-bit vector (only
-// full stores at neighbouring places can become one 256-bit store).
-struct VectorStore {
-    int node;
-    int offset;
-    bool full;
-};
-
-// A store of the packed kernel: `node` is a node of the packed graph, 256-bit
-// when `wide` (it then covers the stores `first` and `first + 1` of the
-// list given), else 128-bit for store `first`.
-struct PackedStore {
-    int node;
-    bool wide;
-    int first;
-};
-
-struct PackedKernel {
-    Graph graph{false};
-    std::vector<PackedStore> stores;
-    int wideNodes = 0;     // 256-bit arithmetic nodes
-    int narrowNodes = 0;   // 128-bit arithmetic nodes left
-    int moves = 0;         // joins, half permutations and extractions
-};
-
-// Where a 128-bit Input node reads its four floats or two doubles from: the
-// offset in real numbers of a contiguous 16-byte read, or -1 when the node
-// reads something else (a half, or two separate places).
-using InputSpan = std::function<int(const Node&)>;
 
 // How the pass pairs nodes: the pairs asked for from the start (none, pairs
 // asked for by neighbouring outputs, the outputs whose computations share the
@@ -66,12 +31,6 @@ struct PackOptions {
 };
 inline const char* const seedsNames[] = {"none", "neighbours", "shapes", "groups", "aligned-groups"};
 inline const char* const movesNames[] = {"none", "across", "lookahead"};
-
-// Packs the graph whose outputs are `stores` as the options say.  A 256-bit
-// Input node of the result reads 32 contiguous bytes from the offset in its
-// `index`.
-PackedKernel packWide(const Graph& narrow, const std::vector<VectorStore>& stores, const InputSpan& span,
-                      const PackOptions& options);
 
 }  // namespace gen
 
