@@ -21,12 +21,6 @@
 
 namespace gen {
 
-// The numbers the body stores, by their index in y.  `x` holds the input
-// samples (each a float where the kernel is Real32: `single`), `factor` is c
-// and s, `Scaled` is true.  Text outside the subset stops the generator.
-std::map<int, double> runBody(const std::string& text, const std::vector<double>& x, double factor, bool single,
-                              int stride = 0);
-
 // Inputs of `count` samples on which a printed body must give its flow's
 // bits: zeros of both signs and impulses, where a lane taken from the wrong
 // place or a zero of the other sign shows; constant and alternating samples,
