@@ -429,9 +429,9 @@ std::vector<std::vector<double>> verifierInputs(int count, bool single)
         inputs.push_back(std::vector<double>(n, -0.0));
         inputs.back()[i] = i % 3 == 0 ? -1.5 : 0.75;
     }
-    std::vector<double> alternating(n);
-    for (std::size_t i = 0; i < n; ++i)
-        alternating[i] = i % 2 ? -0.75 : 0.75;
+    std::vector<double> alternating(n, 0.75);
+    for (std::size_t i = 1; i < n; i += 2)
+        alternating[i] = -0.75;
     inputs.push_back(std::vector<double>(n, 0.75));
     inputs.push_back(alternating);
     unsigned state = 4321u + static_cast<unsigned>(count);
@@ -441,13 +441,9 @@ std::vector<std::vector<double>> verifierInputs(int count, bool single)
     };
     const double large = single ? 4.0e37 : 2.0e307;
     for (int r = 0; r < 5; ++r) {
-        std::vector<double> x(n);
-        for (double& value : x) {
-            value = next();
-            value = r < 3 ? value : value / (1 << 23) * large;
-            value = single ? static_cast<double>(static_cast<float>(value)) : value;
-        }
-        inputs.push_back(x);
+        inputs.emplace_back(n);
+        for (double& value : inputs.back())
+            value = inPrecision(!single, r < 3 ? next() : next() / (1 << 23) * large);
     }
     return inputs;
 }

@@ -61,17 +61,15 @@ bool sameOutputs(const Graph& narrow, const OutputLanes& narrowLanes, const Grap
 {
     if (narrowLanes.size() != wideLanes.size())
         return false;
+    // an output no node holds is an exact zero in both
+    auto value = [](const LaneEvaluator& run, std::pair<int, int> output) {
+        return output.first < 0 ? 0.0 : run.lanes(output.first)[static_cast<std::size_t>(output.second)];
+    };
     for (const std::vector<double>& x : inputs) {
         const LaneEvaluator runNarrow(narrow, x, factor), runWide(wide, x, factor);
-        for (std::size_t i = 0; i < narrowLanes.size(); ++i) {
-            const auto [fixedNode, fixedLane] = narrowLanes[i];
-            const auto [node, lane] = wideLanes[i];
-            // an output no node holds is an exact zero in both
-            const double expected = fixedNode < 0 ? 0.0 : runNarrow.lanes(fixedNode)[static_cast<std::size_t>(fixedLane)];
-            const double got = node < 0 ? 0.0 : runWide.lanes(node)[static_cast<std::size_t>(lane)];
-            if (!sameBits(expected, got))
+        for (std::size_t i = 0; i < narrowLanes.size(); ++i)
+            if (!sameBits(value(runNarrow, narrowLanes[i]), value(runWide, wideLanes[i])))
                 return false;
-        }
     }
     return true;
 }
