@@ -39,6 +39,11 @@ Value fill(Value out, int lanes, Lane lane)
     return out;
 }
 
+Value scalar(bool isDouble, double number)
+{
+    return fill(Value{isDouble}, 1, [&](int) { return inPrecision(isDouble, number); });
+}
+
 Value negated(const Value& a)
 {
     return fill(a, a.lanes, [&](int k) { return -a.v[k]; });
@@ -93,8 +98,11 @@ Value unpack(bool high, const Value& a, const Value& b)
 }
 
 // The kv:: functions of fixed operand count: how many operands they take and what they give.
-using Function = Value (*)(const Call&);
-const std::unordered_map<std::string, std::pair<std::size_t, Function>> functions = {
+struct Function {
+    std::size_t operands;
+    Value (*run)(const Call&);
+};
+const std::unordered_map<std::string, Function> functions = {
     {"kv::add", {2, [](const Call& c) { return binary(Op::Add, c.a[0], c.a[1]); }}},
     {"kv::sub", {2, [](const Call& c) { return binary(Op::Sub, c.a[0], c.a[1]); }}},
     {"kv::mul", {2, [](const Call& c) { return binary(Op::Mul, c.a[0], c.a[1]); }}},
@@ -359,8 +367,7 @@ struct Interpreter {
             char* end = nullptr;
             const double number = std::strtod(text.c_str() + pos, &end);
             pos = static_cast<std::size_t>(end - text.c_str());
-            const bool isDouble = !accept("f");
-            return fill(Value{isDouble}, 1, [&](int) { return inPrecision(isDouble, number); });
+            return scalar(!accept("f"), number);
         }
         if (accept("static_cast<")) {
             const bool toDouble = name() == "double";
@@ -384,7 +391,7 @@ struct Interpreter {
             return load(between("[", "]"), 1, !single);
         // c and s hold the factor; Scaled is only a condition, true here
         if (word == "c" || word == "s" || word == "Scaled")
-            return fill(Value{!single}, 1, [&](int) { return word == "Scaled" ? 0 : inPrecision(!single, factor); });
+            return scalar(!single, word == "Scaled" ? 0 : factor);
         const auto found = names.find(word);
         if (found == names.end())
             fail("an unknown name " + word);
@@ -411,11 +418,11 @@ struct Interpreter {
         }
         const auto found = functions.find(function);
         const std::string operands = std::to_string(c.a.size()) + " operands";
-        if (found == functions.end() || (found->second.second == made && c.a.size() != found->second.first))
+        if (found == functions.end() || (found->second.run == made && c.a.size() != found->second.operands))
             fail("an unknown function " + function + " of " + operands);
-        if (c.a.size() != found->second.first)
+        if (c.a.size() != found->second.operands)
             fail(function + " with " + operands);
-        return found->second.second(c);
+        return found->second.run(c);
     }
 };
 
