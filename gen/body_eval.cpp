@@ -117,8 +117,8 @@ const std::unordered_map<std::string, Function> functions = {
     {"kv::lowHalf", {1, [](const Call& c) { return half(false, c.a[0]); }}},
     {"kv::highHalf", {1, [](const Call& c) { return half(true, c.a[0]); }}},
     {"kv::join", {2, [](const Call& c) {
-         const int half = c.a[0].lanes;
-         return fill(c.a[0], 2 * half, [&](int k) { return k < half ? c.a[0].v[k] : c.a[1].v[k - half]; });
+         const int lanes = c.a[0].lanes;
+         return fill(c.a[0], 2 * lanes, [&](int k) { return k < lanes ? c.a[0].v[k] : c.a[1].v[k - lanes]; });
      }}},
     {"kv::unpackLow", {2, [](const Call& c) { return unpack(false, c.a[0], c.a[1]); }}},
     {"kv::unpackHigh", {2, [](const Call& c) { return unpack(true, c.a[0], c.a[1]); }}},
@@ -237,7 +237,8 @@ struct Interpreter {
     Value load(long index, int lanes, bool isDouble) const
     {
         return fill(Value{isDouble}, lanes, [&](int k) {
-            return index + k >= 0 && index + k < static_cast<long>(x.size()) ? x[static_cast<std::size_t>(index + k)] : 0;
+            const long i = index + k;
+            return i >= 0 && i < static_cast<long>(x.size()) ? x[static_cast<std::size_t>(i)] : 0;
         });
     }
     void store(long index, const Value& value, int lanes)
