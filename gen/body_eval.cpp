@@ -1,11 +1,14 @@
+// The interpreter of printed bodies and the verifier's checks of them.
 #include "body_eval.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
 #include <stdexcept>
+#include <tuple>
 #include <unordered_map>
 
+#include "forms.h"
 #include "graph_eval.h"
 
 namespace gen {
@@ -24,106 +27,145 @@ bool endsWith(const std::string& word, const std::string& end)
     return word.size() >= end.size() && word.compare(word.size() - end.size(), end.size(), end) == 0;
 }
 
-// unpackLow, unpackHigh: the lower (upper) lanes of each 16 bytes of a and b, interleaved.
-Value unpack(bool high, const Value& a, const Value& b)
+double inPrecision(bool isDouble, double a) { return isDouble ? a : static_cast<double>(static_cast<float>(a)); }
+
+// `out` holding `lanes` lanes, lane k of them lane(k)
+template <class Lane>
+Value fill(Value out, int lanes, Lane lane)
 {
-    Value out = a;
-    const int block = a.isDouble ? 2 : 4, from = high ? block / 2 : 0;
-    for (int start = 0; start < a.lanes; start += block)
-        for (int i = 0; i < block / 2; ++i) {
-            out.v[start + 2 * i] = a.v[start + from + i];
-            out.v[start + 2 * i + 1] = b.v[start + from + i];
-        }
+    out.lanes = lanes;
+    for (int k = 0; k < lanes; ++k)
+        out.v[k] = lane(k);
     return out;
 }
 
-// The lane moves of src/wht/lane_moves.h on the vectors named:
-// transposeBlock (four vectors of four lanes: rows become columns),
-// exchangeHalves (a takes the lower halves of a and b, b the upper ones) and
-// splitEvenOdd (within each 16 bytes, a takes the even lanes of a and b, b
-// the odd ones); false for another move or count.
-bool moveLanes(const std::string& move, const std::vector<Value*>& v)
+Value scalar(bool isDouble, double number)
 {
-    Value& a = *v[0];
-    const Value was = a;
-    const int lanes = a.lanes, half = lanes / 2, quarter = a.isDouble ? 1 : 2;  // quarter: half of 16 bytes
-    if (move == "transposeBlock" && v.size() == 4 && lanes == 4) {
-        const Value rows[4] = {*v[0], *v[1], *v[2], *v[3]};
-        for (int r = 0; r < 4; ++r)
-            for (int c = 0; c < 4; ++c)
-                v[static_cast<std::size_t>(r)]->v[c] = rows[c].v[r];
-    } else if (move == "exchangeHalves" && v.size() == 2) {
-        Value& b = *v[1];
-        for (int i = 0; i < half; ++i) {
-            a.v[half + i] = b.v[i];
-            b.v[i] = was.v[half + i];
-        }
-    } else if (move == "splitEvenOdd" && v.size() == 2) {
-        Value& b = *v[1];
-        const Value other = b;
-        for (int block = 0; block < lanes; block += 2 * quarter)
-            for (int i = 0; i < quarter; ++i) {
-                a.v[block + i] = was.v[block + 2 * i];
-                a.v[block + quarter + i] = other.v[block + 2 * i];
-                b.v[block + i] = was.v[block + 2 * i + 1];
-                b.v[block + quarter + i] = other.v[block + 2 * i + 1];
-            }
-    } else {
-        return false;
-    }
-    return true;
+    return fill(Value{isDouble}, 1, [&](int) { return inPrecision(isDouble, number); });
 }
 
-bool doubleType(const std::string& type)
+Value negated(const Value& a)
 {
-    return type == "kv::dwide" || type == "kv::dvec" || type == "double" || type == "D";
+    return fill(a, a.lanes, [&](int k) { return -a.v[k]; });
 }
 
-double inPrecision(bool isDouble, double a) { return isDouble ? a : static_cast<double>(static_cast<float>(a)); }
-
-Value negated(Value value)
+Value convert(bool toDouble, const Value& a)
 {
-    for (int i = 0; i < value.lanes; ++i)
-        value.v[i] = -value.v[i];
-    return value;
+    Value out = a;
+    out.isDouble = toDouble;
+    return fill(out, a.lanes, [&](int k) { return inPrecision(toDouble, a.v[k]); });
 }
 
-// The kv:: functions of fixed operands and how many they take.
-const std::map<std::string, std::size_t> arities = {
-    {"kv::add", 2},       {"kv::sub", 2},        {"kv::mul", 2},      {"kv::neg", 1},      {"kv::lane", 1},
-    {"kv::permute", 1},   {"kv::blend", 2},      {"kv::lowHalf", 1},  {"kv::highHalf", 1}, {"kv::join", 2},
-    {"kv::unpackLow", 2}, {"kv::unpackHigh", 2}, {"kv::toDouble", 1}, {"kv::toFloat", 1},  {"kv::convert", 1}};
+// lowHalf, highHalf; a scalar's halves are itself, a number that every lane holds
+Value half(bool high, const Value& a)
+{
+    const int lanes = a.lanes / 2;
+    return a.lanes == 1 ? a : fill(a, lanes, [&](int k) { return a.v[(high ? lanes : 0) + k]; });
+}
 
-class Interpreter {
-public:
-    Interpreter(const std::string& text, const std::vector<double>& x, double factor, bool single, int stride)
-        : text_(text), x_(x), factor_(factor), single_(single), stride_(stride)
-    {
-    }
+Value binary(Op op, const Value& a, const Value& b)
+{
+    // a constant broadcast to the type's lanes may meet a value of half as
+    // many (the halves of a batch's Real64 values)
+    const Value out{a.isDouble || b.isDouble, a.lanes == 1 ? 1 : b.lanes == 1 ? a.lanes : std::min(a.lanes, b.lanes)};
+    return fill(out, out.lanes,
+                [&](int k) { return arithmetic(op, !out.isDouble, a.v[k], b.lanes == 1 ? b.v[0] : b.v[k]); });
+}
+
+// A call of a kv:: function: its template argument (a selector or mask, or
+// a vector type: its lanes and whether they are doubles) and its operands.
+struct Call {
+    long immediate = -1;
+    int lanes = 0;
+    bool isDouble = false;
+    std::vector<Value> a;
+};
+
+// A vector of the call's type from lanes (kv::set), one number (kv::broadcast) or none (kv::zero).
+Value made(const Call& c)
+{
+    const Value out{c.isDouble, c.lanes > 1 ? c.lanes : 4};
+    return c.a.empty() ? out : fill(out, out.lanes, [&](int k) {
+        return inPrecision(out.isDouble, c.a[c.a.size() == 4 ? static_cast<std::size_t>(k) : 0].v[0]);
+    });
+}
+
+// unpackLow, unpackHigh: the lower (upper) lanes of each 16 bytes of a and b, interleaved.
+Value unpack(bool high, const Value& a, const Value& b)
+{
+    const int block = a.isDouble ? 2 : 4, from = high ? block / 2 : 0;
+    return fill(a, a.lanes, [&](int k) { return (k % 2 ? b : a).v[k - k % block + from + k % block / 2]; });
+}
+
+// The kv:: functions of fixed operand count: how many operands they take and what they give.
+struct Function {
+    std::size_t operands;
+    Value (*run)(const Call&);
+};
+const std::unordered_map<std::string, Function> functions = {
+    {"kv::add", {2, [](const Call& c) { return binary(Op::Add, c.a[0], c.a[1]); }}},
+    {"kv::sub", {2, [](const Call& c) { return binary(Op::Sub, c.a[0], c.a[1]); }}},
+    {"kv::mul", {2, [](const Call& c) { return binary(Op::Mul, c.a[0], c.a[1]); }}},
+    {"kv::neg", {1, [](const Call& c) { return negated(c.a[0]); }}},
+    {"kv::lane", {1, [](const Call& c) { return fill(c.a[0], 1, [&](int) { return c.a[0].v[c.immediate & 3]; }); }}},
+    {"kv::permute", {1, [](const Call& c) {
+         return fill(Value{c.a[0].isDouble}, 4, [&](int k) { return c.a[0].v[(c.immediate >> (2 * k)) & 3]; });
+     }}},
+    {"kv::blend", {2, [](const Call& c) {
+         return fill(Value{c.a[0].isDouble}, 4, [&](int k) { return c.a[(c.immediate >> k) & 1].v[k]; });
+     }}},
+    {"kv::lowHalf", {1, [](const Call& c) { return half(false, c.a[0]); }}},
+    {"kv::highHalf", {1, [](const Call& c) { return half(true, c.a[0]); }}},
+    {"kv::join", {2, [](const Call& c) {
+         const int lanes = c.a[0].lanes;
+         return fill(c.a[0], 2 * lanes, [&](int k) { return k < lanes ? c.a[0].v[k] : c.a[1].v[k - lanes]; });
+     }}},
+    {"kv::unpackLow", {2, [](const Call& c) { return unpack(false, c.a[0], c.a[1]); }}},
+    {"kv::unpackHigh", {2, [](const Call& c) { return unpack(true, c.a[0], c.a[1]); }}},
+    {"kv::toDouble", {1, [](const Call& c) { return convert(true, c.a[0]); }}},
+    {"kv::toFloat", {1, [](const Call& c) { return convert(false, c.a[0]); }}},
+    {"kv::convert", {1, [](const Call& c) { return convert(c.isDouble, c.a[0]); }}},
+    {"kv::set", {4, made}},
+    {"kv::broadcast", {1, made}},
+    {"kv::zero", {0, made}},
+};
+
+// Runs a body's text, statement by statement: `x` holds the input samples
+// (each a float where the kernel is Real32: `single`), `factor` is c and s,
+// `Scaled` is true.  Text outside the subset stops the generator.
+struct Interpreter {
+    const std::string& text;
+    const std::vector<double>& x;
+    double factor;
+    bool single;
+    int stride;
+    int declared = 1;  // the lanes of the type of the declaration being read
+    std::size_t pos = 0;
+    std::unordered_map<std::string, Value> names{};
+    std::map<int, double> stored{};  // the numbers the body stores, by their index in y
 
     std::map<int, double> run()
     {
-        while (skipSpace(), pos_ < text_.size())
+        while (skipSpace(), pos < text.size())
             statement();
-        return stored_;
+        return stored;
     }
 
-private:
     [[noreturn]] void fail(const std::string& what) const
     {
-        throw std::runtime_error("the verifier cannot read a body (" + what + ") at: " + text_.substr(pos_, 60));
+        throw std::runtime_error("the verifier cannot read a body (" + what + ") at: " + text.substr(pos, 60));
     }
     void skipSpace()
     {
-        while (pos_ < text_.size() && std::isspace(static_cast<unsigned char>(text_[pos_])))
-            ++pos_;
+        while (pos < text.size() && std::isspace(static_cast<unsigned char>(text[pos])))
+            ++pos;
     }
     bool accept(const std::string& token)
     {
         skipSpace();
-        if (text_.compare(pos_, token.size(), token) != 0)
+        if (text.compare(pos, token.size(), token) != 0)
             return false;
-        pos_ += token.size();
+        pos += token.size();
         return true;
     }
     void expect(const std::string& token)
@@ -134,22 +176,30 @@ private:
     std::string name()
     {
         skipSpace();
-        const std::size_t start = pos_;
-        while (pos_ < text_.size() && (std::isalnum(static_cast<unsigned char>(text_[pos_])) || text_[pos_] == '_' ||
-                                        text_[pos_] == ':'))
-            ++pos_;
-        if (start == pos_)
+        const std::size_t start = pos;
+        while (pos < text.size() && (std::isalnum(static_cast<unsigned char>(text[pos])) || text[pos] == '_' ||
+                                     text[pos] == ':'))
+            ++pos;
+        if (start == pos)
             fail("expected a name");
-        return text_.substr(start, pos_ - start);
+        return text.substr(start, pos - start);
     }
     long integer()
     {
         skipSpace();
         char* end = nullptr;
-        const long value = std::strtol(text_.c_str() + pos_, &end, 10);
-        if (end == text_.c_str() + pos_)
+        const long value = std::strtol(text.c_str() + pos, &end, 10);
+        if (end == text.c_str() + pos)
             fail("expected an integer");
-        pos_ = static_cast<std::size_t>(end - text_.c_str());
+        pos = static_cast<std::size_t>(end - text.c_str());
+        return value;
+    }
+    // `open`, an integer, `close`
+    long between(const char* open, const char* close)
+    {
+        expect(open);
+        const long value = integer();
+        expect(close);
         return value;
     }
     // `(x + k` or `(y + k`, then `next`: the index k into the named array, a
@@ -164,7 +214,7 @@ private:
             long term = integer();
             if (accept("*")) {
                 expect("stride");
-                term *= stride_;
+                term *= stride;
             }
             index += term;
         } while (accept("+"));
@@ -172,20 +222,29 @@ private:
         return index;
     }
     // the lanes of a type a declaration or a template argument names (0: not
-    // a type); F and D, a batch's vectors, hold one transform per lane
-    int typeLanes(const std::string& type) const
+    // a type) and whether they are doubles; F and D, a batch's vectors, hold
+    // one transform per lane
+    std::pair<int, bool> typeOf(const std::string& type) const
     {
-        static const std::map<std::string, int> lanes = {{"kv::fwide", 8}, {"kv::fvec", 4}, {"kv::dwide", 4},
-                                                         {"kv::dvec", 2},  {"float", 1},    {"double", 1}};
-        const auto found = lanes.find(type);
-        return type == "F" || type == "D" ? stride_ : found == lanes.end() ? 0 : found->second;
+        static const std::unordered_map<std::string, std::pair<int, bool>> types = {
+            {"kv::fwide", {8, false}}, {"kv::fvec", {4, false}}, {"kv::dwide", {4, true}}, {"kv::dvec", {2, true}},
+            {"float", {1, false}},     {"double", {1, true}},    {"F", {0, false}},        {"D", {0, true}}};
+        const auto found = types.find(type);
+        if (found == types.end())
+            return {0, false};
+        return {type == "F" || type == "D" ? stride : found->second.first, found->second.second};
     }
     Value load(long index, int lanes, bool isDouble) const
     {
-        Value value{isDouble, lanes};
-        for (long i = index; i < index + lanes; ++i)
-            value.v[i - index] = i >= 0 && i < static_cast<long>(x_.size()) ? x_[static_cast<std::size_t>(i)] : 0;
-        return value;
+        return fill(Value{isDouble}, lanes, [&](int k) {
+            const long i = index + k;
+            return i >= 0 && i < static_cast<long>(x.size()) ? x[static_cast<std::size_t>(i)] : 0;
+        });
+    }
+    void store(long index, const Value& value, int lanes)
+    {
+        for (int k = 0; k < lanes; ++k)
+            stored[static_cast<int>(index) + k] = value.v[k];
     }
 
     void statement()
@@ -194,41 +253,34 @@ private:
             return;  // a block: its names are told apart by the order of the text
         const bool constant = accept("const");
         std::string word = name();
-        if (const int lanes = typeLanes(word)) {
-            declared_ = lanes;  // a declaration: the value carries its own type
+        if (const int lanes = typeOf(word).first) {
+            declared = lanes;  // a declaration: the value carries its own type
             word = name();
         } else if (constant) {
             fail("a declaration of the type " + word);
         }
         if (word == "y" && accept(".put")) {
             // a batch's store: element k of every transform, one per lane
-            expect("(");
-            const long index = integer();
-            expect(",");
-            const Value v = expression();
+            const long index = between("(", ",");
+            store(index * stride, expression(), stride);
             expect(")");
-            for (int l = 0; l < stride_; ++l)
-                stored_[static_cast<int>(index * stride_ + l)] = v.v[l];
         } else if (word == "y") {
-            expect("[");
-            const int index = static_cast<int>(integer());
-            expect("]");
+            const long index = between("[", "]");
             expect("=");
-            stored_[index] = expression().v[0];
+            store(index, expression(), 1);
         } else if (word == "kv::store" || endsWith(word, "::storeVector")) {
             const long index = place("y", ",");
-            const Value v = expression();
+            const Value value = expression();
             expect(")");
-            if (v.lanes == 1)
+            if (value.lanes == 1)
                 fail("a scalar stored by " + word);
-            for (int i = 0; i < v.lanes; ++i)
-                stored_[static_cast<int>(index) + i] = v.v[i];
+            store(index, value, value.lanes);
         } else if (word == "transposeBlock" || word == "splitEvenOdd" || word == "exchangeHalves") {
             laneMove(word);
         } else {
             for (;;) {  // one name or more: `v = a;`, `const T p = a, q = b;`
                 expect("=");
-                names_[word] = expression();
+                names[word] = expression();
                 if (!accept(","))
                     break;
                 word = name();
@@ -237,19 +289,38 @@ private:
         expect(";");
     }
 
+    // The lane moves of src/wht/lane_moves.h on the vectors named:
+    // transposeBlock (four vectors of four lanes: rows become columns),
+    // exchangeHalves (a takes the lower halves of a and b, b the upper ones)
+    // and splitEvenOdd (within each 16 bytes, a takes the even lanes of a and
+    // b, b the odd ones).
     void laneMove(const std::string& move)
     {
         std::vector<Value*> v;
         expect("(");
         do {
-            const auto found = names_.find(name());
-            if (found == names_.end())
+            const auto found = names.find(name());
+            if (found == names.end())
                 fail("an unknown operand of " + move);
             v.push_back(&found->second);
         } while (accept(","));
         expect(")");
-        if (!moveLanes(move, v))
+        const int lanes = v[0]->lanes, half = lanes / 2, quarter = v[0]->isDouble ? 1 : 2;  // quarter: half of 16 bytes
+        const bool transpose = move == "transposeBlock";
+        if (transpose ? v.size() != 4 || lanes != 4 : v.size() != 2)
             fail("a lane move " + move + " of " + std::to_string(v.size()) + " vectors");
+        std::vector<Value> was;
+        for (const Value* value : v)
+            was.push_back(*value);
+        // lane k of vector r from lane `lane` of vector `from`
+        for (int r = 0; r < static_cast<int>(v.size()); ++r)
+            for (int k = 0; k < lanes; ++k) {
+                const int pair = k % (2 * quarter);  // the lane within its 16 bytes
+                const int from = transpose ? k : move == "exchangeHalves" ? k / half : pair / quarter;
+                const int lane = transpose ? r : move == "exchangeHalves" ? r * half + k % half
+                                                                           : k - pair + 2 * (pair % quarter) + r;
+                v[static_cast<std::size_t>(r)]->v[k] = was[static_cast<std::size_t>(from)].v[lane];
+            }
     }
 
     Value expression()
@@ -268,12 +339,10 @@ private:
     {
         Value value = product();
         for (;;) {
-            if (accept("+"))
-                value = binary(Op::Add, value, product());
-            else if (accept("-"))
-                value = binary(Op::Sub, value, product());
-            else
+            const bool add = accept("+");
+            if (!add && !accept("-"))
                 return value;
+            value = binary(add ? Op::Add : Op::Sub, value, product());
         }
     }
 
@@ -285,10 +354,7 @@ private:
         return value;
     }
 
-    Value unary()
-    {
-        return accept("-") ? negated(unary()) : primary();
-    }
+    Value unary() { return accept("-") ? negated(unary()) : primary(); }
 
     Value primary()
     {
@@ -298,14 +364,11 @@ private:
             expect(")");
             return value;
         }
-        if (std::isdigit(static_cast<unsigned char>(text_[pos_])) || text_[pos_] == '.') {
+        if (std::isdigit(static_cast<unsigned char>(text[pos])) || text[pos] == '.') {
             char* end = nullptr;
-            Value value;
-            value.v[0] = std::strtod(text_.c_str() + pos_, &end);
-            pos_ = static_cast<std::size_t>(end - text_.c_str());
-            value.isDouble = !accept("f");
-            value.v[0] = inPrecision(value.isDouble, value.v[0]);
-            return value;
+            const double number = std::strtod(text.c_str() + pos, &end);
+            pos = static_cast<std::size_t>(end - text.c_str());
+            return scalar(!accept("f"), number);
         }
         if (accept("static_cast<")) {
             const bool toDouble = name() == "double";
@@ -316,164 +379,110 @@ private:
             return value;
         }
         const std::string word = name();
-        if (endsWith(word, "::loadVector")) {
-            // kv::AlignedAccess and kv::UnalignedAccess move 16 bytes, the
-            // other classes a vector of the declared type
-            const long index = place("x", ")");
-            const bool sixteenBytes = word.rfind("kv::", 0) == 0;
-            return load(index, sixteenBytes ? (single_ ? 4 : 2) : declared_, !single_);
-        }
+        // kv::AlignedAccess and kv::UnalignedAccess load 16 bytes, the other
+        // classes a vector of the declared type
+        if (endsWith(word, "::loadVector"))
+            return load(place("x", ")"), word.rfind("kv::", 0) == 0 ? (single ? 4 : 2) : declared, !single);
         if (word.rfind("kv::", 0) == 0)
             return call(word);
-        if (word == "x" && accept(".get")) {
-            // a batch's load: element j of every transform, the transforms'
-            // samples interleaved in x
-            expect("(");
-            const long index = integer();
-            expect(")");
-            return load(index * stride_, stride_, !single_);
-        }
-        if (word == "x") {
-            expect("[");
-            const long index = integer();
-            expect("]");
-            return load(index, 1, !single_);
-        }
-        if (word == "c" || word == "s" || word == "Scaled") {
-            // c and s hold the factor; Scaled is only a condition, true here
-            Value value{!single_};
-            value.v[0] = word == "Scaled" ? 0 : inPrecision(!single_, factor_);
-            return value;
-        }
-        const auto found = names_.find(word);
-        if (found == names_.end())
+        // a batch's load: element j of every transform, the transforms' samples interleaved in x
+        if (word == "x" && accept(".get"))
+            return load(between("(", ")") * stride, stride, !single);
+        if (word == "x")
+            return load(between("[", "]"), 1, !single);
+        // c and s hold the factor; Scaled is only a condition, true here
+        if (word == "c" || word == "s" || word == "Scaled")
+            return scalar(!single, word == "Scaled" ? 0 : factor);
+        const auto found = names.find(word);
+        if (found == names.end())
             fail("an unknown name " + word);
         return found->second;
     }
 
-    std::vector<Value> arguments()
-    {
-        std::vector<Value> values;
-        expect("(");
-        while (!accept(")")) {
-            if (!values.empty())
-                expect(",");
-            values.push_back(expression());
-        }
-        return values;
-    }
-
     Value call(const std::string& function)
     {
-        // the template argument: a selector or mask, or the vector type
-        long immediate = -1;
-        std::string type;
+        Call c;
         if (accept("<")) {
-            if (std::isdigit(static_cast<unsigned char>(text_[pos_])))
-                immediate = integer();
+            if (std::isdigit(static_cast<unsigned char>(text[pos])))
+                c.immediate = integer();
             else
-                type = name();
+                std::tie(c.lanes, c.isDouble) = typeOf(name());
             expect(">");
         }
-        if (function == "kv::load") {
-            const long index = place("x", ")");
-            return load(index, typeLanes(type), doubleType(type));
+        if (function == "kv::load")
+            return load(place("x", ")"), c.lanes, c.isDouble);
+        expect("(");
+        while (!accept(")")) {
+            if (!c.a.empty())
+                expect(",");
+            c.a.push_back(expression());
         }
-        const std::vector<Value> a = arguments();
-        const auto arity = arities.find(function);
-        if (arity == arities.end())
-            return made(function, type, a);
-        if (a.size() != arity->second)
-            fail(function + " with " + std::to_string(a.size()) + " operands");
-        Value out{false, 4};
-        if (function == "kv::add" || function == "kv::sub" || function == "kv::mul")
-            return binary(function == "kv::add" ? Op::Add : function == "kv::sub" ? Op::Sub : Op::Mul, a[0], a[1]);
-        if (function == "kv::lane") {
-            out = a[0];
-            out.lanes = 1;
-            out.v[0] = a[0].v[immediate & 3];
-            return out;
-        }
-        if (function == "kv::permute" || function == "kv::blend") {
-            out.isDouble = a[0].isDouble;
-            for (int i = 0; i < 4; ++i)
-                out.v[i] = function == "kv::blend" ? a[(immediate >> i) & 1].v[i] : a[0].v[(immediate >> (2 * i)) & 3];
-            return out;
-        }
-        if (function == "kv::neg")
-            return negated(a[0]);
-        if (function == "kv::lowHalf" || function == "kv::highHalf") {
-            out = a[0];
-            if (out.lanes == 1)
-                return out;  // a number that every lane holds
-            out.lanes = a[0].lanes / 2;
-            for (int i = 0; i < out.lanes && function == "kv::highHalf"; ++i)
-                out.v[i] = a[0].v[out.lanes + i];
-            return out;
-        }
-        if (function == "kv::join") {
-            out = a[0];
-            out.lanes = 2 * a[0].lanes;
-            for (int i = 0; i < a[0].lanes; ++i)
-                out.v[a[0].lanes + i] = a[1].v[i];
-            return out;
-        }
-        if (function == "kv::toDouble" || function == "kv::toFloat" || function == "kv::convert")
-            return convert(function == "kv::toDouble" || (function == "kv::convert" && doubleType(type)), a[0]);
-        return unpack(function == "kv::unpackHigh", a[0], a[1]);
+        const auto found = functions.find(function);
+        const std::string operands = std::to_string(c.a.size()) + " operands";
+        if (found == functions.end() || (found->second.run == made && c.a.size() != found->second.operands))
+            fail("an unknown function " + function + " of " + operands);
+        if (c.a.size() != found->second.operands)
+            fail(function + " with " + operands);
+        return found->second.run(c);
     }
-
-    // A vector of the type named, from lanes (set), one number (broadcast) or
-    // none (zero).
-    Value made(const std::string& function, const std::string& type, const std::vector<Value>& a) const
-    {
-        Value out{doubleType(type), typeLanes(type) > 1 ? typeLanes(type) : 4};
-        const std::size_t operands = function == "kv::set" ? 4 : function == "kv::broadcast" ? 1 : 0;
-        if ((operands == 0 && function != "kv::zero") || a.size() != operands)
-            fail("an unknown function " + function + " of " + std::to_string(a.size()) + " operands");
-        for (int i = 0; i < out.lanes && operands > 0; ++i)
-            out.v[i] = inPrecision(out.isDouble, a[operands == 4 ? static_cast<std::size_t>(i) : 0].v[0]);
-        return out;
-    }
-
-    Value binary(Op op, const Value& a, const Value& b) const
-    {
-        Value out;
-        out.isDouble = a.isDouble || b.isDouble;
-        // a constant broadcast to the type's lanes may meet a value of half as
-        // many (the halves of a batch's Real64 values)
-        out.lanes = a.lanes == 1 ? 1 : b.lanes == 1 ? a.lanes : std::min(a.lanes, b.lanes);
-        for (int i = 0; i < out.lanes; ++i)
-            out.v[i] = arithmetic(op, !out.isDouble, a.v[i], b.lanes == 1 ? b.v[0] : b.v[i]);
-        return out;
-    }
-
-    Value convert(bool toDouble, const Value& a) const
-    {
-        Value out = a;
-        out.isDouble = toDouble;
-        for (int i = 0; i < a.lanes; ++i)
-            out.v[i] = inPrecision(toDouble, a.v[i]);
-        return out;
-    }
-
-    const std::string& text_;
-    const std::vector<double>& x_;
-    double factor_;
-    bool single_;
-    int stride_;
-    int declared_ = 1;  // the lanes of the type of the declaration being read
-    std::size_t pos_ = 0;
-    std::unordered_map<std::string, Value> names_;
-    std::map<int, double> stored_;
 };
 
 }  // namespace
 
-std::map<int, double> runBody(const std::string& text, const std::vector<double>& x, double factor, bool single,
-                              int stride)
+std::vector<std::vector<double>> verifierInputs(int count, bool single)
 {
-    return Interpreter(text, x, factor, single, stride).run();
+    const std::size_t n = static_cast<std::size_t>(count);
+    std::vector<std::vector<double>> inputs = {std::vector<double>(n, 0.0), std::vector<double>(n, -0.0)};
+    for (std::size_t i = 0; i < n; ++i) {
+        inputs.push_back(std::vector<double>(n, -0.0));
+        inputs.back()[i] = i % 3 == 0 ? -1.5 : 0.75;
+    }
+    std::vector<double> alternating(n, 0.75);
+    for (std::size_t i = 1; i < n; i += 2)
+        alternating[i] = -0.75;
+    inputs.push_back(std::vector<double>(n, 0.75));
+    inputs.push_back(alternating);
+    unsigned state = 4321u + static_cast<unsigned>(count);
+    auto next = [&] {
+        state = state * 1664525u + 1013904223u;
+        return static_cast<double>(static_cast<int>(state >> 8) - (1 << 23)) / static_cast<double>(1 << (state % 13));
+    };
+    const double large = single ? 4.0e37 : 2.0e307;
+    for (int r = 0; r < 5; ++r) {
+        inputs.emplace_back(n);
+        for (double& value : inputs.back())
+            value = inPrecision(!single, r < 3 ? next() : next() / (1 << 23) * large);
+    }
+    return inputs;
+}
+
+void verifyPrintedText(const std::string& kernel, const std::string& text, const std::vector<std::vector<double>>& inputs,
+                       const PrintedRun& run, const Reference& expected)
+{
+    for (const std::vector<double>& x : inputs) {
+        const std::map<int, double> stored = Interpreter{text, x, run.factor, run.single, run.stride}.run();
+        for (const auto& [index, value] : expected(x)) {
+            const auto found = stored.find(index);
+            if (found == stored.end())
+                formError(kernel, "its body does not store y[" + std::to_string(index) + "]");
+            if (!sameBits(value, found->second))
+                formError(kernel, "its body does not give the bits of its flow at y[" + std::to_string(index) +
+                                      "] on the generator's check inputs");
+        }
+    }
+}
+
+void verifyPrintedBody(const std::string& kernel, const Graph& graph, const std::vector<int>& outputs,
+                       const std::vector<int>& slots, const std::string& text,
+                       const std::vector<std::vector<double>>& inputs, double factor, bool single)
+{
+    verifyPrintedText(kernel, text, inputs, {factor, single, 0}, [&](const std::vector<double>& x) {
+        const LaneEvaluator flow(graph, x, factor);
+        std::map<int, double> values;
+        for (std::size_t i = 0; i < outputs.size(); ++i)
+            values[slots[i]] = flow.lanes(outputs[i])[0];
+        return values;
+    });
 }
 
 }  // namespace gen

@@ -5,12 +5,13 @@
 // generator instead of showing in a built file.
 //
 // The text is the subset the generator prints for packed real and Hartley
-// bodies and for the Walsh-Hadamard networks: declarations and assignments of
-// names, `y[<k>] = <expression>;`, stores through `kv::store` or an access
-// class's `storeVector`, loads through `kv::load<V>` or `loadVector`, the
-// networks' lane moves (transposeBlock, splitEvenOdd, exchangeHalves) and
-// blocks, over float and double scalars and vectors of up to eight lanes.
-// An index into x or y is a sum of numbers and multiples of `stride`.
+// bodies, batch bodies and the Walsh-Hadamard networks: declarations and
+// assignments of names, `y[<k>] = <expression>;`, stores through `y.put`,
+// `kv::store` or an access class's `storeVector`, loads through `x.get`,
+// `kv::load<V>` or `loadVector`, the networks' lane moves (transposeBlock,
+// splitEvenOdd, exchangeHalves) and blocks, over float and double scalars and
+// vectors of up to eight lanes.  An index into x or y is a sum of numbers and
+// multiples of `stride`.
 #ifndef KVTGEN_BODY_EVAL_H
 #define KVTGEN_BODY_EVAL_H
 
@@ -20,12 +21,6 @@
 #include <vector>
 
 namespace gen {
-
-// The numbers the body stores, by their index in y.  `x` holds the input
-// samples (each a float where the kernel is Real32: `single`), `factor` is c
-// and s, `Scaled` is true.  Text outside the subset stops the generator.
-std::map<int, double> runBody(const std::string& text, const std::vector<double>& x, double factor, bool single,
-                              int stride = 0);
 
 // Inputs of `count` samples on which a printed body must give its flow's
 // bits: zeros of both signs and impulses, where a lane taken from the wrong

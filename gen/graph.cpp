@@ -61,12 +61,6 @@ int Graph::find(const Node& node) const
     return found == memo_.end() ? -1 : found->second;
 }
 
-int Graph::input(Type type, int index) { return make({Op::Input, type, -1, -1, index}); }
-
-int Graph::param(Type type, int index) { return make({Op::Param, type, -1, -1, index}); }
-
-int Graph::inputPair(int first, int second) { return make({Op::Input, Type::V4F, -1, -1, first, second}); }
-
 int Graph::constant(Type type, long double value)
 {
     if (type == Type::V4F)
@@ -76,13 +70,6 @@ int Graph::constant(Type type, long double value)
         return constantLanes8(lanes);
     }
     return type == Type::V2D ? constantPair(value, value) : constantOf(type, {value});
-}
-
-int Graph::constantPair(long double lo, long double hi) { return constantOf(Type::V2D, {lo, hi}); }
-
-int Graph::constantLanes(long double l0, long double l1, long double l2, long double l3)
-{
-    return constantOf(Type::V4F, {l0, l1, l2, l3});
 }
 
 int Graph::constantOf(Type type, std::initializer_list<long double> values)
@@ -186,8 +173,6 @@ int Graph::neg(int a)
     return make(c);
 }
 
-int Graph::zeroSub(int a) { return make({Op::ZeroSub, node(a).type, a}); }
-
 int Graph::mul(int a, int b)
 {
     if (a == none || b == none)
@@ -208,11 +193,6 @@ int Graph::mul(int a, int b)
     if (node(b).op == Op::SignLanes)
         return signLanes(mul(a, node(b).a), node(b).index);
     return make({Op::Mul, node(a).type, a, b});
-}
-
-int Graph::mulConst(int a, long double value)
-{
-    return a == none ? none : mul(a, constant(node(a).type, value));
 }
 
 int Graph::widen(int a)
@@ -267,7 +247,6 @@ OpCounts Graph::count(const std::vector<int>& roots) const
         case Op::Mul: c.multiplications += node(n.a).op != Op::Param && node(n.b).op != Op::Param; break;
         case Op::Neg:
         case Op::SignLanes: ++c.signFlips; break;
-        case Op::ZeroSub: ++c.negations; break;
         case Op::SwapNeg:
             ++c.signedExchanges;
             [[fallthrough]];

@@ -100,9 +100,8 @@ public:
 struct OpCounts {
     int additions = 0;        // Add and Sub
     int multiplications = 0;  // Mul by a constant (not by a Param: the scale factor)
-    int negations = 0;        // ZeroSub
-    int signFlips = 0;        // Neg
-    int exchanges = 0;        // SwapNeg, Swap and Shuffle
+    int signFlips = 0;        // Neg and SignLanes
+    int exchanges = 0;        // SwapNeg, Swap, Shuffle and Blend
     int signedExchanges = 0;  // SwapNeg alone: a shuffle and a sign-mask operation
 };
 
@@ -114,17 +113,20 @@ public:
 
     static constexpr int none = -1;  // an exact zero that has not been materialised
 
-    int input(Type type, int index);
-    int param(Type type, int index);
+    int input(Type type, int index) { return make({Op::Input, type, -1, -1, index}); }
+    int param(Type type, int index) { return make({Op::Param, type, -1, -1, index}); }
     int constant(Type type, long double value);
-    int constantPair(long double lo, long double hi);  // V2D only
-    int constantLanes(long double l0, long double l1, long double l2, long double l3);  // V4F only
+    int constantPair(long double lo, long double hi) { return constantOf(Type::V2D, {lo, hi}); }
+    int constantLanes(long double l0, long double l1, long double l2, long double l3)  // V4F
+    {
+        return constantOf(Type::V4F, {l0, l1, l2, l3});
+    }
     // V8F constant: two V4F constants side by side
     int constantLanes8(const long double (&lanes)[8]);
     // The lanes of a constant, as many as its type has.
     std::vector<double> constantValues(int id) const;
     // V4F input: sample `first` in the lower half, `second` (or nothing) in the upper half
-    int inputPair(int first, int second);
+    int inputPair(int first, int second) { return make({Op::Input, Type::V4F, -1, -1, first, second}); }
     // V4F selection: lanes (a[s0], a[s1], b[s2], b[s3]) with the selector s0|s1<<2|s2<<4|s3<<6;
     // selector 256 interleaves the lower halves (a0, b0, a1, b1), 257 the upper ones.  On V8F
     // values the same selection is made in each 128-bit half.
@@ -138,9 +140,10 @@ public:
     int add(int a, int b);
     int sub(int a, int b);
     int neg(int a);
-    int zeroSub(int a);
+    int zeroSub(int a) { return make({Op::ZeroSub, node(a).type, a}); }
     int mul(int a, int b);
-    int mulConst(int a, long double value);  // scalar or (value, value)
+    // a times the constant `value` in every lane
+    int mulConst(int a, long double value) { return a == none ? none : mul(a, constant(node(a).type, value)); }
     int widen(int a);
     int narrow(int a);
     int swapNeg(int a);

@@ -1,14 +1,11 @@
 // The verifier: runs an operation graph on the check inputs, lane by lane,
-// and holds a wide body against its narrow flow, or a printed body (run as
-// its text reads, body_eval.cpp) against the flow it was printed from.
+// and holds a wide body against its narrow flow.
 #include "graph_eval.h"
 
 #include <cmath>
 #include <cstring>
-#include <map>
 #include <stdexcept>
 
-#include "body_eval.h"
 #include "forms.h"
 
 namespace gen {
@@ -64,17 +61,15 @@ bool sameOutputs(const Graph& narrow, const OutputLanes& narrowLanes, const Grap
 {
     if (narrowLanes.size() != wideLanes.size())
         return false;
+    // an output no node holds is an exact zero in both
+    auto value = [](const LaneEvaluator& run, std::pair<int, int> output) {
+        return output.first < 0 ? 0.0 : run.lanes(output.first)[static_cast<std::size_t>(output.second)];
+    };
     for (const std::vector<double>& x : inputs) {
         const LaneEvaluator runNarrow(narrow, x, factor), runWide(wide, x, factor);
-        for (std::size_t i = 0; i < narrowLanes.size(); ++i) {
-            const auto [fixedNode, fixedLane] = narrowLanes[i];
-            const auto [node, lane] = wideLanes[i];
-            // an output no node holds is an exact zero in both
-            const double expected = fixedNode < 0 ? 0.0 : runNarrow.lanes(fixedNode)[static_cast<std::size_t>(fixedLane)];
-            const double got = node < 0 ? 0.0 : runWide.lanes(node)[static_cast<std::size_t>(lane)];
-            if (!sameBits(expected, got))
+        for (std::size_t i = 0; i < narrowLanes.size(); ++i)
+            if (!sameBits(value(runNarrow, narrowLanes[i]), value(runWide, wideLanes[i])))
                 return false;
-        }
     }
     return true;
 }
@@ -84,66 +79,6 @@ void verifyBody(const std::string& kernel, const Graph& narrow, const OutputLane
 {
     if (!sameOutputs(narrow, narrowLanes, wide, wideLanes, inputs, factor))
         formError(kernel, "its body does not give the bits of its flow on the generator's check inputs");
-}
-
-std::vector<std::vector<double>> verifierInputs(int count, bool single)
-{
-    const std::size_t n = static_cast<std::size_t>(count);
-    std::vector<std::vector<double>> inputs = {std::vector<double>(n, 0.0), std::vector<double>(n, -0.0)};
-    for (std::size_t i = 0; i < n; ++i) {
-        inputs.push_back(std::vector<double>(n, -0.0));
-        inputs.back()[i] = i % 3 == 0 ? -1.5 : 0.75;
-    }
-    std::vector<double> alternating(n);
-    for (std::size_t i = 0; i < n; ++i)
-        alternating[i] = i % 2 ? -0.75 : 0.75;
-    inputs.push_back(std::vector<double>(n, 0.75));
-    inputs.push_back(alternating);
-    unsigned state = 4321u + static_cast<unsigned>(count);
-    auto next = [&] {
-        state = state * 1664525u + 1013904223u;
-        return static_cast<double>(static_cast<int>(state >> 8) - (1 << 23)) / static_cast<double>(1 << (state % 13));
-    };
-    const double large = single ? 4.0e37 : 2.0e307;
-    for (int r = 0; r < 5; ++r) {
-        std::vector<double> x(n);
-        for (double& value : x) {
-            value = next();
-            value = r < 3 ? value : value / (1 << 23) * large;
-            value = single ? static_cast<double>(static_cast<float>(value)) : value;
-        }
-        inputs.push_back(x);
-    }
-    return inputs;
-}
-
-void verifyPrintedText(const std::string& kernel, const std::string& text, const std::vector<std::vector<double>>& inputs,
-                       const PrintedRun& run, const Reference& expected)
-{
-    for (const std::vector<double>& x : inputs) {
-        const std::map<int, double> stored = runBody(text, x, run.factor, run.single, run.stride);
-        for (const auto& [index, value] : expected(x)) {
-            const auto found = stored.find(index);
-            if (found == stored.end())
-                formError(kernel, "its body does not store y[" + std::to_string(index) + "]");
-            if (!sameBits(value, found->second))
-                formError(kernel, "its body does not give the bits of its flow at y[" + std::to_string(index) +
-                                      "] on the generator's check inputs");
-        }
-    }
-}
-
-void verifyPrintedBody(const std::string& kernel, const Graph& graph, const std::vector<int>& outputs,
-                       const std::vector<int>& slots, const std::string& text,
-                       const std::vector<std::vector<double>>& inputs, double factor, bool single)
-{
-    verifyPrintedText(kernel, text, inputs, {factor, single, 0}, [&](const std::vector<double>& x) {
-        const LaneEvaluator flow(graph, x, factor);
-        std::map<int, double> values;
-        for (std::size_t i = 0; i < outputs.size(); ++i)
-            values[slots[i]] = flow.lanes(outputs[i])[0];
-        return values;
-    });
 }
 
 }  // namespace gen
