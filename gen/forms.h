@@ -25,7 +25,7 @@ namespace gen {
 class Form {
 public:
     Form& set(const std::string& field, const std::string& value);
-    bool has(const std::string& field) const;
+    bool has(const std::string& field) const { return find(field) != nullptr; }
     // The value of a field; a missing field stops the generator, naming `kernel`.
     const std::string& get(const std::string& field) const;
     std::string text() const;

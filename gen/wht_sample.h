@@ -41,8 +41,6 @@ struct Sample {
 const Sample& single();
 const Sample& dual();
 
-std::string kernelName(const Sample& s, int order);
-
 // The header of the networks that the kernels and the passes call.
 std::string networksHeader();
 
