@@ -265,10 +265,10 @@ LaneFlow laneFlow(const Graph& narrow)
             case Op::Const: lane = make(Op::Const, -1, -1, -1, constantLane(n, i)); break;
             case Op::Add:
             case Op::Sub:
-            case Op::Mul: lane = make(n.op, a[i], b[i]); break;
+            case Op::Mul:
             case Op::ZeroSub:
             case Op::Widen:
-            case Op::Narrow: lane = make(n.op, a[i]); break;
+            case Op::Narrow: lane = make(n.op, a[i], b[i]); break;  // b: -1 in every lane for one operand
             default:
                 throw std::logic_error("a node the lane flow does not take apart (operation " +
                                        std::to_string(static_cast<int>(n.op)) + ")");

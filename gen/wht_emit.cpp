@@ -1,15 +1,11 @@
 // Emitter of the Walsh-Hadamard family: one unit per kernel of orders 1 to 13
 // and sample type, the order dispatcher and the query of the work buffer's
 // size, beside the header of networks (wht_networks.cpp) that the kernels
-// call.  A kernel tests its pointers, turns its flag into the factor, and runs
-// its network (orders up to 7) or its passes through a work buffer (orders 8
-// to 13): a block pass of networks over blocks of samples into the work
-// buffer, then column passes that combine whole vectors at a stride, strip by
-// strip where the order is too long for two passes.  The 256-bit file's passes
-// come from the table of forms and are checked to cover the order with the
-// 128-bit file's buffer.  From order 4 on an unaligned twin serves arrays that
-// are not aligned to 16 bytes.  The loops of the blocked orders live in
-// src/wht/passes.h.
+// call.  A kernel runs its network (orders up to 7) or its passes through a
+// work buffer (orders 8 to 13): a block pass of networks over blocks of
+// samples, then column passes that combine whole vectors at a stride, strip by
+// strip where the order is too long for two passes.  The loops of the passes
+// live in src/wht/passes.h.
 #include <cmath>
 #include <cstdlib>
 #include <sstream>

@@ -313,7 +313,7 @@ std::string networksHeader()
         for (const Sample* s : {&single(), &dual()})
             for (int order = 1; order <= 7; ++order)
                 if (s->vectorOrder(order) == vector)
-                    out << (s->vectorOrder(order) ? vectorNetwork : scalarNetwork)(*s, order);
+                    out << (vector ? vectorNetwork : scalarNetwork)(*s, order);
     for (int radix : {8, 16, 32})
         out << columnNetwork(single(), radix) << columnNetwork(dual(), radix);
     if (target().wide()) {
