@@ -141,7 +141,6 @@ void startExploring() { table.exploring = true; }
 
 void writeForms(const std::string& path)
 {
-    // in the order the families ask for their kernels, the others after them
     std::vector<Entry> entries = table.entries;
     std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
         return static_cast<unsigned>(a.visit) < static_cast<unsigned>(b.visit);

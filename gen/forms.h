@@ -55,7 +55,8 @@ const Form& formOn(const std::string& kernel, const std::string& targetName);
 // The table the generator runs with: read from a file, or explored anew.
 void loadForms(const std::string& path);
 void startExploring();
-// Writes the table, the lines of every target, sorted by kernel and target.
+// Writes the table: the kernels in the order the families asked for them (the
+// others after them), each with its lines by target.
 void writeForms(const std::string& path);
 
 }  // namespace gen
