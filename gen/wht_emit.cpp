@@ -47,9 +47,7 @@ std::string kernelName(const Sample& s, int order)
 // Bytes of the work buffer: N samples, plus one strip for a three-pass kernel.
 int bufferBytes(const Sample& s, int order)
 {
-    if (order < 8)
-        return 0;
-    return ((1 << order) + narrowPassesOf(s, order).strip) * (s.type == Type::F32 ? 4 : 8);
+    return order < 8 ? 0 : ((1 << order) + narrowPassesOf(s, order).strip) * (s.type == Type::F32 ? 4 : 8);
 }
 
 // The statements of the passes of a blocked kernel, from src through the work
@@ -203,8 +201,7 @@ std::string bufferSizeUnit(const Sample& s)
     return out.str();
 }
 
-void emitWht(const std::string& directory)
-{
+const FamilyRegistration registration("wht", [](const std::string& directory) {
     writeIfChanged(directory + "/wht_networks.h", networksHeader());
     for (const Sample* s : {&single(), &dual()}) {
         const std::string stem = std::string("pgenwht") + s->suffix + "w7";
@@ -213,9 +210,7 @@ void emitWht(const std::string& directory)
         writeIfChanged(directory + "/" + stem + ".cpp", dispatcherUnit(*s));
         writeIfChanged(directory + "/" + stem + "_buffersize.cpp", bufferSizeUnit(*s));
     }
-}
-
-const FamilyRegistration registration("wht", emitWht);
+});
 
 }  // namespace
 
