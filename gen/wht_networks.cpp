@@ -188,54 +188,48 @@ std::string verified(const Sample& s, const std::string& name, const std::string
            "}\n\n";
 }
 
-// The samples of a network in one row: row r holds sample r.
-const auto inRow = [](int r, int) { return r; };
-
-// Scalar network of 2^order samples (the small orders that stay scalar).
-std::string scalarNetwork(const Sample& s, int order)
-{
-    const int n = 1 << order;
-    const std::string real = s.real;
-    std::ostringstream body;
-    for (int i = 0; i < n; ++i)
-        body << "    const " << real << " a" << i << " = x[" << i << "];\n";
-    std::string prefix = "a";
-    for (int h = 1, level = 0; h < n; h *= 2, ++level) {
-        const std::string next = "b" + std::to_string(level) + "_";
-        for (int i = 0; i < n; ++i)
-            body << "    const " << real << " " << next << i << " = " << prefix << (i & h ? i - h : i)
-                 << (i & h ? " - " : " + ") << prefix << (i & h ? i : i + h) << ";\n";
-        prefix = next;
-    }
-    for (int i = 0; i < n; ++i)
-        body << "    y[" << i << "] = " << prefix << i << " * s;\n";
-    return "// " + std::to_string(n) + "-point network on single numbers, then the scale.\n" +
-           verified(s, s.function("network", order), real + " s", body.str(), {n, 1, 0, true, inRow, inRow});
-}
-
-// Vector network of 2^order samples: Load reads x, Store writes y, Scaled
-// multiplies every output by s as it is stored.
-std::string vectorNetwork(const Sample& s, int order)
+// The network of 2^order samples in one row: on single numbers for the small
+// orders, then the scale; on vectors from there, Load reading x, Store writing
+// y and Scaled multiplying every output by s as it is stored.
+std::string network(const Sample& s, int order)
 {
     const int n = 1 << order, count = n / s.lanes, half = s.lanes / 2;
+    const bool vector = s.vectorOrder(order);
     std::ostringstream out, body;
-    out << "// " << n << "-point network in " << count << " vectors of " << s.lanes << " samples.\n"
-        << "template <class Load, class Store, bool Scaled>\n";
-    for (int j = 0; j < count; ++j) {
-        if (s.halves == nullptr)
-            body << "    " << s.vector << " " << v(j) << " = Load::loadVector(x + " << j * s.lanes << ");\n";
-        else  // the pair (j & ~1, j | 1) with its halves traded
-            body << joined(s, j, std::to_string((j & ~1) * s.lanes + (j & 1) * half),
-                           std::to_string((j | 1) * s.lanes + (j & 1) * half));
+    if (!vector) {
+        out << "// " << n << "-point network on single numbers, then the scale.\n";
+        for (int i = 0; i < n; ++i)
+            body << "    const " << s.real << " a" << i << " = x[" << i << "];\n";
+        std::string prefix = "a";
+        for (int h = 1, level = 0; h < n; h *= 2, ++level) {
+            const std::string next = "b" + std::to_string(level) + "_";
+            for (int i = 0; i < n; ++i)
+                body << "    const " << s.real << " " << next << i << " = " << prefix << (i & h ? i - h : i)
+                     << (i & h ? " - " : " + ") << prefix << (i & h ? i : i + h) << ";\n";
+            prefix = next;
+        }
+        for (int i = 0; i < n; ++i)
+            body << "    y[" << i << "] = " << prefix << i << " * s;\n";
+    } else {
+        out << "// " << n << "-point network in " << count << " vectors of " << s.lanes << " samples.\n"
+            << "template <class Load, class Store, bool Scaled>\n";
+        for (int j = 0; j < count; ++j) {
+            if (s.halves == nullptr)
+                body << "    " << s.vector << " " << v(j) << " = Load::loadVector(x + " << j * s.lanes << ");\n";
+            else  // the pair (j & ~1, j | 1) with its halves traded
+                body << joined(s, j, std::to_string((j & ~1) * s.lanes + (j & 1) * half),
+                               std::to_string((j | 1) * s.lanes + (j & 1) * half));
+        }
+        body << (s.halves != nullptr ? splitPairs(s, count, true)
+                 : s.type == Type::F32 ? transposedBlocks(count)
+                                       : interleavedPairs(count))
+             << vectorStages(s, count, 1);
+        for (int j = 0; j < count; ++j)
+            body << scaledStore(j, std::to_string(j * s.lanes));
     }
-    body << (s.halves != nullptr ? splitPairs(s, count, true)
-             : s.type == Type::F32 ? transposedBlocks(count)
-                                   : interleavedPairs(count))
-         << vectorStages(s, count, 1);
-    for (int j = 0; j < count; ++j)
-        body << scaledStore(j, std::to_string(j * s.lanes));
-    return out.str() + verified(s, s.function("network", order), std::string(s.vector) + " s", body.str(),
-                                {n, 1, 0, true, inRow, inRow});
+    const auto inRow = [](int r, int) { return r; };
+    return out.str() + verified(s, s.function("network", order), std::string(vector ? s.vector : s.real) + " s",
+                                body.str(), {n, 1, 0, true, inRow, inRow});
 }
 
 // 256-bit block network on two neighbouring blocks of 2^order samples at
@@ -313,7 +307,7 @@ std::string networksHeader()
         for (const Sample* s : {&single(), &dual()})
             for (int order = 1; order <= 7; ++order)
                 if (s->vectorOrder(order) == vector)
-                    out << (vector ? vectorNetwork : scalarNetwork)(*s, order);
+                    out << network(*s, order);
     for (int radix : {8, 16, 32})
         out << columnNetwork(single(), radix) << columnNetwork(dual(), radix);
     if (target().wide()) {
