@@ -96,8 +96,8 @@ std::string passes(const Sample& s, int order)
         return out.str();
     };
     const int blockOrder = static_cast<int>(std::log2(p.block));
-    const std::string blockNetwork = p.traded ? s.function("traded", blockOrder)
-                                              : s.function("network", blockOrder) + "<Access, " + s.aligned + ", false>";
+    const std::string blockNetwork = s.function(p.traded ? "traded" : "network", blockOrder) +
+                                     (p.traded ? "" : std::string("<Access, ") + s.aligned + ", false>");
     const std::string block = "wht::blockPass<" + types + "wht::" + blockNetwork + ">";
     const int passBlock = p.traded ? 2 * p.block : p.block;
     std::ostringstream out;
