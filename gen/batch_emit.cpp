@@ -8,16 +8,12 @@
 // lane t holds transform t's value: every statement is the single call's IEEE
 // operation in every lane, so that each transform of a batch gets the single
 // call's bits.  The verifier runs each printed body with a check input per
-// lane against the flow before the unit is written.  The shared pieces come
-// first: the vectors of a batch on the current target, the printing of a
-// scalar flow lanes across transforms (x.get, y.put), its verification lane
-// by lane, and the units.
+// lane against the flow before the unit is written.
 #include <algorithm>
 #include <array>
 #include <functional>
 #include <iterator>
 #include <map>
-#include <numeric>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -35,15 +31,15 @@ namespace gen {
 namespace {
 
 // What a batched kernel computes on: its sample type, whether a Real32 flow
-// has Real64 values, the real numbers per element and per transform.
+// has Real64 values, the real numbers per element and per transform's input;
+// and what it must give: output k of a transform is the lane outputs[k] of
+// the reference graph run on the transform's input (a node < 0: zero).
 struct BatchShape {
     bool single, mixed;
-    int perElement, inputs, outputs;
+    int perElement, inputs;
+    const Graph& reference;
+    OutputLanes outputs;
 };
-
-// The element k of a transform that `reference` gives, for an input x of
-// `inputs` elements.
-using BatchReference = std::function<std::vector<double>(const std::vector<double>& x)>;
 
 // The vectors of a batch on the current target: D for Real64 values, F for
 // Real32 ones (16 bytes where a Real32 flow keeps its Real64 values in one
@@ -63,7 +59,8 @@ bool halves(const BatchShape& shape)
 {
     const int floatLanes = 2 * doubleLanes();
     return target().wide() && shape.single && shape.mixed &&
-           (shape.perElement == 2 || (shape.inputs >= floatLanes && shape.outputs >= floatLanes));
+           (shape.perElement == 2 ||
+            (shape.inputs >= floatLanes && static_cast<int>(shape.outputs.size()) >= floatLanes));
 }
 
 // A Real32 flow's Real64 values in two halves: each Real64 node becomes one
@@ -77,13 +74,6 @@ Graph splitDoubles(const Graph& flow, std::vector<int>& stores)
     // the node of each flow node on the lower ([0]) and the upper ([1]) half
     std::vector<std::array<int, 2>> at(flow.size(), {Graph::none, Graph::none});
     auto of = [&](int id, int half) { return id < 0 ? id : at[id][half]; };
-    auto make = [&](Op op, Type type, int a, int b, int index) {
-        Node n{op, type};
-        n.a = a;
-        n.b = b;
-        n.index = index;
-        return g.raw(n);
-    };
     for (int id = 0; id < flow.size(); ++id) {
         const Node& n = flow.node(id);
         auto copy = [&](int half) {
@@ -94,11 +84,11 @@ Graph splitDoubles(const Graph& flow, std::vector<int>& stores)
         };
         if (n.op == Op::Widen) {
             for (int half : {0, 1})
-                at[id][half] = make(Op::Widen, Type::F64, make(Op::Extract, Type::V4F, of(n.a, 0), -1, half), -1, -1);
+                at[id][half] = g.raw({Op::Widen, Type::F64, g.raw({Op::Extract, Type::V4F, of(n.a, 0), -1, half})});
         } else if (n.op == Op::Narrow) {
-            const int low = make(Op::Narrow, Type::V4F, of(n.a, 0), -1, -1);
-            const int high = make(Op::Narrow, Type::V4F, of(n.a, 1), -1, -1);
-            at[id][0] = at[id][1] = make(Op::Join, Type::F32, low, high, -1);
+            const int low = g.raw({Op::Narrow, Type::V4F, of(n.a, 0)});
+            const int high = g.raw({Op::Narrow, Type::V4F, of(n.a, 1)});
+            at[id][0] = at[id][1] = g.raw({Op::Join, Type::F32, low, high});
         } else if (n.type == Type::F64 && n.op != Op::Const) {
             at[id] = {copy(0), copy(1)};
         } else {
@@ -134,8 +124,7 @@ std::string printBatchBody(const Graph& flow, const std::vector<int>& stores, bo
 
 // Runs the printed body with a different check input in each lane and holds
 // every lane's stores against the reference.
-void verifyBatchBody(const std::string& kernel, const std::string& text, const BatchShape& shape, int lanes,
-                     const BatchReference& reference)
+void verifyBatchBody(const std::string& kernel, const std::string& text, const BatchShape& shape, int lanes)
 {
     const int inputs = shape.inputs;
     const std::vector<std::vector<double>> samples = verifierInputs(inputs, shape.single);
@@ -153,9 +142,11 @@ void verifyBatchBody(const std::string& kernel, const std::string& text, const B
             std::vector<double> lane;
             for (int j = 0; j < inputs; ++j)
                 lane.push_back(x[j * lanes + l]);
-            const std::vector<double> y = reference(lane);
-            for (int k = 0; k < shape.outputs; ++k)
-                values[k * lanes + l] = y[k];
+            const LaneEvaluator reference(shape.reference, lane, 0.375);
+            for (std::size_t k = 0; k < shape.outputs.size(); ++k) {
+                const auto [node, at] = shape.outputs[k];
+                values[static_cast<int>(k) * lanes + l] = node < 0 ? 0.0 : reference.lanes(node)[at];
+            }
         }
         return values;
     };
@@ -166,10 +157,10 @@ void verifyBatchBody(const std::string& kernel, const std::string& text, const B
 // verified lane by lane (a bit that differs stops the generator, naming the
 // kernel), and the kernel that checks the flag and runs the body over a
 // layout.  `narrowStores` names the node stored at each element of a transform
-// (Graph::none: an exact zero); `what` names the transform in the title.
-std::string batchKernelUnit(const std::string& name, const std::string& what, const Graph& narrowFlow,
-                            const std::vector<int>& narrowStores, const BatchShape& shape,
-                            const BatchReference& reference, const char* direction, const std::string& factors)
+// (Graph::none: an exact zero); `what` names the transform of length n in
+// the title.
+std::string batchKernelUnit(const std::string& name, const std::string& what, int n, const char* direction,
+                            const Graph& narrowFlow, const std::vector<int>& narrowStores, const BatchShape& shape)
 {
     const bool single = shape.single;
     // a Real32 kernel runs as many transforms as a Real64 vector has lanes
@@ -178,13 +169,13 @@ std::string batchKernelUnit(const std::string& name, const std::string& what, co
     std::vector<int> stores = narrowStores;
     const Graph flow = halves(shape) ? splitDoubles(narrowFlow, stores) : narrowFlow;
     const std::string body = printBatchBody(flow, stores, single);
-    verifyBatchBody(name, body, shape, single && !narrowFloats ? 2 * doubleLanes() : doubleLanes(), reference);
+    verifyBatchBody(name, body, shape, single && !narrowFloats ? 2 * doubleLanes() : doubleLanes());
     // the vectors and the body in a class of the kernel's own, since the units
     // of a unity build share their namespaces
     const std::string real = single ? "float" : "double", lane = single ? "L::F" : "L::D";
     const std::string run = "run<" + lane + ", kv::lanes<" + (narrowFloats ? "L::D" : lane) + ">, " +
                             std::to_string(shape.perElement) + ", " + std::to_string(shape.inputs) + ", " +
-                            std::to_string(shape.outputs) + ">(src, dst, layout, ";
+                            std::to_string(shape.outputs.size()) + ">(src, dst, layout, ";
     std::ostringstream out;
     out << "// Generated by kvtgen; do not edit.\n// Batched " << what
         << ": lanes across transforms.\n#include \"batch/lanes.h\"\n\n"
@@ -196,8 +187,8 @@ std::string batchKernelUnit(const std::string& name, const std::string& what, co
         << "Status " << name << "(const " << real << "* src, " << real << "* dst, const Layout& layout, int32_t flag)\n{\n"
         << "    using L = " << name << "Lanes;\n"
         << "    " << real << " c;\n"
-        << "    if (!kvtg::pickFactor<" << real << ">(flag, kvtg::Direction::" << direction << ", " << factors
-        << ", c))\n        return StatusBadFlag;\n"
+        << "    if (!kvtg::pickFactor<" << real << ">(flag, kvtg::Direction::" << direction << ", "
+        << factorLiterals(single ? Type::F32 : Type::F64, n) << ", c))\n        return StatusBadFlag;\n"
         << "#ifndef KVTG_ONE_BODY\n    if (c == 1) {\n"
         << "        " << run << "[](const auto& x, auto& y) { L::body<false>(x, y, kv::broadcast<" << lane
         << ">(" << (single ? "1.0f" : "1.0") << ")); });\n"
@@ -207,110 +198,28 @@ std::string batchKernelUnit(const std::string& name, const std::string& what, co
     return out.str();
 }
 
-// The table of a batched entry point's kernels of lengths 2..64 (kernel n is
-// `stem` n _ `suffix`, the table `stem` `suffix`).
-std::string batchTableUnit(const std::string& stem, const std::string& suffix, const std::string& real)
+// Writes the units of a batched entry point: the kernel of length n, named
+// `stem` n _ `suffix`, as `unit` writes it, into the file `file` _ n, and the
+// table of the kernels of lengths 2..64, `stem` `suffix`, into `file`.
+void writeEntry(const std::string& dir, const std::string& file, const std::string& stem, const std::string& suffix,
+                const std::string& real, const std::function<std::string(const std::string& name, int n)>& unit)
 {
-    std::ostringstream out;
-    out << "// Generated by kvtgen; do not edit.\n// The kernels of " << stem << suffix << ", lengths 2..64.\n"
-        << "#include \"batch/lanes.h\"\n\nnamespace kvtg_batch {\n\n";
-    for (int n = 2; n <= 64; ++n)
-        out << "Status " << stem << n << "_" << suffix << "(const " << real << "*, " << real
-            << "*, const Layout&, int32_t);\n";
-    out << "\nextern const Kernel<" << real << "> " << stem << suffix << "[63] = {\n";
-    for (int n = 2; n <= 64; ++n)
-        out << "    " << stem << n << "_" << suffix << ",\n";
-    out << "};\n\n}  // namespace kvtg_batch\n";
-    return out.str();
-}
-
-}  // namespace
-
-}  // namespace gen
-
-// The real DFT and Hartley kernels.
-namespace gen::real {
-
-namespace {
-
-// The kernel of the flow k: its loads read the elements `loadSlots` of a
-// transform's input, its stores write the elements `storeSlots`, and the
-// elements `zeroSlots` are exact zeros.
-std::string batchUnit(const std::string& name, const std::string& what, const Precision& p, int n,
-                      const KernelFlow& k, const std::vector<int>& loadSlots, const std::vector<int>& storeSlots,
-                      const std::vector<int>& zeroSlots, const char* direction, int inputs)
-{
-    const Lowered low = lower(k, loadSlots, p.single);
-    const int outputs = static_cast<int>(storeSlots.size() + zeroSlots.size());
-    std::vector<int> stores(static_cast<std::size_t>(outputs), Graph::none);
-    for (std::size_t i = 0; i < storeSlots.size(); ++i)
-        stores[storeSlots[i]] = low.stores[i];
-    // the elements of a transform's input, whether the flow reads them or not
-    // (an inverse kernel does not read the zeros of a CCS spectrum)
-    inputs = std::max(inputs, *std::max_element(loadSlots.begin(), loadSlots.end()) + 1);
-    return batchKernelUnit(name, what, low.graph, stores, {p.single, p.single, 1, inputs, outputs},
-                           [&](const std::vector<double>& x) {
-                               const LaneEvaluator flow(low.graph, x, 0.375);
-                               std::vector<double> y;
-                               for (int s : stores)
-                                   y.push_back(s == Graph::none ? 0.0 : flow.lanes(s)[0]);
-                               return y;
-                           },
-                           direction, factorLiterals(p.type, n));
-}
-
-void emitBatchReal(const std::string& dir)
-{
+    std::ostringstream table;
+    table << "// Generated by kvtgen; do not edit.\n// The kernels of " << stem << suffix << ", lengths 2..64.\n"
+          << "#include \"batch/lanes.h\"\n\nnamespace kvtg_batch {\n\n";
     for (int n = 2; n <= 64; ++n) {
-        const KernelFlow fwd = forwardFlow(n), inv = inverseFlow(n), hartley = hartleyFlow(n);
-        std::vector<int> identity(static_cast<std::size_t>(n));
-        std::iota(identity.begin(), identity.end(), 0);
-        const std::string size = std::to_string(n);
-        for (const Precision& p : precisions) {
-            const std::string suffix = size + "_" + p.suffix, of = " of length " + size + ", " + p.sample;
-            for (const LayoutInfo& l : layouts) {
-                std::vector<int> slots, zeros;
-                for (int j = 0; j < n; ++j)
-                    slots.push_back(position(l.layout, n, j));
-                if (l.layout == Layout::CCS)
-                    zeros = n % 2 == 0 ? std::vector<int>{1, n + 1} : std::vector<int>{1};
-                const std::string file = std::string(l.stem) + p.suffix + "_" + size + ".cpp";
-                const std::string layout = std::string(", layout ") + l.stem;
-                writeIfChanged(dir + "/pgenbatchdftfwd" + file,
-                               batchUnit(std::string("batchDFTFwd_") + l.fwdName + "_" + suffix,
-                                         "forward real DFT" + of + layout, p, n, fwd, identity, slots, zeros,
-                                         "Forward", n));
-                writeIfChanged(dir + "/pgenbatchdftinv" + file,
-                               batchUnit(std::string("batchDFTInv_") + l.invName + "_" + suffix,
-                                         "inverse real DFT" + of + layout, p, n, inv, slots, identity, {}, "Inverse",
-                                         n + static_cast<int>(zeros.size())));
-            }
-            writeIfChanged(dir + "/pgenbatchhartley" + std::string(p.suffix) + "_" + size + ".cpp",
-                           batchUnit("batchHartley_" + suffix, "Hartley transform" + of, p, n, hartley, identity,
-                                     identity, {}, "Both", n));
-        }
+        const std::string name = stem + std::to_string(n) + "_" + suffix;
+        writeIfChanged(dir + "/" + file + "_" + std::to_string(n) + ".cpp", unit(name, n));
+        table << "Status " << name << "(const " << real << "*, " << real << "*, const Layout&, int32_t);\n";
     }
-    for (const Precision& p : precisions) {
-        for (const LayoutInfo& l : layouts) {
-            const std::string file = std::string(l.stem) + p.suffix + ".cpp";
-            writeIfChanged(dir + "/pgenbatchdftfwd" + file,
-                           batchTableUnit(std::string("batchDFTFwd_") + l.fwdName + "_", p.suffix, p.scalar));
-            writeIfChanged(dir + "/pgenbatchdftinv" + file,
-                           batchTableUnit(std::string("batchDFTInv_") + l.invName + "_", p.suffix, p.scalar));
-        }
-        writeIfChanged(dir + "/pgenbatchhartley" + std::string(p.suffix) + ".cpp",
-                       batchTableUnit("batchHartley_", p.suffix, p.scalar));
-    }
+    table << "\nextern const Kernel<" << real << "> " << stem << suffix << "[63] = {\n";
+    for (int n = 2; n <= 64; ++n)
+        table << "    " << stem << n << "_" << suffix << ",\n";
+    table << "};\n\n}  // namespace kvtg_batch\n";
+    writeIfChanged(dir + "/" + file + ".cpp", table.str());
 }
 
-}  // namespace
-
-}  // namespace gen::real
-
-// The complex DFT kernels, and the family.
-namespace gen {
-
-namespace {
+// The complex DFT kernels.
 
 // The flow of a 128-bit graph lane by lane: lanes[id][i] is the scalar node
 // of lane i of node id (Graph::none: an undefined lane, read as +0).  Nodes
@@ -330,17 +239,11 @@ LaneFlow laneFlow(const Graph& narrow)
         const Node& n = narrow.node(id);
         const Type scalar = n.type == Type::F32 || n.type == Type::V4F ? Type::F32 : Type::F64;
         auto make = [&](Op op, int a = -1, int b = -1, int index = -1, double value = 0.0) {
-            Node lane{op, scalar};
-            lane.a = a;
-            lane.b = b;
-            lane.index = index;
-            lane.lane0 = value;
-            return f.graph.raw(lane);
+            return f.graph.raw({op, scalar, a, b, index, -1, value});
         };
         const int count = laneCount(n.type);
         const std::array<int, 4>& a = n.a >= 0 ? f.lanes[n.a] : none;
         const std::array<int, 4>& b = n.b >= 0 ? f.lanes[n.b] : none;
-        const double values[4] = {n.lane0, n.lane1, n.lane2, n.lane3};
         for (int i = 0; i < count; ++i) {
             int& lane = f.lanes[id][i];
             if (selectsLanes(n.op)) {
@@ -359,13 +262,13 @@ LaneFlow laneFlow(const Graph& narrow)
                                     : make(Op::Input, -1, -1, 2 * sample + i % 2);
                 break;
             case Op::Param: lane = make(Op::Param, -1, -1, n.index); break;
-            case Op::Const: lane = make(Op::Const, -1, -1, -1, values[i]); break;
+            case Op::Const: lane = make(Op::Const, -1, -1, -1, constantLane(n, i)); break;
             case Op::Add:
             case Op::Sub:
-            case Op::Mul: lane = make(n.op, a[i], b[i]); break;
+            case Op::Mul:
             case Op::ZeroSub:
             case Op::Widen:
-            case Op::Narrow: lane = make(n.op, a[i]); break;
+            case Op::Narrow: lane = make(n.op, a[i], b[i]); break;  // b: -1 in every lane for one operand
             default:
                 throw std::logic_error("a node the lane flow does not take apart (operation " +
                                        std::to_string(static_cast<int>(n.op)) + ")");
@@ -375,9 +278,8 @@ LaneFlow laneFlow(const Graph& narrow)
     return f;
 }
 
-std::string batchUnit(const Variant& v, int n)
+std::string batchUnit(const Variant& v, const std::string& name, int n)
 {
-    const std::string name = "batchDFT" + v.direction() + "_CToC_" + std::to_string(n) + "_" + v.typeSuffix();
     const NarrowKernel k = buildNarrow(v, n, flowOf(formOf(v.kernelName(n), [&] { return searchForm(v, n); })));
     const bool single = v.precision == Precision::Single;
     const LaneFlow flow = laneFlow(k.graph);
@@ -390,18 +292,10 @@ std::string batchUnit(const Variant& v, int n)
     std::vector<int> stores;
     for (const auto& [node, lane] : outputs)
         stores.push_back(node < 0 ? Graph::none : flow.lanes[node][lane]);
-    return batchKernelUnit(name,
-                           std::string(v.inverse ? "inverse" : "forward") + " complex DFT of length " +
-                               std::to_string(n) + ", " + v.sampleType(),
-                           flow.graph, stores, {single, mixed, 2, 2 * n, 2 * n},
-                           [&](const std::vector<double>& x) {
-                               const LaneEvaluator narrow(k.graph, x, 0.375);
-                               std::vector<double> y;
-                               for (const auto& [node, lane] : outputs)
-                                   y.push_back(node < 0 ? 0.0 : narrow.lanes(node)[lane]);
-                               return y;
-                           },
-                           v.inverse ? "Inverse" : "Forward", factorLiterals(v.scalarType(), n));
+    const std::string what = std::string(v.inverse ? "inverse" : "forward") + " complex DFT of length " +
+                             std::to_string(n) + ", " + v.sampleType();
+    return batchKernelUnit(name, what, n, v.inverse ? "Inverse" : "Forward", flow.graph, stores,
+                           {single, mixed, 2, 2 * n, k.graph, outputs});
 }
 
 void emitBatchComplex(const std::string& dir)
@@ -409,21 +303,85 @@ void emitBatchComplex(const std::string& dir)
     for (Precision precision : {Precision::Single, Precision::Double})
         for (bool inverse : {false, true}) {
             const Variant v{precision, inverse};
-            const std::string stem = std::string("pgenbatchdft") + (inverse ? "inv" : "fwd") + v.typeSuffix();
-            for (int n = 2; n <= 64; ++n)
-                writeIfChanged(dir + "/" + stem + "_" + std::to_string(n) + ".cpp", batchUnit(v, n));
-            writeIfChanged(dir + "/" + stem + ".cpp",
-                           batchTableUnit("batchDFT" + v.direction() + "_CToC_", v.typeSuffix(), v.realType()));
+            writeEntry(dir, std::string("pgenbatchdft") + (inverse ? "inv" : "fwd") + v.typeSuffix(),
+                       "batchDFT" + v.direction() + "_CToC_", v.typeSuffix(), v.realType(),
+                       [&](const std::string& name, int n) { return batchUnit(v, name, n); });
         }
+}
+
+}  // namespace
+
+}  // namespace gen
+
+// The real DFT and Hartley kernels.
+namespace gen::real {
+
+namespace {
+
+// The kernel of length n of the flow k between a transform's n samples and
+// its spectrum in `layout` (Hartley: Pack, the values in order); `inverse`
+// reads the spectrum.  A CCS spectrum holds the imaginary parts of R0 and of
+// the Nyquist value too, as exact zeros.
+std::string batchUnit(const std::string& name, const std::string& what, const Precision& p, int n,
+                      const KernelFlow& k, Layout layout, bool inverse, const char* direction)
+{
+    std::vector<int> samples, slots;
+    for (int j = 0; j < n; ++j) {
+        samples.push_back(j);
+        slots.push_back(position(layout, n, j));
+    }
+    const int spectrum = layout != Layout::CCS ? n : n % 2 == 0 ? n + 2 : n + 1;
+    const Lowered low = lower(k, inverse ? slots : samples, p.single);
+    std::vector<int> stores(static_cast<std::size_t>(inverse ? n : spectrum), Graph::none);
+    for (int i = 0; i < n; ++i)
+        stores[(inverse ? samples : slots)[i]] = low.stores[i];
+    OutputLanes outputs;
+    for (int s : stores)
+        outputs.emplace_back(s, 0);
+    return batchKernelUnit(name, what, n, direction, low.graph, stores,
+                           {p.single, p.single, 1, inverse ? spectrum : n, low.graph, outputs});
+}
+
+void emitBatchReal(const std::string& dir)
+{
+    std::vector<KernelFlow> forward, inverse, hartley;  // of length n at n - 2
+    for (int n = 2; n <= 64; ++n) {
+        forward.push_back(forwardFlow(n));
+        inverse.push_back(inverseFlow(n));
+        hartley.push_back(hartleyFlow(n));
+    }
+    for (const Precision& p : precisions) {
+        auto of = [&](int n) { return " of length " + std::to_string(n) + ", " + p.sample; };
+        for (const LayoutInfo& l : layouts) {
+            const std::string layout = std::string(", layout ") + l.stem;
+            writeEntry(dir, std::string("pgenbatchdftfwd") + l.stem + p.suffix,
+                       std::string("batchDFTFwd_") + l.fwdName + "_", p.suffix, p.scalar,
+                       [&](const std::string& name, int n) {
+                           return batchUnit(name, "forward real DFT" + of(n) + layout, p, n, forward[n - 2], l.layout,
+                                            false, "Forward");
+                       });
+            writeEntry(dir, std::string("pgenbatchdftinv") + l.stem + p.suffix,
+                       std::string("batchDFTInv_") + l.invName + "_", p.suffix, p.scalar,
+                       [&](const std::string& name, int n) {
+                           return batchUnit(name, "inverse real DFT" + of(n) + layout, p, n, inverse[n - 2], l.layout,
+                                            true, "Inverse");
+                       });
+        }
+        writeEntry(dir, std::string("pgenbatchhartley") + p.suffix, "batchHartley_", p.suffix, p.scalar,
+                   [&](const std::string& name, int n) {
+                       return batchUnit(name, "Hartley transform" + of(n), p, n, hartley[n - 2], Layout::Pack, false,
+                                        "Both");
+                   });
+    }
 }
 
 // The batch library's kernels: the complex ones, then the real DFT and
 // Hartley ones.
 const FamilyRegistration batchFamily("batch", [](const std::string& dir) {
     emitBatchComplex(dir);
-    real::emitBatchReal(dir);
+    emitBatchReal(dir);
 });
 
 }  // namespace
 
-}  // namespace gen
+}  // namespace gen::real

@@ -20,15 +20,14 @@ constexpr long double pi = 3.141592653589793238462643383279502884L;
 const long double halfSqrt2 = 0.70710678118654752440084436210484903928L;
 
 struct Value {
-    int re = Graph::none;
-    int im = Graph::none;
+    int re = Graph::none, im = Graph::none;
 };
 
-class DctBuilder {
-public:
-    DctBuilder(Graph& graph, Type type) : g_(graph), type_(type) {}
+struct DctBuilder {
+    Graph& g;
+    Type type;
 
-    int mul(int a, long double c) { return g_.mulConst(a, c); }
+    int mul(int a, long double c) { return g.mulConst(a, c); }
 
     // (re + i im) e^(i angle): c re - s im, s re + c im
     Value rotate(Value v, long double angle)
@@ -36,9 +35,9 @@ public:
         const long double c = cosl(angle), s = sinl(angle);
         // one product per statement, in the order of graph.h's note
         const int imS = mul(v.im, s), reC = mul(v.re, c);
-        const int re = g_.sub(reC, imS);
+        const int re = g.sub(reC, imS);
         const int imC = mul(v.im, c), reS = mul(v.re, s);
-        return {re, g_.add(reS, imC)};
+        return {re, g.add(reS, imC)};
     }
 
     // SpanTransform of size S: S/2 complex values at the odd half-frequencies.
@@ -48,9 +47,9 @@ public:
         if (size == 2)
             return {{u[0], u[1]}};
         if (size == 4) {
-            const int a = mul(g_.sub(u[1], u[3]), halfSqrt2);
-            const int b = mul(g_.add(u[1], u[3]), halfSqrt2);
-            return {{g_.add(u[0], a), g_.add(u[2], b)}, {g_.sub(u[0], a), g_.sub(b, u[2])}};
+            const int a = mul(g.sub(u[1], u[3]), halfSqrt2);
+            const int b = mul(g.add(u[1], u[3]), halfSqrt2);
+            return {{g.add(u[0], a), g.add(u[2], b)}, {g.sub(u[0], a), g.sub(b, u[2])}};
         }
         std::vector<int> even, odd;
         for (int q = 0; q < size; ++q)
@@ -59,9 +58,9 @@ public:
         std::vector<Value> z(size / 2);
         for (int p = 0; p < size / 4; ++p) {
             const Value w = rotate(o[p], pi * (2 * p + 1) / size);
-            z[p] = {g_.add(e[p].re, w.re), g_.add(e[p].im, w.im)};
+            z[p] = {g.add(e[p].re, w.re), g.add(e[p].im, w.im)};
             // conj(E - W)
-            z[size / 2 - 1 - p] = {g_.sub(e[p].re, w.re), g_.sub(w.im, e[p].im)};
+            z[size / 2 - 1 - p] = {g.sub(e[p].re, w.re), g.sub(w.im, e[p].im)};
         }
         return z;
     }
@@ -75,12 +74,12 @@ public:
         std::vector<Value> plus(r / 2), minus(r / 2);
         for (int j = 0; j < r / 2; ++j) {
             const Value a = z[j], b = z[r - 1 - j];
-            plus[j] = {g_.add(a.re, b.re), g_.sub(a.im, b.im)};
-            const Value d = {g_.sub(a.re, b.re), g_.add(a.im, b.im)};
+            plus[j] = {g.add(a.re, b.re), g.sub(a.im, b.im)};
+            const Value d = {g.sub(a.re, b.re), g.add(a.im, b.im)};
             if (r == 2) {
                 // by pi/4: both parts times sqrt(1/2) first, then their difference and sum
                 const int e = mul(d.re, halfSqrt2), f = mul(d.im, halfSqrt2);
-                minus[j] = {g_.sub(e, f), g_.add(e, f)};
+                minus[j] = {g.sub(e, f), g.add(e, f)};
             } else {
                 minus[j] = rotate(d, pi * (2 * j + 1) / (2 * r));
             }
@@ -95,12 +94,13 @@ public:
     }
 
     // The whole kernel with the split n = span * radix.
-    std::vector<int> kernel(int n, int spanSize, int radix)
+    std::vector<int> kernel(int spanSize, int radix)
     {
+        const int n = spanSize * radix;
         std::vector<int> x(n), out(n);
         for (int i = 0; i < n; ++i)
-            x[i] = g_.input(type_, i);
-        auto skew = [&](int m) { return m < n ? x[m] : g_.neg(x[2 * n - 1 - m]); };
+            x[i] = g.input(type, i);
+        auto skew = [&](int m) { return m < n ? x[m] : g.neg(x[2 * n - 1 - m]); };
         std::vector<std::vector<Value>> columns;
         for (int j = 0; j < radix; ++j) {
             std::vector<int> u;
@@ -124,34 +124,30 @@ public:
     {
         std::vector<int> x;
         for (int i = 0; i < 4; ++i)
-            x.push_back(g_.input(type_, i));
+            x.push_back(g.input(type, i));
         const long double t1 = tanl(7 * pi / 32), s1 = sinl(7 * pi / 16), t2 = tanl(5 * pi / 32), s2 = sinl(5 * pi / 16);
-        const int a = g_.sub(x[0], mul(x[3], t1));
-        const int b = g_.sub(x[1], mul(x[2], t2));
-        const int c = g_.add(x[3], mul(a, s1));
-        const int d = g_.add(x[2], mul(b, s2));
-        const int a2 = g_.sub(a, mul(c, t1));
-        const int b2 = g_.sub(b, mul(d, t2));
-        const int e = mul(g_.sub(c, d), halfSqrt2);
-        const int f = mul(g_.add(a2, b2), halfSqrt2);
-        return {g_.add(c, d), g_.add(e, f), g_.sub(e, f), g_.sub(a2, b2)};
+        const int a = g.sub(x[0], mul(x[3], t1));
+        const int b = g.sub(x[1], mul(x[2], t2));
+        const int c = g.add(x[3], mul(a, s1));
+        const int d = g.add(x[2], mul(b, s2));
+        const int a2 = g.sub(a, mul(c, t1));
+        const int b2 = g.sub(b, mul(d, t2));
+        const int e = mul(g.sub(c, d), halfSqrt2);
+        const int f = mul(g.add(a2, b2), halfSqrt2);
+        return {g.add(c, d), g.add(e, f), g.sub(e, f), g.sub(a2, b2)};
     }
-
-private:
-    Graph& g_;
-    Type type_;
 };
 
 std::string kernelFunction(Type type, int n)
 {
     Graph graph(false);
-    DctBuilder builder(graph, type);
+    DctBuilder builder{graph, type};
     // the split of each length: N = S r
-    const std::vector<int> out = n == 2    ? builder.kernel(2, 2, 1)
+    const std::vector<int> out = n == 2    ? builder.kernel(2, 1)
                                  : n == 4  ? builder.liftingKernel()
-                                 : n == 8  ? builder.kernel(8, 4, 2)
-                                 : n == 16 ? builder.kernel(16, 4, 4)
-                                           : builder.kernel(32, 16, 2);
+                                 : n == 8  ? builder.kernel(4, 2)
+                                 : n == 16 ? builder.kernel(4, 4)
+                                           : builder.kernel(16, 2);
     NodePrinter printer;
     printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
     const OpCounts counts = graph.count(out);
@@ -168,8 +164,7 @@ std::string kernelFunction(Type type, int n)
     return text.str();
 }
 
-void emitDct4(const std::string& directory)
-{
+const FamilyRegistration registration("dct4", [](const std::string& directory) {
     std::ostringstream out;
     out << "// Generated by kvtgen; do not edit.\n// The unrolled DCT-IV kernels of lengths 2 to 32.\n"
         << "#pragma once\n\nnamespace dct4 {\n\n";
@@ -178,9 +173,7 @@ void emitDct4(const std::string& directory)
             out << kernelFunction(type, n);
     out << "}  // namespace dct4\n";
     writeIfChanged(directory + "/dct4_kernels.h", out.str());
-}
-
-const FamilyRegistration registration("dct4", emitDct4);
+});
 
 }  // namespace
 

@@ -81,15 +81,12 @@ std::map<std::string, FamilyEmitter>& familyRegistry()
 
 void writeIfChanged(const std::string& path, const std::string& content)
 {
-    {
-        std::ifstream in(path, std::ios::binary);
-        if (in) {
-            std::ostringstream old;
-            old << in.rdbuf();
-            if (old.str() == content)
-                return;
-        }
-    }
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream old;
+    old << in.rdbuf();
+    if (in && old.str() == content)
+        return;
+    in.close();
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     if (!out)
         throw std::runtime_error("cannot write " + path);
@@ -132,15 +129,8 @@ namespace {
 
 const char* typeName(Type type)
 {
-    switch (type) {
-    case Type::F32: return "float";
-    case Type::F64: return "double";
-    case Type::V2D: return "kv::dvec";
-    case Type::V4F: return "kv::fvec";
-    case Type::V4D: return "kv::dwide";
-    case Type::V8F: return "kv::fwide";
-    }
-    return "?";
+    static const char* const names[] = {"float", "double", "kv::dvec", "kv::fvec", "kv::dwide", "kv::fwide"};
+    return names[static_cast<int>(type)];  // in the order of Type
 }
 
 // The run-time scale factor, as passed or converted to the other precision.
@@ -238,11 +228,9 @@ std::string valueOf(const Graph& graph, int id)
     if (n.type == Type::V4D || n.type == Type::V8F)  // a 256-bit constant: the lanes of its two 128-bit halves
         halves = {&graph.node(n.a), &graph.node(n.b)};
     std::string text;
-    for (const Node* half : halves) {
-        const double all[4] = {half->lane0, half->lane1, half->lane2, half->lane3};
+    for (const Node* half : halves)
         for (int i = 0; i < (lane == Type::F32 ? 4 : 2); ++i)
-            text += (text.empty() ? "" : ", ") + literal(lane, all[i]);
-    }
+            text += (text.empty() ? "" : ", ") + literal(lane, constantLane(*half, i));
     return std::string("kv::set<") + typeName(n.type) + ">(" + text + ")";
 }
 

@@ -50,10 +50,7 @@ using FamilyEmitter = std::function<void(const std::string& directory)>;
 std::map<std::string, FamilyEmitter>& familyRegistry();
 
 struct FamilyRegistration {
-    FamilyRegistration(const std::string& name, FamilyEmitter emitter)
-    {
-        familyRegistry()[name] = std::move(emitter);
-    }
+    FamilyRegistration(const std::string& name, FamilyEmitter emitter) { familyRegistry()[name] = std::move(emitter); }
 };
 
 // The tail of a kernel's frame: calls the body without its scale products when
@@ -77,11 +74,10 @@ void writeIfChanged(const std::string& path, const std::string& content);
 
 // Prints the definitions of the nodes that the roots need, one C++ statement
 // per node, as `const <type> t<id> = ...;`, in an order that keeps few values
-// alive at once (`registerOrder` in family.cpp).  Inputs and
-// parameters are printed through the callbacks; constants are written inline.
-// A product by the scale factor (a parameter) is printed under the
-// compile-time switch `Scaled`.
-// With `lanesOf` set, the graph is a scalar flow printed lanes across
+// alive at once (`registerOrder` in family.cpp).  Inputs and parameters are
+// printed through the callbacks; constants are written inline.  A product by
+// the scale factor (a parameter) is printed under the compile-time switch
+// `Scaled`.  With `lanesOf` set, the graph is a scalar flow printed lanes across
 // transforms: a value of a scalar type is a vector of the type that lanesOf
 // names, lane t holding transform t's value, and each operation is the SIMD
 // layer's (constants broadcast, conversions kv::convert).

@@ -36,20 +36,6 @@ struct Table {
     }
 } table;
 
-// "a=b c=d" -> {a: b, c: d}
-Form parseFields(const std::string& fields, const std::string& where)
-{
-    Form form;
-    std::istringstream words(fields);
-    for (std::string word; words >> word;) {
-        const std::size_t eq = word.find('=');
-        if (eq == std::string::npos || eq == 0 || eq + 1 == word.size())
-            throw std::runtime_error(where + ": field '" + word + "' is not name=value");
-        form.set(word.substr(0, eq), word.substr(eq + 1));
-    }
-    return form;
-}
-
 }  // namespace
 
 void formError(const std::string& kernel, const std::string& what)
@@ -75,8 +61,6 @@ Form& Form::set(const std::string& field, const std::string& value)
     fields_.emplace_back(field, value);
     return *this;
 }
-
-bool Form::has(const std::string& field) const { return find(field) != nullptr; }
 
 const std::string& Form::get(const std::string& field) const
 {
@@ -136,18 +120,20 @@ void loadForms(const std::string& path)
                 table.preamble += line + "\n";
             continue;
         }
-        std::istringstream words(line);
-        std::string kernel, targetName, rest;
-        words >> kernel >> targetName;
-        std::getline(words, rest);
         const std::string where = path + ":" + std::to_string(number);
-        if (targetName.empty())
+        std::istringstream words(line);
+        Form form;
+        std::string targetName;
+        if (!(words >> form.kernel >> targetName))
             throw std::runtime_error(where + ": a line names a kernel, a target and its fields");
-        Form form = parseFields(rest, where);
-        form.kernel = kernel;
-        Entry& e = table.entry(kernel);
-        if (!e.byTarget.emplace(targetName, form).second)
-            throw std::runtime_error(where + ": a second line for " + kernel + " on " + targetName);
+        for (std::string word; words >> word;) {  // name=value
+            const std::size_t eq = word.find('=');
+            if (eq == std::string::npos || eq == 0 || eq + 1 == word.size())
+                throw std::runtime_error(where + ": field '" + word + "' is not name=value");
+            form.set(word.substr(0, eq), word.substr(eq + 1));
+        }
+        if (!table.entry(form.kernel).byTarget.emplace(targetName, form).second)
+            throw std::runtime_error(where + ": a second line for " + form.kernel + " on " + targetName);
     }
 }
 
@@ -155,18 +141,15 @@ void startExploring() { table.exploring = true; }
 
 void writeForms(const std::string& path)
 {
-    // in the order the families ask for their kernels, the others after them
-    std::vector<const Entry*> entries;
-    for (const Entry& e : table.entries)
-        entries.push_back(&e);
-    std::stable_sort(entries.begin(), entries.end(), [](const Entry* a, const Entry* b) {
-        return static_cast<unsigned>(a->visit) < static_cast<unsigned>(b->visit);
+    std::vector<Entry> entries = table.entries;
+    std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
+        return static_cast<unsigned>(a.visit) < static_cast<unsigned>(b.visit);
     });
     std::ostringstream out;
     out << table.preamble;
-    for (const Entry* e : entries)
-        for (const auto& [targetName, form] : e->byTarget)
-            out << e->kernel << " " << targetName << " " << form.text() << "\n";
+    for (const Entry& e : entries)
+        for (const auto& [targetName, form] : e.byTarget)
+            out << e.kernel << " " << targetName << " " << form.text() << "\n";
     writeIfChanged(path, out.str());
 }
 

@@ -25,7 +25,7 @@ namespace gen {
 class Form {
 public:
     Form& set(const std::string& field, const std::string& value);
-    bool has(const std::string& field) const;
+    bool has(const std::string& field) const { return find(field) != nullptr; }
     // The value of a field; a missing field stops the generator, naming `kernel`.
     const std::string& get(const std::string& field) const;
     std::string text() const;
@@ -55,7 +55,8 @@ const Form& formOn(const std::string& kernel, const std::string& targetName);
 // The table the generator runs with: read from a file, or explored anew.
 void loadForms(const std::string& path);
 void startExploring();
-// Writes the table, the lines of every target, sorted by kernel and target.
+// Writes the table: the kernels in the order the families asked for them (the
+// others after them), each with its lines by target.
 void writeForms(const std::string& path);
 
 }  // namespace gen

@@ -41,14 +41,13 @@ int explore(const std::string& tablePath, const std::string& targetList, std::ve
     std::filesystem::create_directories(scratch);
     for (const gen::Target& target : gen::readTargetList(targetList)) {
         gen::setTarget(target);
-        const char* name = target.name.c_str();
         for (const std::string& family : families) {
             const auto found = gen::familyRegistry().find(family);
             if (found == gen::familyRegistry().end()) {
                 std::fprintf(stderr, "kvtgen: unknown family %s\n", family.c_str());
                 return 2;
             }
-            std::fprintf(stderr, "exploring %s on %s\n", family.c_str(), name);
+            std::fprintf(stderr, "exploring %s on %s\n", family.c_str(), target.name.c_str());
             found->second(scratch.string());
         }
     }

@@ -2,16 +2,16 @@
 
 #include <cctype>
 #include <stdexcept>
+#include <utility>
 
 namespace gen {
 
 namespace {
 
-TreePtr make(const Tree& tree) { return std::make_shared<const Tree>(tree); }
-
-TreePtr make(Tree::Kind kind, int size, const TreePtr& first = nullptr, const TreePtr& second = nullptr)
+TreePtr make(Tree::Kind kind, int size, const TreePtr& first = nullptr, const TreePtr& second = nullptr,
+             int chirpLength = 0)
 {
-    return make(Tree{kind, size, first, second});
+    return std::make_shared<const Tree>(Tree{kind, size, first, second, chirpLength});
 }
 
 // The tree with its top-level factors in the opposite order.
@@ -19,40 +19,30 @@ TreePtr reversedTop(const TreePtr& tree)
 {
     if (tree->kind != Tree::Kind::Prime && tree->kind != Tree::Kind::Twiddle)
         return tree;
-    return make(Tree{tree->kind, tree->size, tree->second, tree->first, tree->chirpLength, tree->table});
+    Tree reversed = *tree;
+    std::swap(reversed.first, reversed.second);
+    return std::make_shared<const Tree>(reversed);
 }
 
-class Parser {
-public:
-    Parser(const std::string& text, const RowLookup& lookup) : text_(text), lookup_(lookup) {}
+struct Parser {
+    const std::string& text;
+    const RowLookup& lookup;
+    std::size_t pos = 0;
 
-    TreePtr parseAll()
-    {
-        TreePtr t = parse();
-        skipSpace();
-        if (pos_ != text_.size())
-            fail("trailing text");
-        return t;
-    }
-
-private:
-    [[noreturn]] void fail(const std::string& what)
-    {
-        throw std::runtime_error("rule \"" + text_ + "\": " + what);
-    }
+    [[noreturn]] void fail(const std::string& what) { throw std::runtime_error("rule \"" + text + "\": " + what); }
 
     void skipSpace()
     {
-        while (pos_ < text_.size() && std::isspace(static_cast<unsigned char>(text_[pos_])))
-            ++pos_;
+        while (pos < text.size() && std::isspace(static_cast<unsigned char>(text[pos])))
+            ++pos;
     }
 
     bool accept(const std::string& word)
     {
         skipSpace();
-        if (text_.compare(pos_, word.size(), word) != 0)
+        if (text.compare(pos, word.size(), word) != 0)
             return false;
-        pos_ += word.size();
+        pos += word.size();
         return true;
     }
 
@@ -65,18 +55,18 @@ private:
     int number()
     {
         skipSpace();
-        const std::size_t start = pos_;
-        while (pos_ < text_.size() && std::isdigit(static_cast<unsigned char>(text_[pos_])))
-            ++pos_;
-        if (start == pos_)
+        const std::size_t start = pos;
+        while (pos < text.size() && std::isdigit(static_cast<unsigned char>(text[pos])))
+            ++pos;
+        if (start == pos)
             fail("expected a number");
-        return std::stoi(text_.substr(start, pos_ - start));
+        return std::stoi(text.substr(start, pos - start));
     }
 
     TreePtr parse()
     {
         if (accept("P") || accept("T")) {
-            const Tree::Kind kind = text_[pos_ - 1] == 'P' ? Tree::Kind::Prime : Tree::Kind::Twiddle;
+            const Tree::Kind kind = text[pos - 1] == 'P' ? Tree::Kind::Prime : Tree::Kind::Twiddle;
             expect("(");
             const TreePtr first = parse();
             expect(",");
@@ -85,7 +75,7 @@ private:
             return make(kind, first->size * second->size, first, second);
         }
         if (accept("Rader") || accept("Bluestein")) {
-            const bool rader = text_[pos_ - 1] == 'r';
+            const bool rader = text[pos - 1] == 'r';
             expect("(");
             const int size = number();
             expect(";");
@@ -99,8 +89,7 @@ private:
                 fail("chirp length too short");
             if (second->size != inner)
                 fail("inverse inner tree of another length");
-            const Tree::Kind kind = rader ? Tree::Kind::Rader : Tree::Kind::Bluestein;
-            return make(Tree{kind, size, first, second, rader ? 0 : inner});
+            return make(rader ? Tree::Kind::Rader : Tree::Kind::Bluestein, size, first, second, rader ? 0 : inner);
         }
         const int n = number();
         if (accept("w")) {
@@ -114,23 +103,27 @@ private:
             return make(Tree::Kind::OddSymmetric, n);
         }
         if (accept("r"))
-            return lookup_(n, true);
+            return lookup(n, true);
         if (n == 2 || n == 3 || n == 5)
             return make(Tree::Kind::Direct, n);
         if (n == 4) {  // the 4-point butterfly is T(2,2)
             const TreePtr two = make(Tree::Kind::Direct, 2);
             return make(Tree::Kind::Twiddle, 4, two, two);
         }
-        return lookup_(n, false);
+        return lookup(n, false);
     }
-
-    const std::string& text_;
-    const RowLookup& lookup_;
-    std::size_t pos_ = 0;
 };
 
 }  // namespace
 
-TreePtr parseTree(const std::string& text, const RowLookup& lookup) { return Parser(text, lookup).parseAll(); }
+TreePtr parseTree(const std::string& text, const RowLookup& lookup)
+{
+    Parser parser{text, lookup};
+    const TreePtr tree = parser.parse();
+    parser.skipSpace();
+    if (parser.pos != text.size())
+        parser.fail("trailing text");
+    return tree;
+}
 
 }  // namespace gen

@@ -1,15 +1,11 @@
 // Emitter of the Walsh-Hadamard family: one unit per kernel of orders 1 to 13
 // and sample type, the order dispatcher and the query of the work buffer's
 // size, beside the header of networks (wht_networks.cpp) that the kernels
-// call.  A kernel tests its pointers, turns its flag into the factor, and runs
-// its network (orders up to 7) or its passes through a work buffer (orders 8
-// to 13): a block pass of networks over blocks of samples into the work
-// buffer, then column passes that combine whole vectors at a stride, strip by
-// strip where the order is too long for two passes.  The 256-bit file's passes
-// come from the table of forms and are checked to cover the order with the
-// 128-bit file's buffer.  From order 4 on an unaligned twin serves arrays that
-// are not aligned to 16 bytes.  The loops of the blocked orders live in
-// src/wht/passes.h.
+// call.  A kernel runs its network (orders up to 7) or its passes through a
+// work buffer (orders 8 to 13): a block pass of networks over blocks of
+// samples, then column passes that combine whole vectors at a stride, strip by
+// strip where the order is too long for two passes.  The loops of the passes
+// live in src/wht/passes.h.
 #include <cmath>
 #include <cstdlib>
 #include <sstream>
@@ -43,35 +39,15 @@ std::vector<int> radicesOf(const Form& form, const std::string& field)
     return radices;
 }
 
-}  // namespace
-
 std::string kernelName(const Sample& s, int order)
 {
     return "kvtgWHT_" + std::to_string(order) + "_" + s.suffix;
 }
 
-// The 256-bit passes were chosen by timing, not by a search of the generator:
-// exploring keeps the lines as they are.
-Passes widePassesOf(const Sample& s, int order)
-{
-    const Form form = formOf(kernelName(s, order), nullptr);
-    if (form.get("body") != "passes")
-        formError(form.kernel, "a blocked order of the 256-bit file takes passes");
-    const Passes p{std::atoi(form.get("block").c_str()), radicesOf(form, "first"), std::atoi(form.get("strip").c_str()),
-                   radicesOf(form, "last"), form.get("traded") == "yes"};
-    if (p.block < 2 || (p.block & (p.block - 1)) != 0 || p.first.empty())
-        formError(form.kernel, "passes need a block of a power of two and a first run");
-    return p;
-}
-
-namespace {
-
 // Bytes of the work buffer: N samples, plus one strip for a three-pass kernel.
 int bufferBytes(const Sample& s, int order)
 {
-    if (order < 8)
-        return 0;
-    return ((1 << order) + narrowPassesOf(s, order).strip) * (s.type == Type::F32 ? 4 : 8);
+    return order < 8 ? 0 : ((1 << order) + narrowPassesOf(s, order).strip) * (s.type == Type::F32 ? 4 : 8);
 }
 
 // The statements of the passes of a blocked kernel, from src through the work
@@ -95,68 +71,80 @@ std::string passes(const Sample& s, int order)
         formError(kernelName(s, order), "its passes do not cover the order, or need a longer strip than the "
                                         "128-bit passes give the work buffer");
     const std::string types = std::string(s.real) + ", " + s.vector + ", ";
-    const std::string lanes = std::to_string(s.lanes);
-    // a run of column passes from `from` into `to`, rows of `row` samples at first
+    // a run of column passes from `from` into `to` (dst, scaled at the end, or a strip of main), rows of `row`
+    // samples at first
     auto run = [&](const std::vector<int>& radices, bool traded, const std::string& from, const std::string& to,
-                   const std::string& toAccess, int row, int count, bool scaledLast, const std::string& indent) {
+                   int row, int count, const std::string& indent) {
+        const bool last = to == "dst";
+        const std::string toAccess = last ? "Access" : s.aligned;
         std::ostringstream out;
         for (std::size_t i = 0; i < radices.size(); ++i) {
-            const std::string scaled = scaledLast && i + 1 == radices.size() ? ", true>" : ", false>";
+            const std::string scaled = last && i + 1 == radices.size() ? ", true>" : ", false>";
             const bool fromPairs = traded && i == 0;  // rows in pairs, as the block pass left them
-            const std::string r = std::to_string(radices[i]);
-            const std::string network = fromPairs ? "wht::" + s.function("tradedColumns", radices[i]) + "<" + toAccess
-                                                  : "wht::" + s.function("columns", radices[i]) + "<" +
-                                                        (i == 0 ? s.aligned : toAccess) + ", " + toAccess;
+            const std::string load = fromPairs ? "" : (i == 0 ? std::string(s.aligned) : toAccess) + ", ";
+            const std::string network =
+                "wht::" + s.function(fromPairs ? "tradedColumns" : "columns", radices[i]) + "<" + load + toAccess;
+            out << indent << (wide ? "wht::columnGroups<" : "wht::columnPass<") << types << network << scaled;
             if (!wide)
-                out << indent << "wht::columnPass<" << types << network << scaled << ">(" << from << ", " << to << ", "
-                    << count / radices[i] << ", " << lanes << ", " << s.factor() << ");\n";
+                out << ">(" << from << ", " << to << ", " << count / radices[i];
             else
-                out << indent << "wht::columnGroups<" << types << network << scaled << (fromPairs ? ", 2>(" : ">(")
-                    << (i == 0 ? from : to) << ", " << to << ", " << count << ", " << row << ", " << r << ", " << lanes
-                    << ", " << s.factor() << ");\n";
+                out << (fromPairs ? ", 2>(" : ">(") << (i == 0 ? from : to) << ", " << to << ", " << count << ", "
+                    << row << ", " << radices[i];
+            out << ", " << s.lanes << ", " << s.factor() << ");\n";
             row *= radices[i];
         }
         return out.str();
     };
     const int blockOrder = static_cast<int>(std::log2(p.block));
-    const std::string block = "wht::blockPass<" + types +
-                              (p.traded ? "wht::" + s.function("traded", blockOrder)
-                                        : "wht::" + s.function("network", blockOrder) + "<Access, " + s.aligned +
-                                              ", false>") +
-                              ">";
+    const std::string blockNetwork = s.function(p.traded ? "traded" : "network", blockOrder) +
+                                     (p.traded ? "" : std::string("<Access, ") + s.aligned + ", false>");
+    const std::string block = "wht::blockPass<" + types + "wht::" + blockNetwork + ">";
     const int passBlock = p.traded ? 2 * p.block : p.block;
     std::ostringstream out;
     if (p.strip == 0) {
         out << "    " << block << "(src, main, " << n << ", " << passBlock << ");\n"
-            << run(p.first, p.traded, "main", "dst", "Access", p.block, n, true, "    ");
+            << run(p.first, p.traded, "main", "dst", p.block, n, "    ");
         return out.str();
     }
-    const std::string stripTarget = "main + t * " + std::to_string(length);
     out << "    " << s.real << "* const strip = main + " << n << ";\n"
         << "    for (int t = 0; t < " << n / length << "; ++t) {\n"
         << "        " << block << "(src + t * " << length << ", strip, " << length << ", " << passBlock << ");\n"
-        << run(p.first, p.traded, "strip", stripTarget, s.aligned, p.block, length, false, "        ") << "    }\n"
-        << run(p.last, false, "main", "dst", "Access", length, n, true, "    ");
+        << run(p.first, p.traded, "strip", "main + t * " + std::to_string(length), p.block, length, "        ")
+        << "    }\n" << run(p.last, false, "main", "dst", length, n, "    ");
     return out.str();
 }
 
-// The run of a kernel: the tests of its pointers and flag, then its network,
-// or the passes of a blocked order through the work buffer, the caller's or
-// one allocated for the call; from order 4 on a template over the access
-// class of src and dst.
-std::string runFunction(const Sample& s, int order, const std::string& parameters)
+// The unit of a kernel.  Its run tests the pointers and the flag, then runs
+// the network, or the passes of a blocked order through the work buffer, the
+// caller's or one allocated for the call; from order 4 on, a template over
+// the access class of src and dst, for the kernel and its unaligned twin.
+std::string kernelUnit(const Sample& s, int order)
 {
-    const bool twin = order >= 4;
-    const std::string real = s.real, access = twin ? "Access" : s.unaligned;
+    const bool blocked = order >= 8, twin = order >= 4;
+    const std::string name = kernelName(s, order), real = s.real, access = twin ? "Access" : s.unaligned;
+    // A kernel with one body only on the current target (the scalar or vector
+    // network, or the 128-bit passes): its line of the table must name it.
+    if (!blocked || s.halves == nullptr) {
+        const std::string body = !s.vectorOrder(order) ? "scalar" : blocked ? "blocks" : "network";
+        if (formOf(name, [&] { return Form().set("body", body); }).get("body") != body)
+            formError(name, "the one body of this kernel on this target is " + body);
+    }
+    const std::string args = "const " + real + "* src, " + real + "* dst, int32_t flag" +
+                             (blocked ? ", uint8_t* buffer" : "");
+    const std::string callArgs = std::string("src, dst, flag") + (blocked ? ", buffer" : "");
     std::ostringstream out;
-    out << (twin ? "template <class Access>\n" : "") << "inline Status run(" << parameters << ")\n{\n"
+    out << "// Generated by kvtgen; do not edit.\n"
+        << "// Walsh-Hadamard transform of order " << order << " (" << (1 << order) << " samples), "
+        << (s.type == Type::F32 ? "Real32" : "Real64") << ".\n"
+        << "#include \"frame.h\"\n#include \"wht/passes.h\"\n#include \"wht_networks.h\"\n\nnamespace {\n\n"
+        << (twin ? "template <class Access>\n" : "") << "inline Status run(" << args << ")\n{\n"
         << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
         << "    " << real << " s;\n"
         << "    if (!kvtg::pickFactor<" << real << ">(flag, kvtg::Direction::Both, "
         << factorLiterals(s.type, 1 << order) << ", s))\n        return StatusBadFlag;\n";
     if (!s.vectorOrder(order))
         out << "    wht::" << s.function("network", order) << "(src, dst, s);\n";
-    else if (order < 8)
+    else if (!blocked)
         out << "    wht::" << s.function("network", order) << "<" << access << ", " << access << ", true>(src, dst, "
             << s.factor() << ");\n";
     else
@@ -165,37 +153,12 @@ std::string runFunction(const Sample& s, int order, const std::string& parameter
             << bufferBytes(s, order) << "));\n"
             << "    " << real << "* const main = reinterpret_cast<" << real << "*>(work);\n"
             << passes(s, order) << "    if (buffer == nullptr)\n        kvtFree(work);\n";
-    out << "    return StatusOk;\n}\n\n";
-    return out.str();
-}
-
-std::string kernelUnit(const Sample& s, int order)
-{
-    const bool blocked = order >= 8;
-    const std::string name = kernelName(s, order);
-    // A kernel with one body only on the current target (the scalar or vector
-    // network, or the 128-bit passes): its line of the table must name it.
-    if (!blocked || s.halves == nullptr) {
-        const std::string body = !s.vectorOrder(order) ? "scalar" : blocked ? "blocks" : "network";
-        if (formOf(name, [&] { return Form().set("body", body); }).get("body") != body)
-            formError(name, "the one body of this kernel on this target is " + body);
-    }
-    const std::string args = "const " + std::string(s.real) + "* src, " + s.real + "* dst, int32_t flag" +
-                             (blocked ? ", uint8_t* buffer" : "");
-    const std::string callArgs = std::string("src, dst, flag") + (blocked ? ", buffer" : "");
-    std::ostringstream out;
-    out << "// Generated by kvtgen; do not edit.\n"
-        << "// Walsh-Hadamard transform of order " << order << " (" << (1 << order) << " samples), "
-        << (s.type == Type::F32 ? "Real32" : "Real64") << ".\n"
-        << "#include \"frame.h\"\n#include \"wht/passes.h\"\n#include \"wht_networks.h\"\n\nnamespace {\n\n"
-        << runFunction(s, order, args) << "}  // namespace\n\n";
-    if (order < 4) {
+    out << "    return StatusOk;\n}\n\n}  // namespace\n\n";
+    if (!twin) {
         out << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n    return run(" << callArgs
             << ");\n}\n";
         return out.str();
     }
-    // the unaligned twin, which the kernel hands the call to where src or dst
-    // is not aligned to 16 bytes
     const std::string twinName = "owngWHT_" + std::to_string(order) + "_" + s.suffix + "_unaligned";
     out << "extern \"C\" Status " << twinName << "(" << args << ");\n\n"
         << "extern \"C\" Status " << twinName << "(" << args << ")\n{\n"
@@ -238,8 +201,7 @@ std::string bufferSizeUnit(const Sample& s)
     return out.str();
 }
 
-void emitWht(const std::string& directory)
-{
+const FamilyRegistration registration("wht", [](const std::string& directory) {
     writeIfChanged(directory + "/wht_networks.h", networksHeader());
     for (const Sample* s : {&single(), &dual()}) {
         const std::string stem = std::string("pgenwht") + s->suffix + "w7";
@@ -248,10 +210,22 @@ void emitWht(const std::string& directory)
         writeIfChanged(directory + "/" + stem + ".cpp", dispatcherUnit(*s));
         writeIfChanged(directory + "/" + stem + "_buffersize.cpp", bufferSizeUnit(*s));
     }
-}
-
-const FamilyRegistration registration("wht", emitWht);
+});
 
 }  // namespace
+
+// The 256-bit passes were chosen by timing, not by a search of the generator:
+// exploring keeps the lines as they are.
+Passes widePassesOf(const Sample& s, int order)
+{
+    const Form form = formOf(kernelName(s, order), nullptr);
+    if (form.get("body") != "passes")
+        formError(form.kernel, "a blocked order of the 256-bit file takes passes");
+    const Passes p{std::atoi(form.get("block").c_str()), radicesOf(form, "first"), std::atoi(form.get("strip").c_str()),
+                   radicesOf(form, "last"), form.get("traded") == "yes"};
+    if (p.block < 2 || (p.block & (p.block - 1)) != 0 || p.first.empty())
+        formError(form.kernel, "passes need a block of a power of two and a first run");
+    return p;
+}
 
 }  // namespace gen::wht

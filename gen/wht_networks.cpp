@@ -130,116 +130,6 @@ const Sample wide32{"32f", "float", "kv::fwide", 8, Type::F32, "wht::WideAccess"
 const Sample wide64{"64f", "double", "kv::dwide", 4, Type::F64, "wht::WideAccess", "wht::WideAccess",
                     "kv::UnalignedAccess"};
 
-// The head of a network function: `name` from x into y, then `parameters`.
-std::string head(const Sample& s, const std::string& name, const std::string& parameters)
-{
-    return "inline void " + name + "(const " + s.real + "* x, " + s.real + "* y, " + parameters + ")\n{\n";
-}
-
-// Scalar network of 2^order samples (the small orders that stay scalar).
-std::string scalarNetwork(const Sample& s, int order)
-{
-    const int n = 1 << order;
-    const std::string real = s.real;
-    std::ostringstream out;
-    out << "// " << n << "-point network on single numbers, then the scale.\n"
-        << head(s, s.function("network", order), real + " s");
-    for (int i = 0; i < n; ++i)
-        out << "    const " << real << " a" << i << " = x[" << i << "];\n";
-    std::string prefix = "a";
-    for (int h = 1, level = 0; h < n; h *= 2, ++level) {
-        const std::string next = "b" + std::to_string(level) + "_";
-        for (int i = 0; i < n; ++i)
-            out << "    const " << real << " " << next << i << " = " << prefix << (i & h ? i - h : i)
-                << (i & h ? " - " : " + ") << prefix << (i & h ? i : i + h) << ";\n";
-        prefix = next;
-    }
-    for (int i = 0; i < n; ++i)
-        out << "    y[" << i << "] = " << prefix << i << " * s;\n";
-    out << "}\n\n";
-    return out.str();
-}
-
-// Vector network of 2^order samples: Load reads x, Store writes y, Scaled
-// multiplies every output by s as it is stored.
-std::string vectorNetwork(const Sample& s, int order)
-{
-    const int n = 1 << order, count = n / s.lanes, half = s.lanes / 2;
-    std::ostringstream out;
-    out << "// " << n << "-point network in " << count << " vectors of " << s.lanes << " samples.\n"
-        << "template <class Load, class Store, bool Scaled>\n"
-        << head(s, s.function("network", order), std::string(s.vector) + " s");
-    for (int j = 0; j < count; ++j) {
-        if (s.halves == nullptr)
-            out << "    " << s.vector << " " << v(j) << " = Load::loadVector(x + " << j * s.lanes << ");\n";
-        else  // the pair (j & ~1, j | 1) with its halves traded
-            out << joined(s, j, std::to_string((j & ~1) * s.lanes + (j & 1) * half),
-                          std::to_string((j | 1) * s.lanes + (j & 1) * half));
-    }
-    out << (s.halves != nullptr ? splitPairs(s, count, true)
-            : s.type == Type::F32 ? transposedBlocks(count)
-                                  : interleavedPairs(count))
-        << vectorStages(s, count, 1);
-    for (int j = 0; j < count; ++j)
-        out << scaledStore(j, std::to_string(j * s.lanes));
-    out << "}\n\n";
-    return out.str();
-}
-
-// 256-bit block network on two neighbouring blocks of 2^order samples at
-// once, whose halves share every vector: vector j holds samples j half .. of
-// the first block in its lower half and the same samples of the second block
-// in its upper half.  The block bit then lies between the halves and the
-// stages below it need no move across them: the lane stages rotate the pairs
-// back to their loaded layout, the later stages combine whole vectors, and the
-// vectors are stored as they are.  The column pass that reads them takes its
-// rows' halves apart again with its loads (tradedColumns), which costs a load
-// port and a simple operation instead of two moves across halves on the
-// shuffle port, which the additions use too.
-std::string tradedNetwork(const Sample& s, int order)
-{
-    const int block = 1 << order, half = s.lanes / 2, count = 2 * block / s.lanes;
-    std::ostringstream out;
-    out << "// Two " << block << "-point networks in " << count << " vectors of " << s.lanes
-        << " samples, the blocks in the halves.\n"
-        << head(s, s.function("traded", order), s.vector);
-    for (int j = 0; j < count; ++j)
-        out << joined(s, j, std::to_string(j * half), std::to_string(block + j * half));
-    // sample bit log2(h) of a block is bit log2(h / half) of the vector index
-    out << splitPairs(s, count, false) << vectorStages(s, count, 2);
-    for (int j = 0; j < count; ++j)
-        out << "    WideAccess::storeVector(y + " << j * s.lanes << ", " << v(j) << ");\n";
-    out << "}\n\n";
-    return out.str();
-}
-
-// Radix-R network over R whole vectors at a stride of `stride` samples.
-// traded: the rows come in pairs as tradedNetwork stores them, x pointing at
-// twice the position within a row: row r's vector is made of the halves that
-// hold it, at x + (r - r % 2) stride + (r % 2) half and `lanes` further on.
-std::string columnNetwork(const Sample& s, int radix, bool traded)
-{
-    std::ostringstream out;
-    out << "// Radix-" << radix << " stages over " << radix << " vectors at a stride"
-        << (traded ? ", read from pairs of rows in the halves of their vectors" : "") << ".\n"
-        << (traded ? "template <class Store, bool Scaled>\n" : "template <class Load, class Store, bool Scaled>\n")
-        << head(s, s.function(traded ? "tradedColumns" : "columns", radix),
-                "int stride, " + std::string(s.vector) + " s");
-    for (int r = 0; r < radix; ++r) {
-        const std::string row = std::to_string(r - r % 2) + " * stride + ";
-        const int offset = (r % 2) * (s.lanes / 2);
-        if (traded)
-            out << joined(s, r, row + std::to_string(offset), row + std::to_string(offset + s.lanes));
-        else
-            out << "    " << s.vector << " " << v(r) << " = Load::loadVector(x + " << r << " * stride);\n";
-    }
-    out << vectorStages(s, radix, 1);
-    for (int r = 0; r < radix; ++r)
-        out << scaledStore(r, std::to_string(r) + " * stride");
-    out << "}\n\n";
-    return out.str();
-}
-
 // The verifier's reference: the plain network of the samples v, stages
 // h = 1, 2, 4, ..., a+b at i and a-b at i+h, each rounded once to the sample
 // type (a sum of two floats rounded to double and then to float is the float
@@ -266,16 +156,14 @@ struct NetworkShape {
     std::function<int(int r, int c)> stored;
 };
 
-// Runs the printed function on the check inputs and holds every lane column
-// against the plain network of its rows.
-std::string verified(const std::string& function, const Sample& s, const NetworkShape& shape)
+// The network function `name` from x into y, then `parameters`.  Its body
+// first runs on the check inputs, every lane column held against the plain
+// network of its rows.
+std::string verified(const Sample& s, const std::string& name, const std::string& parameters,
+                     const std::string& body, const NetworkShape& shape)
 {
     const bool single = s.type == Type::F32;
     const double scale = 0.375;
-    const std::size_t open = function.find("\n{\n");
-    const std::string body = function.substr(open + 3, function.rfind('}') - open - 3);
-    const std::size_t start = function.find("inline void ") + 12;
-    const std::string name = function.substr(start, function.find('(') - start);
     int extent = 0;
     for (int r = 0; r < shape.rows; ++r)
         for (int c = 0; c < shape.lanes; ++c)
@@ -296,38 +184,111 @@ std::string verified(const std::string& function, const Sample& s, const Network
     };
     verifyPrintedText(name + " of the Walsh-Hadamard networks", body, verifierInputs(extent, single),
                       {scale, single, shape.stride}, reference);
-    return function;
+    return "inline void " + name + "(const " + s.real + "* x, " + s.real + "* y, " + parameters + ")\n{\n" + body +
+           "}\n\n";
 }
 
-// A network of 2^order samples in one row.
+// The network of 2^order samples in one row: on single numbers for the small
+// orders, then the scale; on vectors from there, Load reading x, Store writing
+// y and Scaled multiplying every output by s as it is stored.
 std::string network(const Sample& s, int order)
 {
-    const auto sample = [](int r, int) { return r; };
-    return verified(s.vectorOrder(order) ? vectorNetwork(s, order) : scalarNetwork(s, order), s,
-                    {1 << order, 1, 0, true, sample, sample});
+    const int n = 1 << order, count = n / s.lanes, half = s.lanes / 2;
+    const bool vector = s.vectorOrder(order);
+    std::ostringstream out, body;
+    if (!vector) {
+        out << "// " << n << "-point network on single numbers, then the scale.\n";
+        for (int i = 0; i < n; ++i)
+            body << "    const " << s.real << " a" << i << " = x[" << i << "];\n";
+        std::string prefix = "a";
+        for (int h = 1, level = 0; h < n; h *= 2, ++level) {
+            const std::string next = "b" + std::to_string(level) + "_";
+            for (int i = 0; i < n; ++i)
+                body << "    const " << s.real << " " << next << i << " = " << prefix << (i & h ? i - h : i)
+                     << (i & h ? " - " : " + ") << prefix << (i & h ? i : i + h) << ";\n";
+            prefix = next;
+        }
+        for (int i = 0; i < n; ++i)
+            body << "    y[" << i << "] = " << prefix << i << " * s;\n";
+    } else {
+        out << "// " << n << "-point network in " << count << " vectors of " << s.lanes << " samples.\n"
+            << "template <class Load, class Store, bool Scaled>\n";
+        for (int j = 0; j < count; ++j) {
+            if (s.halves == nullptr)
+                body << "    " << s.vector << " " << v(j) << " = Load::loadVector(x + " << j * s.lanes << ");\n";
+            else  // the pair (j & ~1, j | 1) with its halves traded
+                body << joined(s, j, std::to_string((j & ~1) * s.lanes + (j & 1) * half),
+                               std::to_string((j | 1) * s.lanes + (j & 1) * half));
+        }
+        body << (s.halves != nullptr ? splitPairs(s, count, true)
+                 : s.type == Type::F32 ? transposedBlocks(count)
+                                       : interleavedPairs(count))
+             << vectorStages(s, count, 1);
+        for (int j = 0; j < count; ++j)
+            body << scaledStore(j, std::to_string(j * s.lanes));
+    }
+    const auto inRow = [](int r, int) { return r; };
+    return out.str() + verified(s, s.function("network", order), std::string(vector ? s.vector : s.real) + " s",
+                                body.str(), {n, 1, 0, true, inRow, inRow});
 }
 
-// Radix-R columns over rows `stride` samples apart; traded: the rows in pairs
-// as tradedNetwork stores them.
-std::string columns(const Sample& s, int radix, bool traded = false)
+// 256-bit block network on two neighbouring blocks of 2^order samples at
+// once, whose halves share every vector: vector j holds samples j half .. of
+// the first block in its lower half and the same samples of the second block
+// in its upper half.  The block bit then lies between the halves and the
+// stages below it need no move across them: the lane stages rotate the pairs
+// back to their loaded layout, the later stages combine whole vectors, and the
+// vectors are stored as they are.  The column pass that reads them takes its
+// rows' halves apart again with its loads (columnNetwork, traded), which costs
+// a load port and a simple operation instead of two moves across halves on the
+// shuffle port, which the additions use too.
+std::string tradedNetwork(const Sample& s, int order)
 {
-    const int stride = 4 * s.lanes, half = s.lanes / 2;
-    const auto at = [stride](int r, int c) { return r * stride + c; };
-    const auto pairedRow = [=](int r, int c) {
-        return (r - r % 2) * stride + (r % 2) * half + (c < half ? c : s.lanes + c - half);
-    };
-    return verified(columnNetwork(s, radix, traded), s,
-                    {radix, s.lanes, stride, true, traded ? std::function<int(int, int)>(pairedRow) : at, at});
-}
-
-// Two blocks of 2^order samples, the first in the lower halves of the
-// vectors, the second in the upper halves.
-std::string traded(const Sample& s, int order)
-{
-    const int block = 1 << order, half = s.lanes / 2;
+    const int block = 1 << order, half = s.lanes / 2, count = 2 * block / s.lanes;
+    std::ostringstream body;
+    for (int j = 0; j < count; ++j)
+        body << joined(s, j, std::to_string(j * half), std::to_string(block + j * half));
+    // sample bit log2(h) of a block is bit log2(h / half) of the vector index
+    body << splitPairs(s, count, false) << vectorStages(s, count, 2);
+    for (int j = 0; j < count; ++j)
+        body << "    WideAccess::storeVector(y + " << j * s.lanes << ", " << v(j) << ");\n";
     const auto loaded = [block](int r, int c) { return c * block + r; };
     const auto stored = [half, &s](int r, int c) { return (r / half) * s.lanes + c * half + r % half; };
-    return verified(tradedNetwork(s, order), s, {block, 2, 0, false, loaded, stored});
+    return "// Two " + std::to_string(block) + "-point networks in " + std::to_string(count) + " vectors of " +
+           std::to_string(s.lanes) + " samples, the blocks in the halves.\n" +
+           verified(s, s.function("traded", order), s.vector, body.str(), {block, 2, 0, false, loaded, stored});
+}
+
+// Radix-R network over R whole vectors at a stride of `stride` samples.
+// traded: the rows come in pairs as tradedNetwork stores them, x pointing at
+// twice the position within a row: row r's vector is made of the halves that
+// hold it, at x + (r - r % 2) stride + (r % 2) half and `lanes` further on.
+std::string columnNetwork(const Sample& s, int radix, bool traded = false)
+{
+    const int half = s.lanes / 2;
+    std::ostringstream out, body;
+    out << "// Radix-" << radix << " stages over " << radix << " vectors at a stride"
+        << (traded ? ", read from pairs of rows in the halves of their vectors" : "") << ".\n"
+        << (traded ? "template <class Store, bool Scaled>\n" : "template <class Load, class Store, bool Scaled>\n");
+    for (int r = 0; r < radix; ++r) {
+        const std::string row = std::to_string(r - r % 2) + " * stride + ";
+        if (traded)
+            body << joined(s, r, row + std::to_string(r % 2 * half), row + std::to_string(r % 2 * half + s.lanes));
+        else
+            body << "    " << s.vector << " " << v(r) << " = Load::loadVector(x + " << r << " * stride);\n";
+    }
+    body << vectorStages(s, radix, 1);
+    for (int r = 0; r < radix; ++r)
+        body << scaledStore(r, std::to_string(r) + " * stride");
+    // verified on rows four vectors apart
+    const int stride = 4 * s.lanes;
+    const std::function<int(int, int)> at = [stride](int r, int c) { return r * stride + c; };
+    const std::function<int(int, int)> pairedRow = [=](int r, int c) {
+        return (r - r % 2) * stride + (r % 2) * half + (c < half ? c : s.lanes + c - half);
+    };
+    return out.str() + verified(s, s.function(traded ? "tradedColumns" : "columns", radix),
+                                "int stride, " + std::string(s.vector) + " s", body.str(),
+                                {radix, s.lanes, stride, true, traded ? pairedRow : at, at});
 }
 
 }  // namespace
@@ -348,7 +309,7 @@ std::string networksHeader()
                 if (s->vectorOrder(order) == vector)
                     out << network(*s, order);
     for (int radix : {8, 16, 32})
-        out << columns(single(), radix) << columns(dual(), radix);
+        out << columnNetwork(single(), radix) << columnNetwork(dual(), radix);
     if (target().wide()) {
         // the networks that the passes of the blocked orders name
         for (const Sample* s : {&single(), &dual()}) {
@@ -363,12 +324,12 @@ std::string networksHeader()
                 radices.insert(p.last.begin(), p.last.end());
             }
             for (int order : blocks)
-                out << traded(*s, order);
+                out << tradedNetwork(*s, order);
             for (int radix : radices)
                 if (radix < 8)
-                    out << columns(*s, radix);
+                    out << columnNetwork(*s, radix);
             for (int radix : tradedRadices)
-                out << columns(*s, radix, true);
+                out << columnNetwork(*s, radix, true);
         }
     }
     out << "}  // namespace wht\n";

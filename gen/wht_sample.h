@@ -1,7 +1,7 @@
 // What the files of the Walsh-Hadamard family share: the description of a
-// sample type on the current target (its vector, its access classes), the
-// kernels' names, and the passes of the blocked orders.  wht_networks.cpp
-// writes the butterfly networks, wht_emit.cpp the passes and the units.
+// sample type on the current target (its vector, its access classes) and the
+// passes of the blocked orders.  wht_networks.cpp writes the butterfly
+// networks, wht_emit.cpp the passes and the units.
 #ifndef KVTGEN_WHT_SAMPLE_H
 #define KVTGEN_WHT_SAMPLE_H
 
@@ -31,17 +31,12 @@ struct Sample {
     // Whether the network of an order works on vectors (smaller ones work on single numbers).
     bool vectorOrder(int order) const { return order >= (type == Type::F32 ? 4 : 3); }
     // A network function's name: network32f_5, columns64f_8, ...
-    std::string function(const std::string& kind, int size) const
-    {
-        return kind + suffix + "_" + std::to_string(size);
-    }
+    std::string function(const std::string& kind, int size) const { return kind + suffix + "_" + std::to_string(size); }
 };
 
 // The sample descriptions of the target the generator writes for.
 const Sample& single();
 const Sample& dual();
-
-std::string kernelName(const Sample& s, int order);
 
 // The header of the networks that the kernels and the passes call.
 std::string networksHeader();
