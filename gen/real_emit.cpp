@@ -94,7 +94,7 @@ std::string kernelUnit(const std::string& name, const std::string& title, const 
         << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
         << "    " << p.scalar << " c;\n"
         << "    if (!kvtg::pickFactor<" << p.scalar << ">(flag, kvtg::Direction::" << direction << ", "
-        << factorLiterals(p.type, n) << ", c))\n        return StatusBadFlag;\n"
+        << factorLiterals(p.single ? Type::F32 : Type::F64, n) << ", c))\n        return StatusBadFlag;\n"
         << scaledCall(name + "Body<", "src, dst, c", "    ") << "    return StatusOk;\n}\n";
     return out.str();
 }

@@ -1,14 +1,10 @@
 // The real packing pass: the levels of the graph, the packs chosen on them
-// (four at a time in the order of their operands, or greedily, each lane
-// taking the operation that saves most; a pack only where it needs fewer
-// instructions than its operations as scalars, its operands' gathering
-// included) and the cost model that decides whether a kernel takes the body.
+// and the search that decides whether a kernel takes the packed body.
 #include "real_pack.h"
 
 #include <algorithm>
 #include <climits>
 #include <map>
-#include <set>
 #include <tuple>
 
 namespace gen::real {
@@ -18,25 +14,22 @@ namespace packing {
 bool isFactor(const Graph& g, int id)
 {
     const Node& n = g.node(id);
-    if (n.op == Op::Param)
-        return true;
-    return (n.op == Op::Widen || n.op == Op::Narrow) && isFactor(g, n.a);
+    return n.op == Op::Param || ((n.op == Op::Widen || n.op == Op::Narrow) && isFactor(g, n.a));
 }
 
 Packer::Packer(const Graph& graph, const std::vector<int>& stores, const std::vector<int>& storeSlots, int inputLimit,
-               Weights w)
-    : g(graph), stores(stores), storeSlots(storeSlots), inputLimit(inputLimit), w(w), live(graph.liveSet(stores)),
+               int scalarConversion)
+    : g(graph), stores(stores), storeSlots(storeSlots), inputLimit(inputLimit), live(graph.liveSet(stores)),
       level(static_cast<std::size_t>(graph.size()), 0), position(static_cast<std::size_t>(graph.size()), INT_MAX),
       pack(static_cast<std::size_t>(graph.size()), -1), lane(static_cast<std::size_t>(graph.size()), -1),
-      crossingMove(target().inOperations("move-across-halves"))
+      crossingMove(target().inOperations("move-across-halves")), scalarConversion(scalarConversion),
+      vectorConversion(target().inOperations("conversion"))
 {
     const auto size = static_cast<std::size_t>(g.size());
     for (std::size_t id = 0; id < size; ++id) {
         const Node& n = g.node(static_cast<int>(id));
-        if (!live[id] || n.op == Op::Input || n.op == Op::Param || n.op == Op::Const)
-            continue;
-        for (int o : {n.a, n.b})
-            if (o >= 0)
+        for (int o : {n.a, n.b})  // loads, constants and the scale factor have none
+            if (live[id] && o >= 0)
                 level[id] = std::max(level[id], level[static_cast<std::size_t>(o)] + 1);
         maxLevel = std::max(maxLevel, level[id]);
     }
@@ -56,85 +49,7 @@ int Packer::scalarCost() const
     int cost = static_cast<int>(stores.size());
     for (int id = 0; id < g.size(); ++id)
         if (live[static_cast<std::size_t>(id)] && g.node(id).op != Op::Const && !isFactor(g, id))
-            cost += g.node(id).op == Op::Input ? 1 : w.of(g, id);
-    return cost;
-}
-
-int Packer::moveWeight(int q) const
-{
-    for (int m : packs[static_cast<std::size_t>(q)])
-        if (m >= 0)
-            return g.node(m).type == Type::F64 ? crossingMove : 1;
-    return 1;
-}
-
-Packer::Plan Packer::plan(const std::vector<int>& src) const
-{
-    std::vector<int> used;  // the operands of the used lanes
-    std::set<int> sourcePacks;
-    for (int s : src)
-        if (s >= 0) {
-            used.push_back(s);
-            if (packOf(s) >= 0)
-                sourcePacks.insert(packOf(s));
-        }
-    const auto all = [&](auto test) { return std::all_of(used.begin(), used.end(), test); };
-    const auto allOf = [&](Op op) { return all([&](int s) { return g.node(s).op == op; }); };
-    if (allOf(Op::Const))
-        return {Gather::Lanes, 1};  // a constant vector, one load
-    if (isFactor(g, used[0]) && all([&](int s) { return s == used[0]; }))
-        return {Gather::Broadcast, 0};
-    if (allOf(Op::Input)) {
-        // one load where lane i reads x[base + i], within the kernel's input
-        const auto first = std::find(src.begin(), src.end(), used[0]);
-        const int base = g.node(used[0]).index - static_cast<int>(first - src.begin());
-        bool consecutive = true;
-        for (int i = 0; i < lanes; ++i) {
-            const int s = src[static_cast<std::size_t>(i)];
-            consecutive = consecutive && (s < 0 || g.node(s).index == base + i);
-        }
-        if (consecutive && base >= 0 && base + lanes <= inputLimit)
-            return {Gather::Load, 1, base};
-    }
-    if (sourcePacks.size() <= 2 && all([&](int s) { return packOf(s) >= 0; })) {
-        auto moved = [&](int q) { return permutation(q, src) == inPlace ? 0 : moveWeight(q); };
-        const int p = *sourcePacks.begin(), q = *sourcePacks.rbegin();
-        if (p == q)
-            return {Gather::Permute, moved(p), p};  // no move where every lane is in place
-        return {Gather::Blend, 1 + moved(p) + moved(q), p, q};
-    }
-    // lane by lane: an insertion each, after a move out of a packed lane or a load
-    int cost = 0;
-    for (int s : used)
-        cost += 1 + extraction(s) + (packOf(s) < 0 && g.node(s).op == Op::Input ? 1 : 0);
-    return {Gather::Lanes, cost};
-}
-
-int Packer::permutation(int q, const std::vector<int>& src) const
-{
-    int selector = 0;
-    for (int i = 0; i < lanes; ++i) {
-        const int s = src[static_cast<std::size_t>(i)];
-        selector |= (s >= 0 && packOf(s) == q ? laneOf(s) : i) << (2 * i);
-    }
-    return selector;
-}
-
-std::vector<int> Packer::operandsOf(const std::vector<int>& members, bool second) const
-{
-    std::vector<int> src;
-    for (int m : members)
-        src.push_back(m < 0 ? -1 : (second ? g.node(m).b : g.node(m).a));
-    return src;
-}
-
-int Packer::packedCost(const std::vector<int>& members) const
-{
-    // the members share their operation and type
-    const int head = *std::max_element(members.begin(), members.end());
-    int cost = w.of(g, head, true) + plan(operandsOf(members, false)).cost;
-    if (g.node(head).b >= 0)
-        cost += plan(operandsOf(members, true)).cost;
+            cost += weight(id);  // a load counts one
     return cost;
 }
 
@@ -148,46 +63,16 @@ namespace {
 // as long.
 constexpr int longKernel = 1000;
 
-// a member and a lane of a chunk, and what the chunk saves with it there
-struct Step {
-    int saving = INT_MIN;
-    std::size_t member = 0;
-    int lane = -1;
-};
-
 // instructions that a chunk saves against scalar code (none below two members)
 int saving(const Packer& pk, const std::vector<int>& chunk)
 {
     int scalar = 0, count = 0;
     for (int m : chunk)
         if (m >= 0) {
-            scalar += pk.w.of(pk.g, m) + pk.extraction(pk.g.node(m).a) + pk.extraction(pk.g.node(m).b);
+            scalar += pk.weight(m) + pk.extraction(pk.g.node(m).a) + pk.extraction(pk.g.node(m).b);
             ++count;
         }
-    return count < 2 ? 0 : scalar - pk.packedCost(chunk);
-}
-
-// Of the next few members of the sorted bucket that are not taken, the one
-// and the free lane of the chunk that save most.
-Step bestStep(const Packer& pk, const std::vector<int>& members, const std::vector<bool>& taken, std::size_t first,
-              std::vector<int>& chunk)
-{
-    Step best;
-    for (std::size_t c = first + 1; c < members.size() && c < first + 24; ++c) {
-        if (taken[c])
-            continue;
-        for (int l = 0; l < lanes; ++l) {
-            int& slot = chunk[static_cast<std::size_t>(l)];
-            if (slot >= 0)
-                continue;
-            slot = members[c];
-            const int sv = saving(pk, chunk);
-            slot = -1;
-            if (sv > best.saving)
-                best = {sv, c, l};
-        }
-    }
-    return best;
+    return count < 2 ? 0 : scalar - pk.packed(chunk).cost;
 }
 
 void addPack(Packer& pk, const std::vector<int>& chunk)
@@ -245,51 +130,63 @@ void packGreedily(Packer& pk, const std::vector<int>& members)
         if (taken[first])
             continue;
         taken[first] = true;
-        std::vector<int> chunk(lanes, -1);
+        std::vector<int> chunk(lanes, -1), bestChunk;
         chunk[static_cast<std::size_t>(std::max(pk.laneOf(pk.g.node(members[first]).a), 0))] = members[first];
-        std::vector<Step> steps;
+        std::vector<std::size_t> added;  // the members added, step by step
         int bestSaving = 0;
-        std::size_t bestSteps = 0;
         for (int filled = 1; filled < lanes; ++filled) {
-            const Step best = bestStep(pk, members, taken, first, chunk);
-            if (best.lane < 0)
+            // of the next few members not taken, the one and the free lane
+            // that save most
+            struct {
+                int saving = INT_MIN, lane = -1;
+                std::size_t member = 0;
+            } step;
+            for (std::size_t c = first + 1; c < members.size() && c < first + 24; ++c)
+                for (int l = 0; l < lanes && !taken[c]; ++l) {
+                    int& slot = chunk[static_cast<std::size_t>(l)];
+                    if (slot >= 0)
+                        continue;
+                    slot = members[c];
+                    const int sv = saving(pk, chunk);
+                    slot = -1;
+                    if (sv > step.saving)
+                        step = {sv, l, c};
+                }
+            if (step.lane < 0)
                 break;
-            chunk[static_cast<std::size_t>(best.lane)] = members[best.member];
-            taken[best.member] = true;
-            steps.push_back(best);
-            if (best.saving > bestSaving) {
-                bestSaving = best.saving;
-                bestSteps = steps.size();
+            chunk[static_cast<std::size_t>(step.lane)] = members[step.member];
+            taken[step.member] = true;
+            added.push_back(step.member);
+            if (step.saving > bestSaving) {
+                bestSaving = step.saving;
+                bestChunk = chunk;
             }
         }
-        for (std::size_t i = bestSteps; i < steps.size(); ++i) {
-            taken[steps[i].member] = false;
-            chunk[static_cast<std::size_t>(steps[i].lane)] = -1;
-        }
-        if (bestSteps != 0)
-            addPack(pk, chunk);
+        // the members of the steps cut back are free again
+        for (std::size_t c : added)
+            if (std::find(bestChunk.begin(), bestChunk.end(), members[c]) == bestChunk.end())
+                taken[c] = false;
+        if (!bestChunk.empty())
+            addPack(pk, bestChunk);
     }
 }
 
-// Groups the live operations that a vector can do lane by lane into packs (in
-// `pk`), in buckets of one level, operation, type and kind of product, each
-// bucket packed on its own, level after level: the operands of a later level
-// see where the earlier packs put them.
+// Groups the live operations (a vector does every one of a real flow lane by
+// lane) into packs (in `pk`), in buckets of one level, operation, type and
+// kind of product, each bucket packed on its own, level after level: the
+// operands of a later level see where the earlier packs put them.
 void choosePacks(Packer& pk, bool greedy)
 {
     const Graph& g = pk.g;
     std::map<std::tuple<int, int, int, int>, std::vector<int>> buckets;
     for (int id = 0; id < g.size(); ++id) {
         const Node& n = g.node(id);
-        const bool lanewise = n.op == Op::Add || n.op == Op::Sub || n.op == Op::Mul || n.op == Op::Neg ||
-                              n.op == Op::ZeroSub || n.op == Op::Widen || n.op == Op::Narrow;
-        if (!pk.live[static_cast<std::size_t>(id)] || !lanewise || isFactor(g, id))
+        if (!pk.live[static_cast<std::size_t>(id)] || n.op == Op::Input || n.op == Op::Const || isFactor(g, id))
             continue;
         int kind = 0;  // products: by a constant (1), by the scale factor (2), by a value (3)
         if (n.op == Op::Mul)
             kind = g.node(n.b).op == Op::Const ? 1 : isFactor(g, n.b) ? 2 : 3;
-        buckets[{pk.level[static_cast<std::size_t>(id)], static_cast<int>(n.op), static_cast<int>(n.type), kind}]
-            .push_back(id);
+        buckets[{pk.levelOf(id), static_cast<int>(n.op), static_cast<int>(n.type), kind}].push_back(id);
     }
     for (auto& [key, members] : buckets) {
         sortByOperands(pk, members);
@@ -305,7 +202,7 @@ void choosePacks(Packer& pk, bool greedy)
 PackedBody packReal(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
                     int inputLimit, const RealPacking& how)
 {
-    Packer pk(g, stores, storeSlots, inputLimit, {how.conversion, target().inOperations("conversion")});
+    Packer pk(g, stores, storeSlots, inputLimit, how.conversion);
     choosePacks(pk, how.greedy);
     PackedBody body = pk.packs.empty() ? PackedBody{} : printPacked(pk);
     body.scalarCost = pk.scalarCost();
@@ -315,7 +212,7 @@ PackedBody packReal(const Graph& g, const std::vector<int>& stores, const std::v
 bool searchRealPacking(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
                        int inputLimit, RealPacking& chosen)
 {
-    const int conversion = Packer(g, stores, storeSlots, inputLimit, {1, 1}).scalarCost() >= longKernel ? 3 : 2;
+    const int conversion = Packer(g, stores, storeSlots, inputLimit, 1).scalarCost() >= longKernel ? 3 : 2;
     int best = INT_MAX;
     for (bool greedy : {false, true}) {
         const PackedBody body = packReal(g, stores, storeSlots, inputLimit, {greedy, conversion});

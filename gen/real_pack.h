@@ -12,13 +12,14 @@
 // from scalars; the pass counts those moves and keeps the scalar body where
 // packing does not save instructions.
 //
-// real_pack.cpp chooses the packs level by level; real_pack_print.cpp prints
-// the packed body and counts its instructions.  Both weigh a gathered operand
-// by the same plan, so the cost that picks a packing is the cost of the text
-// that is printed.
+// real_pack.cpp chooses the packs level by level; real_pack_print.cpp writes
+// the text of an operand vector, a packed operation and the packed body and
+// counts their instructions as it writes them, so the cost that picks a
+// packing is the cost of the text that is printed.
 #ifndef KVTGEN_REAL_PACK_H
 #define KVTGEN_REAL_PACK_H
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -30,10 +31,8 @@ namespace gen::real {
 struct PackedBody {
     std::string text;  // statements of the packed body, stores included
     // instructions of the packed body (moves, loads and stores included) and
-    // of the scalar body; a conversion between the precisions counts two, or
-    // three when scalar in a long kernel
-    int cost = 0;
-    int scalarCost = 0;
+    // of the scalar body, as packing::Packer::weight counts an operation
+    int cost = 0, scalarCost = 0;
 };
 
 // How the pass groups a level's operations: in the order of their operands,
@@ -63,33 +62,12 @@ constexpr int lanes = 4;
 // The scale factor, or a conversion of it: broadcast where a vector needs it.
 bool isFactor(const Graph& g, int id);
 
-// What one operation counts, scalar or on a vector, in operations.  A
-// conversion between the precisions on a vector counts the target's
-// cost.conversion; a scalar one what the kernel's line in the table of forms
-// says (conversion=2|3): in a long kernel the ports are the limit and a scalar
-// conversion counts one more, so that packing four of them pays for more
-// moves.  In a short one the dependency chains are, and the moves that a
-// packing adds to them weigh as much as the instructions it saves.
-struct Weights {
-    int scalarConversion;
-    int vectorConversion;  // the target's cost.conversion, in operations
-
-    int of(const Graph& g, int id, bool vector = false) const
-    {
-        const Op op = g.node(id).op;
-        if (op != Op::Widen && op != Op::Narrow)
-            return 1;
-        return vector ? vectorConversion : scalarConversion;
-    }
-};
-
 // A kernel's graph and the packs chosen on it, made level by level.
 struct Packer {
     const Graph& g;
     const std::vector<int>& stores;  // stores[i] is stored at y[storeSlots[i]]
     const std::vector<int>& storeSlots;
     const int inputLimit;
-    const Weights w;
     const std::vector<bool> live;
     // per node: its level, the longest path from the loads, and its position,
     // the first store slot it feeds (the order in which a pack's members go)
@@ -98,42 +76,55 @@ struct Packer {
     std::vector<int> pack, lane;  // per node: its pack and lane, -1 when scalar
     std::vector<std::vector<int>> packs;  // node ids per lane, -1 for an unused lane
 
-    // a move of Real64 lanes crosses the halves of a 256-bit vector (the
-    // target's cost.move-across-halves, in operations); Real32 lanes move
-    // within one register, as one operation
-    const int crossingMove;
+    const int crossingMove, scalarConversion, vectorConversion;  // see moveWeight() and weight()
 
     Packer(const Graph& graph, const std::vector<int>& stores, const std::vector<int>& storeSlots, int inputLimit,
-           Weights w);
+           int scalarConversion);
+
+    // What one operation counts, scalar or on a vector, in operations.  A
+    // conversion between the precisions on a vector counts the target's
+    // cost.conversion; a scalar one what the kernel's line in the table of forms
+    // says (conversion=2|3): in a long kernel the ports are the limit and a scalar
+    // conversion counts one more, so that packing four of them pays for more
+    // moves.  In a short one the dependency chains are, and the moves that a
+    // packing adds to them weigh as much as the instructions it saves.
+    int weight(int id, bool vector = false) const
+    {
+        const Op op = g.node(id).op;
+        return op != Op::Widen && op != Op::Narrow ? 1 : vector ? vectorConversion : scalarConversion;
+    }
 
     int packOf(int id) const { return pack[static_cast<std::size_t>(id)]; }
     int laneOf(int id) const { return lane[static_cast<std::size_t>(id)]; }
-    int moveWeight(int q) const;
-    // Whether scalar code reads a value out of a lane other than the lowest of
-    // its pack, and what that move costs.
-    bool extracted(int id) const { return id >= 0 && packOf(id) >= 0 && laneOf(id) != 0; }
-    int extraction(int id) const { return extracted(id) ? moveWeight(packOf(id)) : 0; }
+    int levelOf(int id) const { return level[static_cast<std::size_t>(id)]; }
+    // The highest member of a pack or chunk, which has at least one.
+    static int head(const std::vector<int>& members) { return *std::max_element(members.begin(), members.end()); }
+    // A move of the lanes of pack q: Real64 lanes cross the halves of a
+    // 256-bit vector (the target's cost.move-across-halves, in operations);
+    // Real32 lanes move within one register, as one operation.
+    int moveWeight(int q) const
+    {
+        return g.node(head(packs[static_cast<std::size_t>(q)])).type == Type::F64 ? crossingMove : 1;
+    }
+    // What a move costs where scalar code reads a value out of a lane other
+    // than the lowest of its pack; 0 where it reads none.
+    int extraction(int id) const { return id >= 0 && packOf(id) >= 0 && laneOf(id) != 0 ? moveWeight(packOf(id)) : 0; }
     // Instructions of the scalar body: its loads, operations and stores.
     int scalarCost() const;
 
-    // How an operand vector with the given lane sources is built, and at what
-    // cost in instructions.
-    enum class Gather { Permute, Blend, Broadcast, Load, Lanes };
-    struct Plan {
-        Gather kind;
+    // An expression and its instructions as the weights count them.
+    struct Code {
         int cost;
-        int first = -1, second = -1;  // packs (Permute, Blend), or the first input slot (Load)
+        std::string text;
     };
-    Plan plan(const std::vector<int>& src) const;
-    // The lane selector of a permutation that puts the lanes of pack q where
-    // `src` wants them; inPlace where every lane is in place.
-    int permutation(int q, const std::vector<int>& src) const;
-    static constexpr int inPlace = 0xE4;
-
-    // The operands a (or b, `second`) of the members of a pack, -1 for an unused lane.
-    std::vector<int> operandsOf(const std::vector<int>& members, bool second) const;
-    // Instructions of the members' operation on a vector, its operands' gathering included.
-    int packedCost(const std::vector<int>& members) const;
+    // The operand vector whose lane i is src[i] (-1 for an unused lane): in
+    // place, a permutation or a blend of packs, a load, a broadcast, or built
+    // from single values.
+    Code gather(const std::vector<int>& src) const;
+    // The members' operation on a vector, its operands' gathering included.
+    Code packed(const std::vector<int>& members) const;
+    // The expression by which scalar code reads a value.
+    std::string scalarValue(int id) const;
 };
 
 // The statements of the packed body and its instructions as the weights count them.

@@ -1,10 +1,6 @@
-// The text of a packed real kernel body, and its instructions: scalar
-// statements and vector statements level by level, each pack after the
-// scalars of its level, every operand vector gathered as its plan says
-// (in place, by a permutation or a blend of packs, by a load, a broadcast or
-// from single values), then the stores, a whole vector where its four lanes
-// go to four neighbouring slots.  The instructions are counted as the text
-// is written, so that the cost that decides for the body is that of the text.
+// The text of a packed real kernel body and of its operand vectors, with
+// their instructions counted as the text is written, so that the cost that
+// chooses the packs and decides for the body is that of the text.
 #include <algorithm>
 #include <set>
 #include <sstream>
@@ -40,163 +36,167 @@ std::string expression(const Graph& g, const Node& n, const std::string& a, cons
     return n.op == Op::Mul && isFactor(g, n.b) ? "Scaled ? " + e + " : " + a : e;
 }
 
-class BodyPrinter {
-public:
-    explicit BodyPrinter(const Packer& pk) : pk_(pk), g_(pk.g) {}
-
-    // The scalar statements of each level, read where they are used
-    // (constants, inputs and the scale factor) left out, then the packs of
-    // that level, which were made level by level; then the stores.
-    PackedBody print()
-    {
-        std::size_t next = 0;  // the next pack to print
-        const auto levelOfNext = [&] {
-            const std::vector<int>& members = pk_.packs[next];
-            return pk_.level[static_cast<std::size_t>(*std::max_element(members.begin(), members.end()))];
-        };
-        for (int l = 0; l <= pk_.maxLevel; ++l) {
-            for (int id = 0; id < g_.size(); ++id) {
-                const Node& n = g_.node(id);
-                if (pk_.live[static_cast<std::size_t>(id)] && pk_.packOf(id) < 0 &&
-                    pk_.level[static_cast<std::size_t>(id)] == l && n.op != Op::Const && n.op != Op::Input &&
-                    !isFactor(g_, id))
-                    printScalar(id);
-            }
-            for (; next < pk_.packs.size() && levelOfNext() == l; ++next)
-                printPack(static_cast<int>(next));
+// The stores, a whole vector where its four lanes go to four neighbouring
+// slots (each slot is stored once); returns their instructions.
+int printStores(const Packer& pk, std::ostream& out)
+{
+    const std::vector<int>& stores = pk.stores;
+    const std::vector<int>& slots = pk.storeSlots;
+    std::vector<bool> stored(stores.size(), false);
+    int cost = 0;
+    for (std::size_t i = 0; i < stores.size(); ++i) {
+        const int p = pk.packOf(stores[i]);
+        if (p < 0 || stored[i] || pk.laneOf(stores[i]) != 0)
+            continue;
+        const std::vector<int>& members = pk.packs[static_cast<std::size_t>(p)];
+        std::vector<std::size_t> which;  // the stores of lane j to slots[i] + j
+        for (std::size_t k = 0; k < stores.size(); ++k) {
+            const int j = slots[k] - slots[i];
+            if (j >= 0 && j < lanes && !stored[k] && stores[k] == members[static_cast<std::size_t>(j)])
+                which.push_back(k);
         }
-        printStores();
-        return {out_.str(), cost_};
+        if (which.size() != static_cast<std::size_t>(lanes))
+            continue;
+        for (std::size_t k : which)
+            stored[k] = true;
+        out << "    kv::store(y + " << slots[i] << ", p" << p << ");\n";
+        ++cost;
     }
-
-private:
-    std::string scalarValue(int id) const
-    {
-        const Node& n = g_.node(id);
-        if (n.op == Op::Const)
-            return literal(n.type, n.lane0);
-        if (n.op == Op::Input)
-            return "x[" + std::to_string(n.index) + "]";
-        if (isFactor(g_, id))  // the scale factor, converted where needed
-            return n.op == Op::Param ? std::string("c") : std::string("static_cast<") + scalarName(n.type) + ">(c)";
-        if (pk_.packOf(id) >= 0)
-            return "kv::lane<" + std::to_string(pk_.laneOf(id)) + ">(p" + std::to_string(pk_.packOf(id)) + ")";
-        return "t" + std::to_string(id);
-    }
-
-    std::string permuteText(int p, const std::vector<int>& src) const
-    {
-        const int selector = pk_.permutation(p, src);
-        if (selector == Packer::inPlace)
-            return "p" + std::to_string(p);
-        return "kv::permute<" + std::to_string(selector) + ">(p" + std::to_string(p) + ")";
-    }
-
-    std::string gatherText(const std::vector<int>& src, Type type) const
-    {
-        const Packer::Plan pl = pk_.plan(src);
-        const int any = *std::find_if(src.begin(), src.end(), [](int s) { return s >= 0; });
-        switch (pl.kind) {
-        case Packer::Gather::Permute: return permuteText(pl.first, src);
-        case Packer::Gather::Blend: {
-            int mask = 0;
-            for (int i = 0; i < lanes; ++i) {
-                const int s = src[static_cast<std::size_t>(i)];
-                if (s >= 0 && pk_.packOf(s) == pl.second)
-                    mask |= 1 << i;
-            }
-            return "kv::blend<" + std::to_string(mask) + ">(" + permuteText(pl.first, src) + ", " +
-                   permuteText(pl.second, src) + ")";
+    for (std::size_t i = 0; i < stores.size(); ++i)
+        if (!stored[i]) {
+            out << "    y[" << slots[i] << "] = " << pk.scalarValue(stores[i]) << ";\n";
+            cost += 1 + pk.extraction(stores[i]);
         }
-        case Packer::Gather::Load:
-            return std::string("kv::load<") + vectorName(type) + ">(x + " + std::to_string(pl.first) + ")";
-        case Packer::Gather::Broadcast:
-            return std::string("kv::broadcast<") + vectorName(type) + ">(" + scalarValue(any) + ")";
-        case Packer::Gather::Lanes: {
-            std::string text = std::string("kv::set<") + vectorName(type) + ">(";
-            for (int i = 0; i < lanes; ++i) {
-                const int s = src[static_cast<std::size_t>(i)];
-                text += (i ? ", " : "") + scalarValue(s >= 0 ? s : any);
-            }
-            return text + ")";
-        }
-        }
-        return "";
-    }
-
-    // A scalar statement counts its operation, a load of each input it is the
-    // first to read and a move out of each lane of a pack, but the lowest,
-    // that scalar code is the first to read.
-    void printScalar(int id)
-    {
-        const Node& n = g_.node(id);
-        cost_ += pk_.w.of(g_, id);
-        for (int o : {n.a, n.b}) {
-            if (o >= 0 && g_.node(o).op == Op::Input && inputsRead_.insert(o).second)
-                ++cost_;
-            if (pk_.extracted(o) && extractions_.insert({pk_.packOf(o), pk_.laneOf(o)}).second)
-                cost_ += pk_.moveWeight(pk_.packOf(o));
-        }
-        out_ << "    const " << scalarName(n.type) << " t" << id << " = "
-             << expression(g_, n, n.a >= 0 ? scalarValue(n.a) : "", n.b >= 0 ? scalarValue(n.b) : "", false) << ";\n";
-    }
-
-    void printPack(int p)
-    {
-        const std::vector<int>& members = pk_.packs[static_cast<std::size_t>(p)];
-        const Node& n = g_.node(*std::max_element(members.begin(), members.end()));
-        // a conversion reads the other precision
-        const Type operandType = n.op == Op::Widen ? Type::F32 : n.op == Op::Narrow ? Type::F64 : n.type;
-        const std::string a = gatherText(pk_.operandsOf(members, false), operandType);
-        const std::string b = n.b >= 0 ? gatherText(pk_.operandsOf(members, true), operandType) : "";
-        cost_ += pk_.packedCost(members);
-        out_ << "    const " << vectorName(n.type) << " p" << p << " = " << expression(g_, n, a, b, true) << ";\n";
-    }
-
-    // stores: a whole vector where its four lanes go to four neighbouring slots
-    void printStores()
-    {
-        const std::vector<int>& stores = pk_.stores;
-        const std::vector<int>& storeSlots = pk_.storeSlots;
-        std::vector<bool> stored(stores.size(), false);
-        for (std::size_t i = 0; i < stores.size(); ++i) {
-            const int p = pk_.packOf(stores[i]);
-            if (p < 0 || stored[i] || pk_.laneOf(stores[i]) != 0)
-                continue;
-            const int base = storeSlots[i];
-            std::vector<std::size_t> which;  // the stores of the pack's lanes to base, base + 1, ...
-            for (int j = 0; j < lanes; ++j) {
-                const int m = pk_.packs[static_cast<std::size_t>(p)][static_cast<std::size_t>(j)];
-                for (std::size_t k = 0; k < stores.size() && m >= 0; ++k)
-                    if (!stored[k] && stores[k] == m && storeSlots[k] == base + j) {
-                        which.push_back(k);
-                        break;
-                    }
-            }
-            if (which.size() != static_cast<std::size_t>(lanes))
-                continue;
-            for (std::size_t k : which)
-                stored[k] = true;
-            out_ << "    kv::store(y + " << base << ", p" << p << ");\n";
-            ++cost_;
-        }
-        for (std::size_t i = 0; i < stores.size(); ++i)
-            if (!stored[i]) {
-                out_ << "    y[" << storeSlots[i] << "] = " << scalarValue(stores[i]) << ";\n";
-                cost_ += 1 + pk_.extraction(stores[i]);
-            }
-    }
-
-    const Packer& pk_;
-    const Graph& g_;
-    std::ostringstream out_;
-    int cost_ = 0;
-    std::set<int> inputsRead_;
-    std::set<std::pair<int, int>> extractions_;  // lanes of packs read by scalar code
-};
+    return cost;
+}
 
 }  // namespace
 
-PackedBody printPacked(const Packer& pk) { return BodyPrinter(pk).print(); }
+std::string Packer::scalarValue(int id) const
+{
+    const Node& n = g.node(id);
+    if (n.op == Op::Const)
+        return literal(n.type, n.lane0);
+    if (n.op == Op::Input)
+        return "x[" + std::to_string(n.index) + "]";
+    if (isFactor(g, id))  // the scale factor, converted where needed
+        return n.op == Op::Param ? std::string("c") : std::string("static_cast<") + scalarName(n.type) + ">(c)";
+    if (packOf(id) >= 0)
+        return "kv::lane<" + std::to_string(laneOf(id)) + ">(p" + std::to_string(packOf(id)) + ")";
+    return "t" + std::to_string(id);
+}
+
+Packer::Code Packer::gather(const std::vector<int>& src) const
+{
+    std::vector<int> used;  // the operands of the used lanes
+    std::set<int> sourcePacks;
+    int base = 0;  // inputs where lane i reads x[base + i]
+    bool consecutive = true;
+    for (int i = 0; i < lanes; ++i) {
+        const int s = src[static_cast<std::size_t>(i)];
+        if (s < 0)
+            continue;
+        base = used.empty() ? g.node(s).index - i : base;
+        consecutive = consecutive && g.node(s).op == Op::Input && g.node(s).index == base + i;
+        used.push_back(s);
+        if (packOf(s) >= 0)
+            sourcePacks.insert(packOf(s));
+    }
+    const std::string vector = vectorName(g.node(used[0]).type);
+    const auto all = [&](auto test) { return std::all_of(used.begin(), used.end(), test); };
+    if (isFactor(g, used[0]) && all([&](int s) { return s == used[0]; }))
+        return {0, "kv::broadcast<" + vector + ">(" + scalarValue(used[0]) + ")"};
+    if (consecutive && base >= 0 && base + lanes <= inputLimit)  // one load, within the kernel's input
+        return {1, "kv::load<" + vector + ">(x + " + std::to_string(base) + ")"};
+    if (sourcePacks.size() <= 2 && all([&](int s) { return packOf(s) >= 0; })) {
+        // pack q with the lanes that src takes from it put in place, a move
+        // where any lane is not
+        const auto permuted = [&](int q) {
+            int selector = 0;
+            for (int i = 0; i < lanes; ++i) {
+                const int s = src[static_cast<std::size_t>(i)];
+                selector |= (s >= 0 && packOf(s) == q ? laneOf(s) : i) << (2 * i);
+            }
+            const std::string name = "p" + std::to_string(q);
+            if (selector == 0xE4)  // every lane in place
+                return Code{0, name};
+            return Code{moveWeight(q), "kv::permute<" + std::to_string(selector) + ">(" + name + ")"};
+        };
+        const int p = *sourcePacks.begin(), q = *sourcePacks.rbegin();
+        if (p == q)
+            return permuted(p);
+        int mask = 0;  // the lanes taken from q
+        for (int i = 0; i < lanes; ++i) {
+            const int s = src[static_cast<std::size_t>(i)];
+            mask |= s >= 0 && packOf(s) == q ? 1 << i : 0;
+        }
+        const Code low = permuted(p), high = permuted(q);
+        return {1 + low.cost + high.cost,
+                "kv::blend<" + std::to_string(mask) + ">(" + low.text + ", " + high.text + ")"};
+    }
+    // single values, lane by lane, an unused lane repeating the first used
+    // one: an insertion each, after a move out of a packed lane or a load; or
+    // a constant vector, one load
+    std::string text = "kv::set<" + vector + ">(";
+    for (int i = 0; i < lanes; ++i) {
+        const int s = src[static_cast<std::size_t>(i)];
+        text += (i ? ", " : "") + scalarValue(s >= 0 ? s : used[0]);
+    }
+    int cost = 0;
+    for (int s : used)
+        cost += 1 + extraction(s) + (g.node(s).op == Op::Input ? 1 : 0);
+    return {all([&](int s) { return g.node(s).op == Op::Const; }) ? 1 : cost, text + ")"};
+}
+
+Packer::Code Packer::packed(const std::vector<int>& members) const
+{
+    // the members share their operation and type
+    const Node& n = g.node(head(members));
+    std::vector<int> a, b;  // the operands per lane
+    for (int m : members) {
+        a.push_back(m < 0 ? -1 : g.node(m).a);
+        b.push_back(m < 0 ? -1 : g.node(m).b);
+    }
+    const Code first = gather(a), second = n.b >= 0 ? gather(b) : Code{0, ""};
+    return {weight(head(members), true) + first.cost + second.cost, expression(g, n, first.text, second.text, true)};
+}
+
+// The scalar statements of each level, read where they are used (constants,
+// inputs and the scale factor) left out, then the packs of that level, which
+// were made level by level; then the stores.
+PackedBody printPacked(const Packer& pk)
+{
+    const Graph& g = pk.g;
+    std::ostringstream out;
+    int cost = 0;
+    std::set<int> read;  // the operands that scalar code has read
+    std::size_t next = 0;  // the next pack to print
+    for (int l = 0; l <= pk.maxLevel; ++l) {
+        for (int id = 0; id < g.size(); ++id) {
+            const Node& n = g.node(id);
+            if (!pk.live[static_cast<std::size_t>(id)] || pk.packOf(id) >= 0 || pk.levelOf(id) != l ||
+                n.op == Op::Const || n.op == Op::Input || isFactor(g, id))
+                continue;
+            // a scalar statement counts its operation, a load of each input it
+            // is the first to read and a move out of each lane of a pack, but
+            // the lowest, that scalar code is the first to read
+            cost += pk.weight(id);
+            for (int o : {n.a, n.b})
+                if (o >= 0 && read.insert(o).second)
+                    cost += (g.node(o).op == Op::Input ? 1 : 0) + pk.extraction(o);
+            out << "    const " << scalarName(n.type) << " t" << id << " = "
+                << expression(g, n, n.a >= 0 ? pk.scalarValue(n.a) : "", n.b >= 0 ? pk.scalarValue(n.b) : "", false)
+                << ";\n";
+        }
+        for (; next < pk.packs.size() && pk.levelOf(Packer::head(pk.packs[next])) == l; ++next) {
+            const Packer::Code code = pk.packed(pk.packs[next]);
+            cost += code.cost;
+            out << "    const " << vectorName(g.node(Packer::head(pk.packs[next])).type) << " p" << next << " = "
+                << code.text << ";\n";
+        }
+    }
+    cost += printStores(pk, out);
+    return {out.str(), cost};
+}
 
 }  // namespace gen::real::packing

@@ -1,12 +1,8 @@
 // What the units of the real DFT and Hartley kernels share, single calls and
 // batches: the order of a half spectrum in each layout's array, the two
-// precisions and the literals of their scale factors.
+// precisions and the names of the layouts.
 #ifndef KVTGEN_REAL_UNITS_H
 #define KVTGEN_REAL_UNITS_H
-
-#include <string>
-
-#include "graph.h"
 
 namespace gen::real {
 
@@ -27,10 +23,8 @@ struct Precision {
     const char* suffix;  // 32f / 64f
     const char* sample;  // Real32 / Real64
     const char* scalar;  // float / double
-    Type type;
 };
-inline const Precision precisions[] = {{true, "32f", "Real32", "float", Type::F32},
-                                       {false, "64f", "Real64", "double", Type::F64}};
+inline const Precision precisions[] = {{true, "32f", "Real32", "float"}, {false, "64f", "Real64", "double"}};
 
 struct LayoutInfo {
     Layout layout;
