@@ -23,7 +23,7 @@ Packer::Packer(const Graph& graph, const std::vector<int>& stores, const std::ve
       level(static_cast<std::size_t>(graph.size()), 0), position(static_cast<std::size_t>(graph.size()), INT_MAX),
       pack(static_cast<std::size_t>(graph.size()), -1), lane(static_cast<std::size_t>(graph.size()), -1),
       crossingMove(target().inOperations("move-across-halves")), scalarConversion(scalarConversion),
-      vectorConversion(target().inOperations("conversion"))
+      vectorConversion(target().inOperations("conversion")), scalarCost(static_cast<int>(stores.size()))
 {
     const auto size = static_cast<std::size_t>(g.size());
     for (std::size_t id = 0; id < size; ++id) {
@@ -32,6 +32,8 @@ Packer::Packer(const Graph& graph, const std::vector<int>& stores, const std::ve
             if (live[id] && o >= 0)
                 level[id] = std::max(level[id], level[static_cast<std::size_t>(o)] + 1);
         maxLevel = std::max(maxLevel, level[id]);
+        if (live[id] && n.op != Op::Const && !isFactor(g, static_cast<int>(id)))
+            scalarCost += weight(static_cast<int>(id));  // a load counts one
     }
     for (std::size_t i = 0; i < stores.size(); ++i)
         position[static_cast<std::size_t>(stores[i])] =
@@ -44,23 +46,13 @@ Packer::Packer(const Graph& graph, const std::vector<int>& stores, const std::ve
     }
 }
 
-int Packer::scalarCost() const
-{
-    int cost = static_cast<int>(stores.size());
-    for (int id = 0; id < g.size(); ++id)
-        if (live[static_cast<std::size_t>(id)] && g.node(id).op != Op::Const && !isFactor(g, id))
-            cost += weight(id);  // a load counts one
-    return cost;
-}
-
 }  // namespace packing
 
 using namespace packing;
 
 namespace {
 
-// Scalar operations (loads and stores included) from which a kernel counts
-// as long.
+// Scalar operations (loads and stores included) from which a kernel counts as long.
 constexpr int longKernel = 1000;
 
 // instructions that a chunk saves against scalar code (none below two members)
@@ -77,15 +69,14 @@ int saving(const Packer& pk, const std::vector<int>& chunk)
 
 void addPack(Packer& pk, const std::vector<int>& chunk)
 {
-    const int index = static_cast<int>(pk.packs.size());
-    pk.packs.push_back(chunk);
     for (int i = 0; i < lanes; ++i) {
         const int m = chunk[static_cast<std::size_t>(i)];
         if (m >= 0) {
-            pk.pack[static_cast<std::size_t>(m)] = index;
+            pk.pack[static_cast<std::size_t>(m)] = static_cast<int>(pk.packs.size());
             pk.lane[static_cast<std::size_t>(m)] = i;
         }
     }
+    pk.packs.push_back(chunk);
 }
 
 // members whose operands sit side by side go into one vector in the order
@@ -183,9 +174,8 @@ void choosePacks(Packer& pk, bool greedy)
         const Node& n = g.node(id);
         if (!pk.live[static_cast<std::size_t>(id)] || n.op == Op::Input || n.op == Op::Const || isFactor(g, id))
             continue;
-        int kind = 0;  // products: by a constant (1), by the scale factor (2), by a value (3)
-        if (n.op == Op::Mul)
-            kind = g.node(n.b).op == Op::Const ? 1 : isFactor(g, n.b) ? 2 : 3;
+        // products: by a constant (1), by the scale factor (2), by a value (3)
+        const int kind = n.op != Op::Mul ? 0 : g.node(n.b).op == Op::Const ? 1 : isFactor(g, n.b) ? 2 : 3;
         buckets[{pk.levelOf(id), static_cast<int>(n.op), static_cast<int>(n.type), kind}].push_back(id);
     }
     for (auto& [key, members] : buckets) {
@@ -205,14 +195,14 @@ PackedBody packReal(const Graph& g, const std::vector<int>& stores, const std::v
     Packer pk(g, stores, storeSlots, inputLimit, how.conversion);
     choosePacks(pk, how.greedy);
     PackedBody body = pk.packs.empty() ? PackedBody{} : printPacked(pk);
-    body.scalarCost = pk.scalarCost();
+    body.scalarCost = pk.scalarCost;
     return body;
 }
 
 bool searchRealPacking(const Graph& g, const std::vector<int>& stores, const std::vector<int>& storeSlots,
                        int inputLimit, RealPacking& chosen)
 {
-    const int conversion = Packer(g, stores, storeSlots, inputLimit, 1).scalarCost() >= longKernel ? 3 : 2;
+    const int conversion = Packer(g, stores, storeSlots, inputLimit, 1).scalarCost >= longKernel ? 3 : 2;
     int best = INT_MAX;
     for (bool greedy : {false, true}) {
         const PackedBody body = packReal(g, stores, storeSlots, inputLimit, {greedy, conversion});

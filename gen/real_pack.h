@@ -77,6 +77,7 @@ struct Packer {
     std::vector<std::vector<int>> packs;  // node ids per lane, -1 for an unused lane
 
     const int crossingMove, scalarConversion, vectorConversion;  // see moveWeight() and weight()
+    int scalarCost;  // instructions of the scalar body: its loads, operations and stores
 
     Packer(const Graph& graph, const std::vector<int>& stores, const std::vector<int>& storeSlots, int inputLimit,
            int scalarConversion);
@@ -109,8 +110,6 @@ struct Packer {
     // What a move costs where scalar code reads a value out of a lane other
     // than the lowest of its pack; 0 where it reads none.
     int extraction(int id) const { return id >= 0 && packOf(id) >= 0 && laneOf(id) != 0 ? moveWeight(packOf(id)) : 0; }
-    // Instructions of the scalar body: its loads, operations and stores.
-    int scalarCost() const;
 
     // An expression and its instructions as the weights count them.
     struct Code {

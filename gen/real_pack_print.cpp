@@ -90,12 +90,14 @@ Packer::Code Packer::gather(const std::vector<int>& src) const
 {
     std::vector<int> used;  // the operands of the used lanes
     std::set<int> sourcePacks;
+    int from[lanes] = {-1, -1, -1, -1};  // the pack of each lane's operand, -1 for none
     int base = 0;  // inputs where lane i reads x[base + i]
     bool consecutive = true;
     for (int i = 0; i < lanes; ++i) {
         const int s = src[static_cast<std::size_t>(i)];
         if (s < 0)
             continue;
+        from[i] = packOf(s);
         base = used.empty() ? g.node(s).index - i : base;
         consecutive = consecutive && g.node(s).op == Op::Input && g.node(s).index == base + i;
         used.push_back(s);
@@ -113,10 +115,8 @@ Packer::Code Packer::gather(const std::vector<int>& src) const
         // where any lane is not
         const auto permuted = [&](int q) {
             int selector = 0;
-            for (int i = 0; i < lanes; ++i) {
-                const int s = src[static_cast<std::size_t>(i)];
-                selector |= (s >= 0 && packOf(s) == q ? laneOf(s) : i) << (2 * i);
-            }
+            for (int i = 0; i < lanes; ++i)
+                selector |= (from[i] == q ? laneOf(src[static_cast<std::size_t>(i)]) : i) << (2 * i);
             const std::string name = "p" + std::to_string(q);
             if (selector == 0xE4)  // every lane in place
                 return Code{0, name};
@@ -126,10 +126,8 @@ Packer::Code Packer::gather(const std::vector<int>& src) const
         if (p == q)
             return permuted(p);
         int mask = 0;  // the lanes taken from q
-        for (int i = 0; i < lanes; ++i) {
-            const int s = src[static_cast<std::size_t>(i)];
-            mask |= s >= 0 && packOf(s) == q ? 1 << i : 0;
-        }
+        for (int i = 0; i < lanes; ++i)
+            mask |= from[i] == q ? 1 << i : 0;
         const Code low = permuted(p), high = permuted(q);
         return {1 + low.cost + high.cost,
                 "kv::blend<" + std::to_string(mask) + ">(" + low.text + ", " + high.text + ")"};
