@@ -64,7 +64,7 @@ int saving(const Packer& pk, const std::vector<int>& chunk)
             scalar += pk.weight(m) + pk.extraction(pk.g.node(m).a) + pk.extraction(pk.g.node(m).b);
             ++count;
         }
-    return count < 2 ? 0 : scalar - pk.packed(chunk).cost;
+    return count < 2 ? 0 : scalar - pk.packed(chunk, false).cost;
 }
 
 void addPack(Packer& pk, const std::vector<int>& chunk)

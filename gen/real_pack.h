@@ -118,10 +118,11 @@ struct Packer {
     };
     // The operand vector whose lane i is src[i] (-1 for an unused lane): in
     // place, a permutation or a blend of packs, a load, a broadcast, or built
-    // from single values.
-    Code gather(const std::vector<int>& src) const;
+    // from single values.  Without `text` only its cost: the search weighs far
+    // more packs than are printed.
+    Code gather(const std::vector<int>& src, bool text) const;
     // The members' operation on a vector, its operands' gathering included.
-    Code packed(const std::vector<int>& members) const;
+    Code packed(const std::vector<int>& members, bool text = true) const;
     // The expression by which scalar code reads a value.
     std::string scalarValue(int id) const;
 };

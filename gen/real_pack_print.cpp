@@ -86,7 +86,7 @@ std::string Packer::scalarValue(int id) const
     return "t" + std::to_string(id);
 }
 
-Packer::Code Packer::gather(const std::vector<int>& src) const
+Packer::Code Packer::gather(const std::vector<int>& src, bool text) const
 {
     std::vector<int> used;  // the operands of the used lanes
     std::set<int> sourcePacks;
@@ -107,9 +107,9 @@ Packer::Code Packer::gather(const std::vector<int>& src) const
     const std::string vector = vectorName(g.node(used[0]).type);
     const auto all = [&](auto test) { return std::all_of(used.begin(), used.end(), test); };
     if (isFactor(g, used[0]) && all([&](int s) { return s == used[0]; }))
-        return {0, "kv::broadcast<" + vector + ">(" + scalarValue(used[0]) + ")"};
+        return {0, text ? "kv::broadcast<" + vector + ">(" + scalarValue(used[0]) + ")" : ""};
     if (consecutive && base >= 0 && base + lanes <= inputLimit)  // one load, within the kernel's input
-        return {1, "kv::load<" + vector + ">(x + " + std::to_string(base) + ")"};
+        return {1, text ? "kv::load<" + vector + ">(x + " + std::to_string(base) + ")" : ""};
     if (sourcePacks.size() <= 2 && all([&](int s) { return packOf(s) >= 0; })) {
         // pack q with the lanes that src takes from it put in place, a move
         // where any lane is not
@@ -117,10 +117,10 @@ Packer::Code Packer::gather(const std::vector<int>& src) const
             int selector = 0;
             for (int i = 0; i < lanes; ++i)
                 selector |= (from[i] == q ? laneOf(src[static_cast<std::size_t>(i)]) : i) << (2 * i);
-            const std::string name = "p" + std::to_string(q);
+            const std::string name = text ? "p" + std::to_string(q) : "";
             if (selector == 0xE4)  // every lane in place
                 return Code{0, name};
-            return Code{moveWeight(q), "kv::permute<" + std::to_string(selector) + ">(" + name + ")"};
+            return Code{moveWeight(q), text ? "kv::permute<" + std::to_string(selector) + ">(" + name + ")" : ""};
         };
         const int p = *sourcePacks.begin(), q = *sourcePacks.rbegin();
         if (p == q)
@@ -130,23 +130,23 @@ Packer::Code Packer::gather(const std::vector<int>& src) const
             mask |= from[i] == q ? 1 << i : 0;
         const Code low = permuted(p), high = permuted(q);
         return {1 + low.cost + high.cost,
-                "kv::blend<" + std::to_string(mask) + ">(" + low.text + ", " + high.text + ")"};
+                text ? "kv::blend<" + std::to_string(mask) + ">(" + low.text + ", " + high.text + ")" : ""};
     }
     // single values, lane by lane, an unused lane repeating the first used
     // one: an insertion each, after a move out of a packed lane or a load; or
     // a constant vector, one load
-    std::string text = "kv::set<" + vector + ">(";
-    for (int i = 0; i < lanes; ++i) {
+    std::string set = text ? "kv::set<" + vector + ">(" : "";
+    for (int i = 0; i < lanes && text; ++i) {
         const int s = src[static_cast<std::size_t>(i)];
-        text += (i ? ", " : "") + scalarValue(s >= 0 ? s : used[0]);
+        set += (i ? ", " : "") + scalarValue(s >= 0 ? s : used[0]);
     }
     int cost = 0;
     for (int s : used)
         cost += 1 + extraction(s) + (g.node(s).op == Op::Input ? 1 : 0);
-    return {all([&](int s) { return g.node(s).op == Op::Const; }) ? 1 : cost, text + ")"};
+    return {all([&](int s) { return g.node(s).op == Op::Const; }) ? 1 : cost, text ? set + ")" : ""};
 }
 
-Packer::Code Packer::packed(const std::vector<int>& members) const
+Packer::Code Packer::packed(const std::vector<int>& members, bool text) const
 {
     // the members share their operation and type
     const Node& n = g.node(head(members));
@@ -155,8 +155,9 @@ Packer::Code Packer::packed(const std::vector<int>& members) const
         a.push_back(m < 0 ? -1 : g.node(m).a);
         b.push_back(m < 0 ? -1 : g.node(m).b);
     }
-    const Code first = gather(a), second = n.b >= 0 ? gather(b) : Code{0, ""};
-    return {weight(head(members), true) + first.cost + second.cost, expression(g, n, first.text, second.text, true)};
+    const Code first = gather(a, text), second = n.b >= 0 ? gather(b, text) : Code{0, ""};
+    return {weight(head(members), true) + first.cost + second.cost,
+            text ? expression(g, n, first.text, second.text, true) : ""};
 }
 
 // The scalar statements of each level, read where they are used (constants,
