@@ -1,5 +1,6 @@
 #include "complex_builder.h"
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -76,15 +77,6 @@ Constant bluesteinFilter(int p, int length, int k, int sign)
     return {sum.real() / length, sign * sum.imag() / length};
 }
 
-Cx multiplyByNodes(Graph& graph, Cx v, int cosines, int sines)
-{
-    // one product per statement, in the order of graph.h's note
-    const int qs = graph.mul(v.q, sines), pc = graph.mul(v.p, cosines);
-    const int p = graph.sub(pc, qs);
-    const int qc = graph.mul(v.q, cosines), ps = graph.mul(v.p, sines);
-    return {p, graph.add(ps, qc)};
-}
-
 int primitiveRoot(int p)
 {
     for (int g = 2; g < p; ++g) {
@@ -149,6 +141,26 @@ Cx ComplexBuilder::multiply(Cx a, long double re, long double im)
     const int p = sumNode(pRe, qIm, true);
     const int qRe = mulNode(a.q, re), pIm = mulNode(a.p, im);
     return {p, sumNode(pIm, qRe, false)};
+}
+
+Cx ComplexBuilder::multiplyLanes(Cx v, const std::vector<Constant>& constants)
+{
+    if (std::all_of(constants.begin(), constants.end(), [&](const Constant& c) { return c == constants[0]; }))
+        return multiply(v, constants[0].real(), constants[0].imag());
+    long double re[8], im[8];
+    for (std::size_t j = 0; j < constants.size(); ++j) {
+        re[j] = constants[j].real();
+        im[j] = constants[j].imag();
+    }
+    const bool eight = constants.size() == 8;
+    const int cosines = eight ? g_.constantLanes8(re) : g_.constantLanes(re[0], re[1], re[2], re[3]);
+    const int sines = eight ? g_.constantLanes8(im) : g_.constantLanes(im[0], im[1], im[2], im[3]);
+    // (p + i q)(c + i s) = (cp - sq) + i(sp + cq), one product per statement,
+    // in the order of graph.h's note
+    const int qs = g_.mul(v.q, sines), pc = g_.mul(v.p, cosines);
+    const int p = g_.sub(pc, qs);
+    const int qc = g_.mul(v.q, cosines), ps = g_.mul(v.p, sines);
+    return {p, g_.add(ps, qc)};
 }
 
 Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
@@ -280,29 +292,7 @@ std::vector<Cx> ComplexBuilder::fiveW(const std::vector<Cx>& x, int sign)
 
 std::vector<Cx> ComplexBuilder::split(const Tree& tree, const std::vector<Cx>& x, int sign)
 {
-    const int a = tree.first->size, b = tree.second->size;
-    // first stage: b transforms of length a
-    std::vector<std::vector<Cx>> u(static_cast<std::size_t>(b));
-    walkStage(
-        g_, *this, *tree.first, b, 1, g_.openScope(), sign,
-        [&](int n2, int, int n1) { return x[static_cast<std::size_t>(splitInput(tree, n1, n2))]; },
-        [&](int, Cx v, int n2, int) { u[static_cast<std::size_t>(n2)].push_back(v); });
-    // second stage: a transforms of length b, with twiddles in a T split
-    std::vector<Cx> out(static_cast<std::size_t>(a * b));
-    const int twiddles = g_.openScope();
-    walkStage(
-        g_, *this, *tree.second, a, 1, g_.openScope(), sign,
-        [&](int k1, int, int n2) {
-            const Cx value = u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
-            if (tree.kind != Tree::Kind::Twiddle)
-                return value;
-            g_.enterGroup(twiddles, k1);
-            const Cx twiddled = rotate(value, static_cast<long long>(n2) * k1, a * b, sign);
-            g_.leaveGroup();
-            return twiddled;
-        },
-        [&](int k2, Cx v, int k1, int) { out[static_cast<std::size_t>(splitOutput(tree, k1, k2))] = v; });
-    return out;
+    return walkSplit(*this, g_, tree, x, 1, sign);
 }
 
 }  // namespace gen
