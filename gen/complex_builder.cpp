@@ -165,29 +165,24 @@ Cx ComplexBuilder::multiplyLanes(Cx v, const std::vector<Constant>& constants)
 
 Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
 {
+    const Constant root = exactRoot(k, n, sign);
     k = (k % n + n) % n;
-    if ((8 * k) % n != 0) {
-        const Constant root = exactRoot(k, n, sign);
+    if ((8 * k) % n != 0)
         return multiply(a, root.real(), root.imag());
-    }
-    const long long octant = 8 * k / n;
-    switch (octant) {
+    switch (8 * k / n) {
     case 0: return a;
     case 2: return mulI(a, sign);
     case 4: return neg(a);
     case 6: return mulI(a, -sign);
-    default: {
-        // odd multiple of 45 degrees: r*(+-1 +- i), two products
-        const long double r = 0.70710678118654752440084436210484903928L;
-        const int cs = (octant == 1 || octant == 7) ? 1 : -1;
-        const int sn = ((octant == 1 || octant == 3) ? 1 : -1) * sign;
-        const int pm = cs > 0 ? a.p : g_.neg(a.p);
-        const int qs = sn > 0 ? a.q : g_.neg(a.q);
-        const int ps = sn > 0 ? a.p : g_.neg(a.p);
-        const int qm = cs > 0 ? a.q : g_.neg(a.q);
-        return {mulNode(sumNode(pm, qs, true), r), mulNode(sumNode(ps, qm, false), r)};
     }
-    }
+    // odd multiple of 45 degrees: r*(+-1 +- i), two products
+    const bool cs = root.real() > 0, sn = root.imag() > 0;
+    const int pm = cs ? a.p : g_.neg(a.p);
+    const int qs = sn ? a.q : g_.neg(a.q);
+    const int ps = sn ? a.p : g_.neg(a.p);
+    const int qm = cs ? a.q : g_.neg(a.q);
+    const long double r = std::fabs(root.real());
+    return {mulNode(sumNode(pm, qs, true), r), mulNode(sumNode(ps, qm, false), r)};
 }
 
 std::vector<Cx> ComplexBuilder::dft(const Tree& tree, const std::vector<Cx>& x, int sign)
@@ -217,12 +212,6 @@ std::vector<Cx> ComplexBuilder::multiplyEach(const std::vector<Cx>& values, int 
         out[static_cast<std::size_t>(i)] = multiply(values[static_cast<std::size_t>(i)], c.real(), c.imag());
     }
     return out;
-}
-
-std::vector<Cx> ComplexBuilder::padded(std::vector<Cx> x, int length)
-{
-    x.resize(static_cast<std::size_t>(length));
-    return x;
 }
 
 // Odd-symmetric butterfly of a prime p: pairs about the middle, cosine sums A[m]

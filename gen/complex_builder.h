@@ -59,7 +59,6 @@ public:
     Cx twiddle(Cx v, int t0, int, int, int k, int n, int sign) { return rotate(v, 1LL * t0 * k, n, sign); }
     std::vector<Cx> split(const Tree& tree, const std::vector<Cx>& x, int sign);
     std::vector<Cx> multiplyEach(const std::vector<Cx>& values, int count, const std::function<Constant(int)>& constant);
-    static std::vector<Cx> padded(std::vector<Cx> x, int length);
 
     Cx add(Cx a, Cx b) { return {sumNode(a.p, b.p, false), sumNode(a.q, b.q, false)}; }
     Cx sub(Cx a, Cx b) { return {sumNode(a.p, b.p, true), sumNode(a.q, b.q, true)}; }

@@ -101,35 +101,6 @@ Cx SplitBuilder::twiddle(Cx v, int t0, int count, int rows, int k1, int n, int s
     return joinForms(lower, upper);
 }
 
-std::vector<SplitRef> SplitBuilder::multiplyEach(const std::vector<SplitRef>& values, int count,
-                                                 const std::function<Constant(int)>& constant)
-{
-    const std::size_t w = static_cast<std::size_t>(width_);
-    std::vector<SplitRef> out = values;
-    // values still in the loaded layout are first gathered `width` at a time
-    std::vector<int> loaded;
-    for (int i = 0; i < count; ++i) {
-        const SplitRef& r = out[static_cast<std::size_t>(i)];
-        if (r.re.node != Graph::none && (r.re.node == r.im.node || r.re.lane != r.im.lane))
-            loaded.push_back(i);
-    }
-    for (std::size_t start = 0; start < loaded.size(); start += w) {
-        std::vector<SplitRef> group;
-        for (std::size_t j = start; j < loaded.size() && j < start + w; ++j)
-            group.push_back(out[static_cast<std::size_t>(loaded[j])]);
-        const Cx v = gather(group);
-        for (std::size_t j = 0; j < group.size(); ++j)
-            out[static_cast<std::size_t>(loaded[start + j])] = lane(v, static_cast<int>(j));
-    }
-    return multiplyInLanes(*this, out, count, constant, width_);
-}
-
-std::vector<SplitRef> SplitBuilder::padded(std::vector<SplitRef> x, int length)
-{
-    x.resize(static_cast<std::size_t>(length));
-    return x;
-}
-
 std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<SplitRef>& x, int sign)
 {
     return splitRows(tree, {x}, sign)[0];
@@ -189,10 +160,10 @@ SplitBuilder::Rows SplitBuilder::splitRows(const Tree& tree, const Rows& xs, int
     const int columns = g_.openScope();
     const Apart first = apart(*tree.first, b, rows);
     const Rows u = first != Apart::No ? columnsApart(tree, xs[0], first, sign)
-                                      : walkFirstStage(*this, g_, tree, xs, width_, columns, sign);
+                                      : walkSplitStage(*this, g_, tree, true, xs, rows, width_, columns, sign);
     const Apart second = apart(*tree.second, a, rows);
     if (second == Apart::No)
-        return walkSecondStage(*this, g_, tree, u, rows, width_, sign);
+        return walkSplitStage(*this, g_, tree, false, u, rows, width_, 0, sign);
     Rows row(static_cast<std::size_t>(a));
     for (int k1 = 0; k1 < a; ++k1)
         for (int n2 = 0; n2 < b; ++n2)

@@ -56,13 +56,20 @@ public:
     std::vector<SplitRef> split(const Tree& tree, const std::vector<SplitRef>& x, int sign);
     // Values that share a vector are multiplied together, by a constant per lane.
     std::vector<SplitRef> multiplyEach(const std::vector<SplitRef>& values, int count,
-                                       const std::function<Constant(int)>& constant);
-    static std::vector<SplitRef> padded(std::vector<SplitRef> x, int length);
+                                       const std::function<Constant(int)>& constant)
+    {
+        return multiplyInLanes(*this, values, count, constant, width_);
+    }
 
     // `width` complex numbers (or fewer) as a split pair of vectors.
     Cx gather(const std::vector<SplitRef>& values);
     static SplitRef lane(const Cx& v, int lane) { return {{v.p, lane}, {v.q, lane}}; }
     static std::array<int, 3> place(const SplitRef& ref) { return {ref.re.node, ref.im.node, ref.re.lane}; }
+    // a value as loaded: neighbouring samples in one vector, parts side by side
+    static bool loaded(const SplitRef& r)
+    {
+        return r.re.node != Graph::none && (r.re.node == r.im.node || r.re.lane != r.im.lane);
+    }
     Cx multiplyLanes(Cx v, const std::vector<Constant>& constants);
     // v times the twiddles of transforms t0 .. t0 + count - 1 (row fastest) at bin k1
     Cx twiddle(Cx v, int t0, int count, int rows, int k1, int n, int sign);

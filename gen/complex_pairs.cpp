@@ -59,17 +59,4 @@ Cx PairedBuilder::twiddle(Cx v, int t0, int count, int, int k1, int n, int sign)
     return multiplyLanes(v, {exactRoot(kLow, n, sign), exactRoot(kHigh, n, sign)});
 }
 
-std::vector<HalfRef> PairedBuilder::padded(const std::vector<HalfRef>& x, int length)
-{
-    const int p = static_cast<int>(x.size());
-    std::vector<HalfRef> y(static_cast<std::size_t>(length), HalfRef::zeroValue());
-    for (int k = 0; k < p; k += 2) {
-        const int partner = std::min(k + 1, p - 1);
-        const Cx v = gather({x[static_cast<std::size_t>(k)], x[static_cast<std::size_t>(partner)]});
-        y[static_cast<std::size_t>(k)] = {v, 0};
-        y[static_cast<std::size_t>(partner)] = {v, partner - k};
-    }
-    return y;
-}
-
 }  // namespace gen

@@ -17,15 +17,14 @@
 namespace gen {
 
 // One complex number: a half of a computed vector pair, a sample still in
-// memory, or an exact zero.
+// memory, or an exact zero (no vector, as zero padding is).
 struct HalfRef {
     Cx vector;
     int half = 0;        // 0: lower complex number, 1: upper
     int sample = -1;     // >= 0: sample of src, not loaded yet
-    bool zero = false;   // zero padding, never materialised
+    bool zero = false;   // not made by the builder any more (its zeros have no vector)
 
     static HalfRef memory(int index) { HalfRef r; r.sample = index; return r; }
-    static HalfRef zeroValue() { HalfRef r; r.zero = true; return r; }
 };
 
 class PairedBuilder {
@@ -54,14 +53,13 @@ public:
     {
         return multiplyInLanes(*this, values, count, constant, 2);
     }
-    // Neighbouring samples share a vector.
-    std::vector<HalfRef> padded(const std::vector<HalfRef>& x, int length);
 
     // A vector with values[0] in its lower half and values[1], if given, in
     // its upper half.
     Cx gather(const std::vector<HalfRef>& values);
     static HalfRef lane(const Cx& v, int half) { return {v, half}; }
     static std::array<int, 3> place(const HalfRef& ref) { return {ref.vector.p, ref.vector.q, ref.half}; }
+    static bool loaded(const HalfRef& ref) { return ref.sample >= 0; }
     // v times one complex constant per half
     Cx multiplyLanes(Cx v, const std::vector<Constant>& halves)
     {

@@ -7,8 +7,8 @@
 // (lane j of a vector as a Value), arithmetic() (the butterflies and sums on
 // vectors), split(tree, x, sign) (a P or T split laid out in vectors, by
 // walkSplit below), multiplyEach(values, count, constant) (values[i] times
-// constant(i), i < count), padded(x, length) (Bluestein's input,
-// zero-padded), twiddle(...) and twiddlePoint (below), and binZeroFirst:
+// constant(i), i < count; a default Value is zero), twiddle(...) and
+// twiddlePoint (below), and binZeroFirst:
 // Rader's bin 0 is made before the other products rather than after.  The
 // order in which nodes are made decides how a subtraction is written, so each
 // layout keeps its own.  The walk decides the rest: the rule of each node of
@@ -59,13 +59,14 @@ using RowsOf = std::vector<ValuesOf<Layout>>;
 // `width` of its transforms at a time, one per lane, the rows side by side
 // (row fastest): transform t of a stage is transform t / rows of row t %
 // rows, in lane t - t0 of the vectors of transforms t0 .. t0 + count - 1, and
-// each batch is one group of the stage's scope for the 256-bit packing.
-// Input i of transform t is input(t, i); output(t, k) takes its bin k.  A
-// twiddle n2 k1 multiplies the values of a vector by layout.twiddle(v, t0,
-// count, rows, k, n, sign), at the point of the layout's twiddlePoint.
-template <class Layout, class Input, class Output>
-void walkLanes(Layout& layout, Graph& graph, const Tree& tree, bool first, int rows, int width, int firstScope,
-               int sign, Input input, Output output)
+// each batch is one group of the stage's scope for the 256-bit packing.  The
+// first stage takes the rows and gives u[t][k1], bin k1 of its transform t;
+// the second takes u and gives the rows' outputs.  A twiddle n2 k1 multiplies
+// the values of a vector by layout.twiddle(v, t0, count, rows, k, n, sign),
+// at the layout's twiddlePoint.
+template <class Layout>
+RowsOf<Layout> walkSplitStage(Layout& layout, Graph& graph, const Tree& tree, bool first, const RowsOf<Layout>& in,
+                              int rows, int width, int firstScope, int sign)
 {
     const Tree& stage = first ? *tree.first : *tree.second;
     const int a = tree.first->size, b = tree.second->size, total = (first ? b : a) * rows;
@@ -73,6 +74,14 @@ void walkLanes(Layout& layout, Graph& graph, const Tree& tree, bool first, int r
     const bool twiddleOut = first && tree.kind == Tree::Kind::Twiddle && point != TwiddlePoint::SecondInput;
     const bool twiddleIn = !first && tree.kind == Tree::Kind::Twiddle && point == TwiddlePoint::SecondInput;
     const bool outputInGroup = first && point == TwiddlePoint::FirstInGroup;
+    auto input = [&](int t, int i) {
+        return first ? in[t % rows][splitInput(tree, i, t / rows)] : in[t % rows + rows * i][t / rows];
+    };
+    RowsOf<Layout> out(static_cast<std::size_t>(first ? total : rows),
+                       ValuesOf<Layout>(static_cast<std::size_t>(first ? a : a * b)));
+    auto output = [&](int t, int k) -> auto& {
+        return first ? out[t][k] : out[t % rows][splitOutput(tree, t / rows, k)];
+    };
     // twiddles on the inputs of the second stage have a scope of their own
     const int twiddles = !first && point == TwiddlePoint::SecondInput ? graph.openScope() : 0;
     const int scope = first ? firstScope : graph.openScope();
@@ -104,34 +113,6 @@ void walkLanes(Layout& layout, Graph& graph, const Tree& tree, bool first, int r
         if (outputInGroup)
             graph.leaveGroup();
     }
-}
-
-// The first stage of the split of rows xs: u[t][k1], the spectrum of its
-// transform t (twiddled, where the layout twiddles there).
-template <class Layout>
-RowsOf<Layout> walkFirstStage(Layout& layout, Graph& graph, const Tree& tree, const RowsOf<Layout>& xs, int width,
-                              int scope, int sign)
-{
-    const int rows = static_cast<int>(xs.size());
-    RowsOf<Layout> u(static_cast<std::size_t>(tree.second->size * rows),
-                     ValuesOf<Layout>(static_cast<std::size_t>(tree.first->size)));
-    walkLanes(
-        layout, graph, tree, true, rows, width, scope, sign,
-        [&](int t, int n1) { return xs[t % rows][splitInput(tree, n1, t / rows)]; },
-        [&](int t, int k1) -> auto& { return u[t][k1]; });
-    return u;
-}
-
-// The second stage on the first one's spectra u: the outputs of each row.
-template <class Layout>
-RowsOf<Layout> walkSecondStage(Layout& layout, Graph& graph, const Tree& tree, const RowsOf<Layout>& u, int rows,
-                               int width, int sign)
-{
-    RowsOf<Layout> out(static_cast<std::size_t>(rows), ValuesOf<Layout>(static_cast<std::size_t>(tree.size)));
-    walkLanes(
-        layout, graph, tree, false, rows, width, 0, sign,
-        [&](int t, int n2) { return u[t % rows + rows * n2][t / rows]; },
-        [&](int t, int k2) -> auto& { return out[t % rows][splitOutput(tree, t / rows, k2)]; });
     return out;
 }
 
@@ -140,8 +121,8 @@ template <class Layout>
 ValuesOf<Layout> walkSplit(Layout& layout, Graph& graph, const Tree& tree, const ValuesOf<Layout>& x, int width,
                            int sign)
 {
-    const RowsOf<Layout> u = walkFirstStage(layout, graph, tree, {x}, width, graph.openScope(), sign);
-    return walkSecondStage(layout, graph, tree, u, 1, width, sign)[0];
+    const RowsOf<Layout> u = walkSplitStage(layout, graph, tree, true, {x}, 1, width, graph.openScope(), sign);
+    return walkSplitStage(layout, graph, tree, false, u, 1, width, 0, sign)[0];
 }
 
 // values[i] times constant(i), i < count, in a layout of `width` lanes: the
@@ -149,11 +130,24 @@ ValuesOf<Layout> walkSplit(Layout& layout, Graph& graph, const Tree& tree, const
 // constants), a constant per lane.  A lane without a value takes the constant
 // of the last value of its group of four lanes, a group without any the
 // constants of the other group.  The layout's place(value) gives the parts of
-// the value's vector and its lane.
+// the value's vector and its lane; values still as loaded (layout.loaded) are
+// first gathered `width` at a time.
 template <class Layout, class ConstantOf>
 ValuesOf<Layout> multiplyInLanes(Layout& layout, ValuesOf<Layout> out, int count, ConstantOf constant, int width)
 {
     const std::size_t w = static_cast<std::size_t>(width), group = std::min<std::size_t>(w, 4);
+    std::vector<std::size_t> loaded;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i)
+        if (Layout::loaded(out[i]))
+            loaded.push_back(i);
+    for (std::size_t start = 0; start < loaded.size(); start += w) {
+        ValuesOf<Layout> values;
+        for (std::size_t j = start; j < loaded.size() && j < start + w; ++j)
+            values.push_back(out[loaded[j]]);
+        const Cx v = layout.gather(values);
+        for (std::size_t j = 0; j < values.size(); ++j)
+            out[loaded[start + j]] = layout.lane(v, static_cast<int>(j));
+    }
     std::array<int, 8> noValues;
     noValues.fill(-1);
     std::map<std::pair<int, int>, std::array<int, 8>> owners;
@@ -234,7 +228,9 @@ ValuesOf<Layout> walkBluestein(Layout& layout, const Tree& tree, const ValuesOf<
 {
     const int p = tree.size, length = tree.chirpLength;
     auto chirp = [&](int k) { return exactRoot(1LL * k * k, 2LL * p, sign); };  // exp(sign*i*pi*k^2/p)
-    const ValuesOf<Layout> y = layout.multiplyEach(layout.padded(x, length), p, chirp);
+    ValuesOf<Layout> padded = x;
+    padded.resize(static_cast<std::size_t>(length));
+    const ValuesOf<Layout> y = layout.multiplyEach(padded, p, chirp);
     const ValuesOf<Layout> spectrum = layout.dft(*tree.first, y, sign);
     const ValuesOf<Layout> product =
         layout.multiplyEach(spectrum, length, [&](int k) { return bluesteinFilter(p, length, k, sign); });
