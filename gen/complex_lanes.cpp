@@ -1,9 +1,6 @@
 #include "complex_lanes.h"
 
-#include <algorithm>
 #include <cmath>
-#include <map>
-#include <utility>
 
 namespace gen {
 

@@ -1,8 +1,6 @@
 #include "complex_pairs.h"
 
-#include <algorithm>
 #include <tuple>
-#include <utility>
 
 namespace gen {
 
@@ -25,27 +23,18 @@ int PairedBuilder::pick(int a, int halfA, int b, int halfB)
     return g_.shuffle(a, b, selectorOf(halfA, halfB));
 }
 
-Cx PairedBuilder::single(const HalfRef& ref)
-{
-    if (ref.zero)
-        return {};
-    if (ref.sample >= 0)
-        return {g_.inputPair(ref.sample, -1), Graph::none};
-    if (ref.half == 0)
-        return ref.vector;
-    return {pick(ref.vector.p, 1, ref.vector.p, 1), pick(ref.vector.q, 1, ref.vector.q, 1)};
-}
-
 Cx PairedBuilder::gather(const std::vector<HalfRef>& values)
 {
     const HalfRef& low = values[0];
     const HalfRef& high = values.back();
     auto fields = [](const HalfRef& r) { return std::tie(r.vector.p, r.vector.q, r.half, r.sample, r.zero); };
-    if (fields(low) == fields(high))
-        return single(low);
-    if (low.sample >= 0 && high.sample >= 0)
-        return {g_.inputPair(low.sample, high.sample), Graph::none};
-    auto computed = [&](const HalfRef& ref) { return ref.sample >= 0 ? lane(single(ref), 0) : ref; };
+    const bool one = fields(low) == fields(high);
+    if (low.sample >= 0 && (one || high.sample >= 0))
+        return {g_.inputPair(low.sample, one ? -1 : high.sample), Graph::none};
+    if (one && low.half == 0)
+        return low.vector;
+    // a sample alone is loaded into the lower half of a vector of its own
+    auto computed = [&](const HalfRef& r) { return r.sample >= 0 ? lane({g_.inputPair(r.sample, -1)}, 0) : r; };
     const HalfRef a = computed(low), b = computed(high);
     return {pick(a.vector.p, a.half, b.vector.p, b.half), pick(a.vector.q, a.half, b.vector.q, b.half)};
 }

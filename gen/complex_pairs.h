@@ -69,8 +69,6 @@ public:
 
 private:
     int pick(int a, int halfA, int b, int halfB);
-    // the value in the lower half of a vector of its own
-    Cx single(const HalfRef& ref);
 
     Graph& g_;
     ComplexBuilder uniform_;
