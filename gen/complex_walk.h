@@ -3,17 +3,16 @@
 // A layout is a policy that says where a value of one transform lives (a
 // whole vector, a half of one, a lane of one) and how the transforms of a
 // stage share vectors.  It provides Value (one complex number of one
-// transform), gather(values) (a vector with values[j] in lane j), lane(v, j)
-// (lane j of a vector as a Value), arithmetic() (the butterflies and sums on
-// vectors), split(tree, x, sign) (a P or T split laid out in vectors, by
-// walkSplit below), multiplyEach(values, count, constant) (values[i] times
-// constant(i), i < count; a default Value is zero), twiddle(...) and
-// twiddlePoint (below), and binZeroFirst:
-// Rader's bin 0 is made before the other products rather than after.  The
-// order in which nodes are made decides how a subtraction is written, so each
-// layout keeps its own.  The walk decides the rest: the rule of each node of
-// the tree, the stages of its splits, and the convolutions of Rader and
-// Bluestein.
+// transform; a default Value is zero), gather(values) (a vector with
+// values[j] in lane j), lane(v, j) (lane j of a vector as a Value),
+// arithmetic() (the butterflies and sums on vectors), split(tree, x, sign) (a
+// P or T split laid out in vectors, by walkSplit below), multiplyEach(values,
+// count, constant) (values[i] times constant(i), i < count), twiddle(...) and
+// twiddlePoint (walkSplitStage), and binZeroFirst: Rader's bin 0 is made
+// before the other products rather than after.  The order in which nodes are
+// made decides how a subtraction is written, so each layout keeps its own.
+// The walk decides the rest: the rule of each node of the tree, the stages of
+// its splits, and the convolutions of Rader and Bluestein.
 #ifndef KVTGEN_COMPLEX_WALK_H
 #define KVTGEN_COMPLEX_WALK_H
 
