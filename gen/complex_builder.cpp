@@ -1,5 +1,6 @@
 #include "complex_builder.h"
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -76,15 +77,6 @@ Constant bluesteinFilter(int p, int length, int k, int sign)
     return {sum.real() / length, sign * sum.imag() / length};
 }
 
-Cx multiplyByNodes(Graph& graph, Cx v, int cosines, int sines)
-{
-    // one product per statement, in the order of graph.h's note
-    const int qs = graph.mul(v.q, sines), pc = graph.mul(v.p, cosines);
-    const int p = graph.sub(pc, qs);
-    const int qc = graph.mul(v.q, cosines), ps = graph.mul(v.p, sines);
-    return {p, graph.add(ps, qc)};
-}
-
 int primitiveRoot(int p)
 {
     for (int g = 2; g < p; ++g) {
@@ -151,31 +143,46 @@ Cx ComplexBuilder::multiply(Cx a, long double re, long double im)
     return {p, sumNode(pIm, qRe, false)};
 }
 
+Cx ComplexBuilder::multiplyLanes(Cx v, const std::vector<Constant>& constants)
+{
+    if (std::all_of(constants.begin(), constants.end(), [&](const Constant& c) { return c == constants[0]; }))
+        return multiply(v, constants[0].real(), constants[0].imag());
+    long double re[8], im[8];
+    for (std::size_t j = 0; j < constants.size(); ++j) {
+        re[j] = constants[j].real();
+        im[j] = constants[j].imag();
+    }
+    const bool eight = constants.size() == 8;
+    const int cosines = eight ? g_.constantLanes8(re) : g_.constantLanes(re[0], re[1], re[2], re[3]);
+    const int sines = eight ? g_.constantLanes8(im) : g_.constantLanes(im[0], im[1], im[2], im[3]);
+    // (p + i q)(c + i s) = (cp - sq) + i(sp + cq), one product per statement,
+    // in the order of graph.h's note
+    const int qs = g_.mul(v.q, sines), pc = g_.mul(v.p, cosines);
+    const int p = g_.sub(pc, qs);
+    const int qc = g_.mul(v.q, cosines), ps = g_.mul(v.p, sines);
+    return {p, g_.add(ps, qc)};
+}
+
 Cx ComplexBuilder::rotate(Cx a, long long k, long long n, int sign)
 {
+    const Constant root = exactRoot(k, n, sign);
     k = (k % n + n) % n;
-    if ((8 * k) % n != 0) {
-        const Constant root = exactRoot(k, n, sign);
+    if ((8 * k) % n != 0)
         return multiply(a, root.real(), root.imag());
-    }
-    const long long octant = 8 * k / n;
-    switch (octant) {
+    switch (8 * k / n) {
     case 0: return a;
     case 2: return mulI(a, sign);
     case 4: return neg(a);
     case 6: return mulI(a, -sign);
-    default: {
-        // odd multiple of 45 degrees: r*(+-1 +- i), two products
-        const long double r = 0.70710678118654752440084436210484903928L;
-        const int cs = (octant == 1 || octant == 7) ? 1 : -1;
-        const int sn = ((octant == 1 || octant == 3) ? 1 : -1) * sign;
-        const int pm = cs > 0 ? a.p : g_.neg(a.p);
-        const int qs = sn > 0 ? a.q : g_.neg(a.q);
-        const int ps = sn > 0 ? a.p : g_.neg(a.p);
-        const int qm = cs > 0 ? a.q : g_.neg(a.q);
-        return {mulNode(sumNode(pm, qs, true), r), mulNode(sumNode(ps, qm, false), r)};
     }
-    }
+    // odd multiple of 45 degrees: r*(+-1 +- i), two products
+    const bool cs = root.real() > 0, sn = root.imag() > 0;
+    const int pm = cs ? a.p : g_.neg(a.p);
+    const int qs = sn ? a.q : g_.neg(a.q);
+    const int ps = sn ? a.p : g_.neg(a.p);
+    const int qm = cs ? a.q : g_.neg(a.q);
+    const long double r = std::fabs(root.real());
+    return {mulNode(sumNode(pm, qs, true), r), mulNode(sumNode(ps, qm, false), r)};
 }
 
 std::vector<Cx> ComplexBuilder::dft(const Tree& tree, const std::vector<Cx>& x, int sign)
@@ -205,12 +212,6 @@ std::vector<Cx> ComplexBuilder::multiplyEach(const std::vector<Cx>& values, int 
         out[static_cast<std::size_t>(i)] = multiply(values[static_cast<std::size_t>(i)], c.real(), c.imag());
     }
     return out;
-}
-
-std::vector<Cx> ComplexBuilder::padded(std::vector<Cx> x, int length)
-{
-    x.resize(static_cast<std::size_t>(length));
-    return x;
 }
 
 // Odd-symmetric butterfly of a prime p: pairs about the middle, cosine sums A[m]
@@ -280,29 +281,7 @@ std::vector<Cx> ComplexBuilder::fiveW(const std::vector<Cx>& x, int sign)
 
 std::vector<Cx> ComplexBuilder::split(const Tree& tree, const std::vector<Cx>& x, int sign)
 {
-    const int a = tree.first->size, b = tree.second->size;
-    // first stage: b transforms of length a
-    std::vector<std::vector<Cx>> u(static_cast<std::size_t>(b));
-    walkStage(
-        g_, *this, *tree.first, b, 1, g_.openScope(), sign,
-        [&](int n2, int, int n1) { return x[static_cast<std::size_t>(splitInput(tree, n1, n2))]; },
-        [&](int, Cx v, int n2, int) { u[static_cast<std::size_t>(n2)].push_back(v); });
-    // second stage: a transforms of length b, with twiddles in a T split
-    std::vector<Cx> out(static_cast<std::size_t>(a * b));
-    const int twiddles = g_.openScope();
-    walkStage(
-        g_, *this, *tree.second, a, 1, g_.openScope(), sign,
-        [&](int k1, int, int n2) {
-            const Cx value = u[static_cast<std::size_t>(n2)][static_cast<std::size_t>(k1)];
-            if (tree.kind != Tree::Kind::Twiddle)
-                return value;
-            g_.enterGroup(twiddles, k1);
-            const Cx twiddled = rotate(value, static_cast<long long>(n2) * k1, a * b, sign);
-            g_.leaveGroup();
-            return twiddled;
-        },
-        [&](int k2, Cx v, int k1, int) { out[static_cast<std::size_t>(splitOutput(tree, k1, k2))] = v; });
-    return out;
+    return walkSplit(*this, g_, tree, x, 1, sign);
 }
 
 }  // namespace gen

@@ -25,6 +25,11 @@ struct Cx {
 
 using Constant = std::complex<long double>;
 
+// Where a layout multiplies the twiddles of a T split (complex_walk.h): on
+// the outputs of the first stage, inside the group of their transforms or
+// after it, or on the inputs of the second stage, in a scope of their own.
+enum class TwiddlePoint { FirstInGroup, FirstAfterGroup, SecondInput };
+
 class ComplexBuilder {
 public:
     // wideProducts: products and the sums around them are formed in Real64 and
@@ -47,12 +52,13 @@ public:
     // vector (or a scalar pair) of its own.
     using Value = Cx;
     static constexpr bool binZeroFirst = true;
+    static constexpr TwiddlePoint twiddlePoint = TwiddlePoint::SecondInput;
     ComplexBuilder& arithmetic() { return *this; }
-    static Cx single(const Cx& value) { return value; }
-    static Cx wrap(const Cx& value) { return value; }
+    static Cx gather(const std::vector<Cx>& values) { return values[0]; }
+    static Cx lane(const Cx& value, int) { return value; }
+    Cx twiddle(Cx v, int t0, int, int, int k, int n, int sign) { return rotate(v, 1LL * t0 * k, n, sign); }
     std::vector<Cx> split(const Tree& tree, const std::vector<Cx>& x, int sign);
     std::vector<Cx> multiplyEach(const std::vector<Cx>& values, int count, const std::function<Constant(int)>& constant);
-    static std::vector<Cx> padded(std::vector<Cx> x, int length);
 
     Cx add(Cx a, Cx b) { return {sumNode(a.p, b.p, false), sumNode(a.q, b.q, false)}; }
     Cx sub(Cx a, Cx b) { return {sumNode(a.p, b.p, true), sumNode(a.q, b.q, true)}; }
@@ -64,6 +70,9 @@ public:
     Cx rotate(Cx a, long long k, long long n, int sign);
     // a * (re + i*im) by four products (two where a part of the constant is 0).
     Cx multiply(Cx a, long double re, long double im);
+    // v times one constant per lane of a V4F or V8F value (four or eight), by
+    // multiply() where they are all alike, else by four products.
+    Cx multiplyLanes(Cx v, const std::vector<Constant>& constants);
     Cx narrow(Cx a) { return {g_.narrow(a.p), g_.narrow(a.q)}; }
 
 private:
@@ -77,10 +86,6 @@ private:
     bool wide_;
     bool materialize_;
 };
-
-// (p + i q)(c + i s) = (cp - sq) + i(sp + cq) by four products, with the
-// constants as nodes `cosines` and `sines` whose lanes may differ.
-Cx multiplyByNodes(Graph& graph, Cx v, int cosines, int sines);
 
 // Smallest primitive root modulo a prime.
 int primitiveRoot(int p);

@@ -158,10 +158,8 @@ int SplitBuilder::gatherLanes8(std::array<Lane, 8> source, std::array<bool, 8> c
         const Lane& lo = source[i];
         const Lane& hi = source[i + 4];
         const Lane& given = lowCares ? lo : hi;
-        if (given.node == Graph::none) {
-            virtualSource[i] = {Graph::none, static_cast<int>(i)};
-            continue;
-        }
+        if (given.node == Graph::none)
+            continue;  // a zero lane, as the source is by default
         auto halfOf = [&](const Lane& l) { return g_.node(l.node).type == Type::V8F ? l.lane / 4 : -1; };
         const int node = halves(lowCares ? lo.node : freeHalf, lowCares ? halfOf(lo) : 0, highCares ? hi.node : freeHalf,
                                 highCares ? halfOf(hi) : 0);

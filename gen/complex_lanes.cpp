@@ -1,9 +1,6 @@
 #include "complex_lanes.h"
 
-#include <algorithm>
 #include <cmath>
-#include <map>
-#include <utility>
 
 namespace gen {
 
@@ -62,25 +59,14 @@ Cx SplitBuilder::joinForms(Cx lower, Cx upper)
 // four lanes by the uniform code, otherwise by lane constants.
 Cx SplitBuilder::multiplyLanes(Cx v, const std::vector<Constant>& constants)
 {
-    if (std::all_of(constants.begin(), constants.end(), [&](const Constant& c) { return c == constants[0]; }))
-        return uniform_.multiply(v, constants[0].real(), constants[0].imag());
     const std::array<bool, 2> uniform = uniformHalves(constants);
-    if (width_ == 8 && ((uniform[0] && hasZeroPart(constants[0])) || (uniform[1] && hasZeroPart(constants[4])))) {
+    const bool eight = width_ == 8, alike = uniform[0] && uniform[1] && constants[0] == constants.back();
+    if (eight && !alike && ((uniform[0] && hasZeroPart(constants[0])) || (uniform[1] && hasZeroPart(constants[4])))) {
         // the upper half's nodes first, in the order of graph.h's note
         const Cx upperForm = multiplyLanes(v, halfTwice(constants, 1));
         return joinForms(multiplyLanes(v, halfTwice(constants, 0)), upperForm);
     }
-    long double re[8], im[8];
-    for (std::size_t j = 0; j < constants.size(); ++j) {
-        re[j] = constants[j].real();
-        im[j] = constants[j].imag();
-    }
-    // the constants differing per lane
-    if (width_ == 8)
-        return multiplyByNodes(g_, v, g_.constantLanes8(re), g_.constantLanes8(im));
-    const int cosines = g_.constantLanes(re[0], re[1], re[2], re[3]);
-    const int sines = g_.constantLanes(im[0], im[1], im[2], im[3]);
-    return multiplyByNodes(g_, v, cosines, sines);
+    return uniform_.multiplyLanes(v, constants);
 }
 
 // v times the twiddles of the first stage's transforms t0 .. t0 + count - 1 at
@@ -89,7 +75,7 @@ Cx SplitBuilder::multiplyLanes(Cx v, const std::vector<Constant>& constants)
 // degrees) where one twiddle serves the group, else products by lane
 // constants, which rotate() also makes for any other angle; where the two
 // groups differ, both forms are computed and the halves joined.
-Cx SplitBuilder::twiddleLanes(Cx v, int t0, int count, int rows, int k1, int n, int sign)
+Cx SplitBuilder::twiddle(Cx v, int t0, int count, int rows, int k1, int n, int sign)
 {
     std::vector<Constant> twiddles;
     for (int t = t0; t < t0 + count; ++t)
@@ -110,65 +96,6 @@ Cx SplitBuilder::twiddleLanes(Cx v, int t0, int count, int rows, int k1, int n, 
     const Cx lower = exact0 ? uniform_.rotate(v, k0, n, sign) : multiplyLanes(v, halfTwice(twiddles, 0));
     const Cx upper = exact1 ? uniform_.rotate(v, k4, n, sign) : multiplyLanes(v, halfTwice(twiddles, 1));
     return joinForms(lower, upper);
-}
-
-std::vector<SplitRef> SplitBuilder::multiplyEach(const std::vector<SplitRef>& values, int count,
-                                                 const std::function<Constant(int)>& constant)
-{
-    const std::size_t w = static_cast<std::size_t>(width_);
-    std::vector<SplitRef> out = values;
-    // values still in the loaded layout are first gathered `width` at a time
-    std::vector<int> loaded;
-    for (int i = 0; i < count; ++i) {
-        const SplitRef& r = out[static_cast<std::size_t>(i)];
-        if (r.re.node != Graph::none && (r.re.node == r.im.node || r.re.lane != r.im.lane))
-            loaded.push_back(i);
-    }
-    for (std::size_t start = 0; start < loaded.size(); start += w) {
-        std::vector<SplitRef> group;
-        for (std::size_t j = start; j < loaded.size() && j < start + w; ++j)
-            group.push_back(out[static_cast<std::size_t>(loaded[j])]);
-        const Cx v = gather(group);
-        for (std::size_t j = 0; j < group.size(); ++j)
-            out[static_cast<std::size_t>(loaded[start + j])] = laneOf(v, static_cast<int>(j));
-    }
-    // the values of each vector, by lane
-    std::array<int, 8> noValues;
-    noValues.fill(-1);
-    std::map<std::pair<int, int>, std::array<int, 8>> owners;
-    for (int i = 0; i < count; ++i) {
-        const SplitRef& r = out[static_cast<std::size_t>(i)];
-        if (r.re.node != Graph::none || r.im.node != Graph::none)  // zero stays zero
-            owners.try_emplace({r.re.node, r.im.node}, noValues).first->second[static_cast<std::size_t>(r.re.lane)] = i;
-    }
-    for (const auto& [vector, lanes] : owners) {
-        // a lane without a value takes the constant of the last value of its
-        // group of four, a group without any the constants of the other group
-        std::vector<Constant> constants(w);
-        std::array<bool, 2> empty{true, true};
-        for (std::size_t first = 0; first < w; first += 4) {
-            int last = -1;
-            for (std::size_t j = first; j < first + 4; ++j)
-                last = lanes[j] >= 0 ? lanes[j] : last;
-            empty[first / 4] = last < 0;
-            for (std::size_t j = first; j < first + 4 && last >= 0; ++j)
-                constants[j] = constant(lanes[j] >= 0 ? lanes[j] : last);
-        }
-        for (std::size_t j = 0; j < w; ++j)
-            if (empty[j / 4])
-                constants[j] = constants[j ^ 4];
-        const Cx product = multiplyLanes({vector.first, vector.second}, constants);
-        for (std::size_t lane = 0; lane < w; ++lane)
-            if (lanes[lane] >= 0)
-                out[static_cast<std::size_t>(lanes[lane])] = laneOf(product, static_cast<int>(lane));
-    }
-    return out;
-}
-
-std::vector<SplitRef> SplitBuilder::padded(std::vector<SplitRef> x, int length)
-{
-    x.resize(static_cast<std::size_t>(length));
-    return x;
 }
 
 std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<SplitRef>& x, int sign)
@@ -221,63 +148,28 @@ SplitBuilder::Rows SplitBuilder::columnsApart(const Tree& tree, const std::vecto
     return columns;
 }
 
-// The transforms of several inputs (rows) of one tree at once.  A stage in
-// lanes runs `width` of its transforms at a time, one per lane, the rows side
-// by side (row fastest): transform t of a stage is transform t / rows of row
-// t % rows, in lane t - t0 of the vectors of transforms t0 .. t0 + count - 1.
+// The transforms of several inputs (rows) of one tree at once: each stage in
+// lanes (complex_walk.h), or its transforms apart.
 SplitBuilder::Rows SplitBuilder::splitRows(const Tree& tree, const Rows& xs, int sign)
 {
     const int a = tree.first->size, b = tree.second->size, rows = static_cast<int>(xs.size());
-    auto at = [](auto& values, int i) -> auto& { return values[static_cast<std::size_t>(i)]; };
-    // the input of a stage in lanes from input(t, i), input i of transform t
-    auto inLanes = [&](auto input) {
-        return [this, input](int t0, int count, int i) {
-            std::vector<SplitRef> group;
-            for (int t = t0; t < t0 + count; ++t)
-                group.push_back(input(t, i));
-            return gather(group);
-        };
-    };
-    // u[r][n2][k1]: the spectra of the first stage, twiddled
-    std::vector<Rows> u(static_cast<std::size_t>(rows),
-                        Rows(static_cast<std::size_t>(b), std::vector<SplitRef>(static_cast<std::size_t>(a))));
     // each block of transforms is one group of its stage for the 256-bit packing
     const int columns = g_.openScope();
     const Apart first = apart(*tree.first, b, rows);
-    if (first != Apart::No) {
-        u[0] = columnsApart(tree, xs[0], first, sign);
-    } else {
-        walkStage(
-            g_, uniform_, *tree.first, b * rows, width_, columns, sign,
-            inLanes([&](int t, int n1) { return at(at(xs, t % rows), splitInput(tree, n1, t / rows)); }),
-            [&](int k1, Cx v, int t0, int count) {
-                if (tree.kind == Tree::Kind::Twiddle)
-                    v = twiddleLanes(v, t0, count, rows, k1, a * b, sign);
-                for (int t = t0; t < t0 + count; ++t)
-                    at(at(at(u, t % rows), t / rows), k1) = laneOf(v, t - t0);
-            });
-    }
-
-    Rows out(static_cast<std::size_t>(rows), std::vector<SplitRef>(static_cast<std::size_t>(a * b)));
+    const Rows u = first != Apart::No ? columnsApart(tree, xs[0], first, sign)
+                                      : walkSplitStage(*this, g_, tree, true, xs, rows, width_, columns, sign);
     const Apart second = apart(*tree.second, a, rows);
-    if (second == Apart::No) {
-        walkStage(
-            g_, uniform_, *tree.second, a * rows, width_, g_.openScope(), sign,
-            inLanes([&](int t, int n2) { return at(at(at(u, t % rows), n2), t / rows); }),
-            [&](int k2, Cx v, int t0, int count) {
-                for (int t = t0; t < t0 + count; ++t)
-                    at(at(out, t % rows), splitOutput(tree, t / rows, k2)) = laneOf(v, t - t0);
-            });
-        return out;
-    }
+    if (second == Apart::No)
+        return walkSplitStage(*this, g_, tree, false, u, rows, width_, 0, sign);
     Rows row(static_cast<std::size_t>(a));
     for (int k1 = 0; k1 < a; ++k1)
         for (int n2 = 0; n2 < b; ++n2)
-            at(row, k1).push_back(at(at(u[0], n2), k1));
+            row[k1].push_back(u[n2][k1]);
     const Rows spectra = transforms(*tree.second, row, second, sign);
+    Rows out(1, std::vector<SplitRef>(static_cast<std::size_t>(a * b)));
     for (int k1 = 0; k1 < a; ++k1)
         for (int k2 = 0; k2 < b; ++k2)
-            at(out[0], splitOutput(tree, k1, k2)) = at(at(spectra, k1), k2);
+            out[0][splitOutput(tree, k1, k2)] = spectra[k1][k2];
     return out;
 }
 

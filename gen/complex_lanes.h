@@ -51,15 +51,28 @@ public:
     // The layout of the tree walk (complex_walk.h).
     using Value = SplitRef;
     static constexpr bool binZeroFirst = false;
+    static constexpr TwiddlePoint twiddlePoint = TwiddlePoint::FirstAfterGroup;
     ComplexBuilder& arithmetic() { return uniform_; }
-    // the value in lane 0 of a split pair of its own
-    Cx single(const SplitRef& ref) { return gather({ref}); }
-    static SplitRef wrap(const Cx& v) { return laneOf(v, 0); }
     std::vector<SplitRef> split(const Tree& tree, const std::vector<SplitRef>& x, int sign);
     // Values that share a vector are multiplied together, by a constant per lane.
     std::vector<SplitRef> multiplyEach(const std::vector<SplitRef>& values, int count,
-                                       const std::function<Constant(int)>& constant);
-    static std::vector<SplitRef> padded(std::vector<SplitRef> x, int length);
+                                       const std::function<Constant(int)>& constant)
+    {
+        return multiplyInLanes(*this, values, count, constant, width_);
+    }
+
+    // `width` complex numbers (or fewer) as a split pair of vectors.
+    Cx gather(const std::vector<SplitRef>& values);
+    static SplitRef lane(const Cx& v, int lane) { return {{v.p, lane}, {v.q, lane}}; }
+    static std::array<int, 3> place(const SplitRef& ref) { return {ref.re.node, ref.im.node, ref.re.lane}; }
+    // a value as loaded: neighbouring samples in one vector, parts side by side
+    static bool loaded(const SplitRef& r)
+    {
+        return r.re.node != Graph::none && (r.re.node == r.im.node || r.re.lane != r.im.lane);
+    }
+    Cx multiplyLanes(Cx v, const std::vector<Constant>& constants);
+    // v times the twiddles of transforms t0 .. t0 + count - 1 (row fastest) at bin k1
+    Cx twiddle(Cx v, int t0, int count, int rows, int k1, int n, int sign);
 
     // A vector whose lane i holds source i; lanes with care[i] false may hold
     // anything.  On V8F (type) each half selects alike.
@@ -72,15 +85,10 @@ public:
 
 private:
     using Rows = std::vector<std::vector<SplitRef>>;  // transforms (or inputs) of a stage
-    static SplitRef laneOf(const Cx& v, int lane) { return {{v.p, lane}, {v.q, lane}}; }
-    // `width` complex numbers (or fewer) as a split pair of vectors.
-    Cx gather(const std::vector<SplitRef>& values);
     // a V8F whose lower half is half `loHalf` of `lo` and upper half `hiHalf`
     // of `hi` (half -1: a 4-lane value; node freeHalf: a half that does not matter)
     int halves(int lo, int loHalf, int hi, int hiHalf);
     Cx joinForms(Cx lower, Cx upper);
-    Cx multiplyLanes(Cx v, const std::vector<Constant>& constants);
-    Cx twiddleLanes(Cx v, int t0, int count, int rows, int k1, int n, int sign);
     // the transforms of several inputs (rows) of one tree at once
     Rows splitRows(const Tree& tree, const Rows& xs, int sign);
     // how the transforms of a stage leave the lanes of one vector: not at all,

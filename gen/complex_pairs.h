@@ -8,6 +8,7 @@
 #ifndef KVTGEN_COMPLEX_PAIRS_H
 #define KVTGEN_COMPLEX_PAIRS_H
 
+#include <array>
 #include <functional>
 #include <vector>
 
@@ -16,15 +17,14 @@
 namespace gen {
 
 // One complex number: a half of a computed vector pair, a sample still in
-// memory, or an exact zero.
+// memory, or an exact zero (no vector, as zero padding is).
 struct HalfRef {
     Cx vector;
     int half = 0;        // 0: lower complex number, 1: upper
     int sample = -1;     // >= 0: sample of src, not loaded yet
-    bool zero = false;   // zero padding, never materialised
+    bool zero = false;   // not made by the builder any more (its zeros have no vector)
 
     static HalfRef memory(int index) { HalfRef r; r.sample = index; return r; }
-    static HalfRef zeroValue() { HalfRef r; r.zero = true; return r; }
 };
 
 class PairedBuilder {
@@ -37,29 +37,38 @@ public:
         return walkTree(*this, tree, x, sign);
     }
 
-    // A vector with `low` in its lower half and `high` in its upper half; a
-    // `high` equal to `low` marks an unpaired value whose upper half is unused.
-    Cx gather(const HalfRef& low, const HalfRef& high);
-
     // The layout of the tree walk (complex_walk.h).
     using Value = HalfRef;
     static constexpr bool binZeroFirst = false;
+    static constexpr TwiddlePoint twiddlePoint = TwiddlePoint::FirstInGroup;
     ComplexBuilder& arithmetic() { return uniform_; }
-    // the value in the lower half of a vector of its own
-    Cx single(const HalfRef& ref);
-    static HalfRef wrap(const Cx& v) { return {v}; }
     // Two transforms of a stage at a time, one in each half of the vectors.
-    std::vector<HalfRef> split(const Tree& tree, const std::vector<HalfRef>& x, int sign);
+    std::vector<HalfRef> split(const Tree& tree, const std::vector<HalfRef>& x, int sign)
+    {
+        return walkSplit(*this, g_, tree, x, 2, sign);
+    }
     // Values that share a vector are multiplied together, by a constant per half.
     std::vector<HalfRef> multiplyEach(const std::vector<HalfRef>& values, int count,
-                                      const std::function<Constant(int)>& constant);
-    // Neighbouring samples share a vector.
-    std::vector<HalfRef> padded(const std::vector<HalfRef>& x, int length);
+                                      const std::function<Constant(int)>& constant)
+    {
+        return multiplyInLanes(*this, values, count, constant, 2);
+    }
+
+    // A vector with values[0] in its lower half and values[1], if given, in
+    // its upper half.
+    Cx gather(const std::vector<HalfRef>& values);
+    static HalfRef lane(const Cx& v, int half) { return {v, half}; }
+    static std::array<int, 3> place(const HalfRef& ref) { return {ref.vector.p, ref.vector.q, ref.half}; }
+    static bool loaded(const HalfRef& ref) { return ref.sample >= 0; }
+    // v times one complex constant per half
+    Cx multiplyLanes(Cx v, const std::vector<Constant>& halves)
+    {
+        return uniform_.multiplyLanes(v, {halves[0], halves[0], halves[1], halves[1]});
+    }
+    Cx twiddle(Cx v, int t0, int count, int rows, int k1, int n, int sign);
 
 private:
     int pick(int a, int halfA, int b, int halfB);
-    // v times one complex constant per half
-    Cx multiplyHalves(Cx v, Constant low, Constant high);
 
     Graph& g_;
     ComplexBuilder uniform_;
