@@ -11,9 +11,9 @@
 
 namespace gen {
 
-PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options)
+WideBody packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options)
 {
-    return wide::Packer(k, v.precision == Precision::Single, options).run(k.roots);
+    return wide::Packer(k, v.precision == Precision::Single, options).run();
 }
 
 namespace wide {
@@ -21,9 +21,9 @@ namespace wide {
 // The users of every live node and the nodes ready from the start (those
 // whose operands are all leaves); then the seeds, the rounds of pairing and
 // the stores.
-PackedKernel Packer::run(const std::vector<int>& roots)
+WideBody Packer::run()
 {
-    const std::vector<bool> live = g_.liveSet(roots);
+    const std::vector<bool> live = g_.liveSet(rootsOf(stores_));
     for (int id = 0; id < g_.size(); ++id) {
         const Node& n = node(id);
         if (n.op == Op::Input && live[static_cast<std::size_t>(id)] && span(n) >= 0)
@@ -41,6 +41,8 @@ PackedKernel Packer::run(const std::vector<int>& roots)
     seed(live);
     pairAll();
     placeStores();
+    out_.packing = "; packed for 256-bit vectors: " + std::to_string(wideNodes_) + " operations of 256 bits, " +
+                   std::to_string(narrowNodes_) + " of 128 bits, " + std::to_string(moves_) + " moves across halves";
     return std::move(out_);
 }
 
@@ -59,7 +61,7 @@ int Packer::value128(int id)
     if (known >= 0)
         return known;
     if (inWide(id)) {
-        ++out_.moves;
+        ++moves_;
         return known = make(Op::Extract, node(id).type, wideNode(id), -1, half(id));
     }
     if (!isLeaf(node(id)))
@@ -82,13 +84,13 @@ int Packer::value256(int lo, int hi)
         id = make(Op::Input, type, -1, -1, span(a));
     } else if (inWide(lo) && inWide(hi)) {
         const int wa = wideNode(lo), wb = wideNode(hi);
-        ++out_.moves;
+        ++moves_;
         id = make(Op::Permute2, type, wa, wb, half(lo) | ((wa == wb ? half(hi) : 2 + half(hi)) << 4));
     } else {
         // two constants merge into one; other values are joined
         const bool constants = a.op == Op::Const && b.op == Op::Const;
         const int l = value128(lo), h = value128(hi);
-        out_.moves += constants ? 0 : 1;
+        moves_ += constants ? 0 : 1;
         id = make(constants ? Op::Const : Op::Join, type, l, h);
     }
     wideOf_[{lo, hi}] = id;
@@ -110,7 +112,7 @@ void Packer::assignNarrow(int id)
     if (n.b >= 0)
         n.b = value128(n.b);
     at(id).narrow = out_.graph.raw(n);
-    ++out_.narrowNodes;
+    ++narrowNodes_;
     placed(id);
 }
 
@@ -124,15 +126,14 @@ void Packer::assignNarrow(int id)
 int Packer::signFlip(int wide)
 {
     const Type type = out_.graph.node(wide).type;
-    const Type halfType = type == Type::V4D ? Type::V2D : Type::V4F;
-    Node plus{Op::Const, halfType}, minus{Op::Const, halfType};
-    plus.lane0 = plus.lane1 = 1.0;
-    minus.lane0 = minus.lane1 = -1.0;
-    if (halfType == Type::V4F) {
-        plus.lane2 = plus.lane3 = 1.0;
-        minus.lane2 = minus.lane3 = -1.0;
-    }
-    const int plusSigns = out_.graph.raw(plus), minusSigns = out_.graph.raw(minus);
+    auto signs = [&](double sign) {
+        Node half{Op::Const, type == Type::V4D ? Type::V2D : Type::V4F};
+        half.lane0 = half.lane1 = sign;
+        if (half.type == Type::V4F)
+            half.lane2 = half.lane3 = sign;
+        return out_.graph.raw(half);
+    };
+    const int plusSigns = signs(1.0), minusSigns = signs(-1.0);
     return make(Op::Mul, type, wide, make(Op::Const, type, plusSigns, minusSigns));
 }
 
@@ -151,7 +152,7 @@ void Packer::assignWide(int lo, int hi)
     const int id = out_.graph.raw(n);
     at(lo).pair = at(hi).pair = {lo, hi};
     wideOf_[{lo, hi}] = id;
-    ++out_.wideNodes;
+    ++wideNodes_;
     placed(lo);
     placed(hi);
 }

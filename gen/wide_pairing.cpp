@@ -27,25 +27,24 @@ namespace gen::wide {
 // in shape, largest first and among equals in the order of the stores.
 void Packer::seed(const std::vector<bool>& live)
 {
-    const std::vector<Store>& stores = stores_;
     if (options_.seeds == PackOptions::Groups || options_.seeds == PackOptions::AlignedGroups)
         return seedFromGroups(live, options_.seeds == PackOptions::AlignedGroups);
     std::vector<std::pair<int, std::pair<std::size_t, std::size_t>>> outputs;  // (-size, the two stores)
-    for (std::size_t i = 0; i + 1 < stores.size(); ++i) {
-        if (options_.seeds == PackOptions::Neighbours && neighbours(stores[i], stores[i + 1])) {
+    for (std::size_t i = 0; i + 1 < stores_.size(); ++i) {
+        if (options_.seeds == PackOptions::Neighbours && neighbours(stores_[i], stores_[i + 1])) {
             outputs.push_back({0, {i, i + 1}});
             ++i;
         }
-        for (std::size_t j = i + 1; options_.seeds == PackOptions::Shapes && j < stores.size(); ++j)
-            if (full(stores[i]) && full(stores[j])) {
-                const int size = seedFromOutputs(stores[i].node, stores[j].node, false);
+        for (std::size_t j = i + 1; options_.seeds == PackOptions::Shapes && j < stores_.size(); ++j)
+            if (full(stores_[i]) && full(stores_[j])) {
+                const int size = seedFromOutputs(stores_[i].node, stores_[j].node, false);
                 if (size > 0)
                     outputs.push_back({-size, {i, j}});
             }
     }
     std::sort(outputs.begin(), outputs.end());
     for (const auto& [size, pair] : outputs)
-        seedFromOutputs(stores[pair.first].node, stores[pair.second].node, true);
+        seedFromOutputs(stores_[pair.first].node, stores_[pair.second].node, true);
 }
 
 // Whether x and y may be asked for as a pair: two operations that pair, not
@@ -110,17 +109,13 @@ void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
     for (const auto& [scope, depth] : depthOf)
         scopes.push_back({depth, scope});
     std::sort(scopes.begin(), scopes.end());
-    for (const auto& [depth, scope] : scopes) {
-        for (int group = 0;; group += 2) {
-            const auto lower = members.find({scope, group});
-            const auto upper = members.find({scope, group + 1});
-            if (lower == members.end() && upper == members.end() && !members.count({scope, group + 2}))
-                break;
-            if (lower == members.end() || upper == members.end())
-                continue;
-            seedSteps(lower->second, upper->second, align);
+    for (const auto& [depth, scope] : scopes)
+        for (auto lower = members.lower_bound({scope, 0}); lower != members.end() && lower->first.first == scope;
+             ++lower) {
+            const auto upper = members.find({scope, lower->first.second + 1});
+            if (lower->first.second % 2 == 0 && upper != members.end())
+                seedSteps(lower->second, upper->second, align);
         }
-    }
 }
 
 // The steps of two transforms paired in order (the k-th with the k-th), or
@@ -204,11 +199,9 @@ int Packer::pairGain(int lo, int hi) const
 {
     const Node& x = node(lo);
     const Node& y = node(hi);
-    // a pair of instructions of the shuffle unit (exchanges, selections,
-    // moves across halves) saves one of them
-    const bool shuffle = x.op == Op::Swap || x.op == Op::SwapNeg || x.op == Op::Shuffle || x.op == Op::Join ||
-                         x.op == Op::Extract || x.op == Op::Permute2;
-    const int own = shuffle ? moveCost : 1;
+    // a pair of instructions of the shuffle unit (exchanges, selections) saves
+    // one of them
+    const int own = x.op == Op::Swap || x.op == Op::SwapNeg || x.op == Op::Shuffle ? moveCost : 1;
     int wide = own + (x.op != y.op ? 1 : 0), narrow = 2 * own;
     for (auto [ox, oy] : {std::pair<int, int>{x.a, y.a}, std::pair<int, int>{x.b == x.a ? -1 : x.b, y.b}}) {
         if (ox < 0)
@@ -240,20 +233,29 @@ void Packer::pairAll()
     while (!ready_.empty()) {
         std::sort(ready_.begin(), ready_.end());
         const std::vector<int> round = std::exchange(ready_, {});
-        // 0. the pairs that the seeds ask for, as soon as both halves can be computed
-        bool made = false;
-        for (int x : round) {
-            const auto [lo, hi] = at(x).wanted;
-            if (lo >= 0 && !assigned(x) && takeable(lo == x ? hi : lo, round)) {
-                assignWide(lo, hi);
-                made = true;
+        // 0. the pairs that the seeds ask for, as soon as both halves can be
+        // computed; for the nodes no seed asks for, 1. partners whose operands
+        // already sit side by side, 2. the partner of least cost where moves
+        // across halves are needed
+        auto pairEach = [&](int step) {
+            bool made = false;
+            for (int x : round) {
+                if (assigned(x) || isWanted(x) != (step == 0))
+                    continue;
+                const auto [lo, hi] = step == 0   ? at(x).wanted
+                                      : step == 1 ? sideBySidePartner(x, round)
+                                                  : cheapestPartner(x, round);
+                if (lo >= 0 && (step > 0 || takeable(lo == x ? hi : lo, round))) {
+                    assignWide(lo, hi);
+                    made = true;
+                }
             }
-        }
-        // 1. partners whose operands already sit side by side
-        made = pairFree(round, false) || made;
-        // 2. the cheapest partner where moves across halves are needed
+            return made;
+        };
+        bool made = pairEach(0);
+        made = pairEach(1) || made;
         if (!made && options_.moves != PackOptions::NoMoves)
-            made = pairFree(round, true);
+            made = pairEach(2);
         // 3. where nothing paired, what found no partner stays 128-bit; where
         // all that is left are wanted partners that wait on each other, those
         // pairs are given up
@@ -273,23 +275,6 @@ void Packer::pairAll()
             if (!assigned(x))
                 ready_.push_back(x);
     }
-}
-
-// Pairs each node of the round that no seed asks for with the partner found
-// for it, side by side or across halves.
-bool Packer::pairFree(const std::vector<int>& round, bool acrossHalves)
-{
-    bool made = false;
-    for (int x : round) {
-        if (assigned(x) || isWanted(x))
-            continue;
-        const auto [lo, hi] = acrossHalves ? cheapestPartner(x, round) : sideBySidePartner(x, round);
-        if (lo >= 0) {
-            assignWide(lo, hi);
-            made = true;
-        }
-    }
-    return made;
 }
 
 // A partner of x found through an operand: the other half of the 256-bit
