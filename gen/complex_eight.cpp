@@ -172,17 +172,14 @@ std::optional<WideBody> exactEightLanes(const Variant& v, int n, const NarrowKer
         return out;
     out->graph.steerSums(nullptr);
     const OpCounts counts = out->graph.count(rootsOf(out->stores));
-    int wide = 0, halves = 0, alone = 0;
-    for (const Store& store : out->stores) {
-        wide += store.kind == Store::Wide ? 1 : 0;
-        halves += store.half == 1 ? 1 : 0;
-        alone += store.half == 0 ? 1 : 0;
-    }
+    int stores[3] = {0, 0, 0};  // 32-byte stores, stores of a lower half, of an upper half
+    for (const Store& store : out->stores)
+        ++stores[store.half + 1];
     out->packing = std::string("; eight lanes for 256-bit vectors") + (batch ? ", four transforms batched" : "") +
                    ": " + std::to_string(counts.additions) + " additions, " + std::to_string(counts.multiplications) +
                    " multiplications, " + std::to_string(counts.exchanges) + " selections; outputs in " +
-                   std::to_string(wide) + " 32-byte stores, " + std::to_string(halves) + " split and " +
-                   std::to_string(alone - halves) + " single";
+                   std::to_string(stores[0]) + " 32-byte stores, " + std::to_string(stores[2]) + " split and " +
+                   std::to_string(stores[1] - stores[2]) + " single";
     return out;
 }
 

@@ -58,10 +58,8 @@ std::string printStore(const Graph& graph, const Store& store, bool single)
     // from a 256-bit node, is not 16-byte aligned
     static const char* const calls[] = {"Access::storePair", "kv::storeLow", "kv::storeHigh"};
     const bool unaligned = store.kind == Store::Pair && (store.index % 2 == 1 || store.half >= 0);
-    const std::string call = store.kind == Store::Wide ? "kv::store"
-                             : !single                 ? "Access::store"
-                             : unaligned               ? "kv::store"
-                                                       : calls[store.kind];
+    const std::string call = store.kind == Store::Wide || (single && unaligned) ? "kv::store"
+                             : single ? calls[store.kind] : "Access::store";
     return call + "(y + " + std::to_string(2 * store.index) + ", " + value + ")";
 }
 

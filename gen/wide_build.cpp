@@ -46,15 +46,6 @@ WideBody Packer::run()
     return std::move(out_);
 }
 
-int Packer::make(Op op, Type type, int a, int b, int index)
-{
-    Node n{op, type};
-    n.a = a;
-    n.b = b;
-    n.index = index;
-    return out_.graph.raw(n);
-}
-
 int Packer::value128(int id)
 {
     int& known = at(id).narrow;
@@ -62,7 +53,7 @@ int Packer::value128(int id)
         return known;
     if (inWide(id)) {
         ++moves_;
-        return known = make(Op::Extract, node(id).type, wideNode(id), -1, half(id));
+        return known = out_.graph.raw({Op::Extract, node(id).type, wideNode(id), -1, half(id)});
     }
     if (!isLeaf(node(id)))
         throw std::logic_error("a value used before it is computed");
@@ -79,19 +70,19 @@ int Packer::value256(int lo, int hi)
     const Type type = a.type == Type::V2D ? Type::V4D : Type::V8F;
     int id = -1;
     if (a.op == Op::Param && b.op == Op::Param && a.index == b.index) {
-        id = make(Op::Param, type, -1, -1, a.index);
+        id = out_.graph.raw({Op::Param, type, -1, -1, a.index});
     } else if (joinCost(lo, hi) == 0 && a.op == Op::Input && b.op == Op::Input) {
-        id = make(Op::Input, type, -1, -1, span(a));
+        id = out_.graph.raw({Op::Input, type, -1, -1, span(a)});
     } else if (inWide(lo) && inWide(hi)) {
         const int wa = wideNode(lo), wb = wideNode(hi);
         ++moves_;
-        id = make(Op::Permute2, type, wa, wb, half(lo) | ((wa == wb ? half(hi) : 2 + half(hi)) << 4));
+        id = out_.graph.raw({Op::Permute2, type, wa, wb, half(lo) | ((wa == wb ? half(hi) : 2 + half(hi)) << 4)});
     } else {
         // two constants merge into one; other values are joined
         const bool constants = a.op == Op::Const && b.op == Op::Const;
         const int l = value128(lo), h = value128(hi);
         moves_ += constants ? 0 : 1;
-        id = make(constants ? Op::Const : Op::Join, type, l, h);
+        id = out_.graph.raw({constants ? Op::Const : Op::Join, type, l, h});
     }
     wideOf_[{lo, hi}] = id;
     return id;
@@ -134,7 +125,8 @@ int Packer::signFlip(int wide)
         return out_.graph.raw(half);
     };
     const int plusSigns = signs(1.0), minusSigns = signs(-1.0);
-    return make(Op::Mul, type, wide, make(Op::Const, type, plusSigns, minusSigns));
+    const int halves = out_.graph.raw({Op::Const, type, plusSigns, minusSigns});
+    return out_.graph.raw({Op::Mul, type, wide, halves});
 }
 
 void Packer::assignWide(int lo, int hi)

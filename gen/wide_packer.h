@@ -83,7 +83,6 @@ private:
     bool usersPair(int lo, int hi) const;
 
     // nodes of the packed graph (wide_build.cpp)
-    int make(Op op, Type type, int a, int b = -1, int index = -1);
     int value128(int id);
     int value256(int lo, int hi);
     void assignNarrow(int id);

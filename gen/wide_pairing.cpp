@@ -16,6 +16,7 @@
 // addition and a subtraction) on operands of the same shape, so that each
 // half computes exactly its 128-bit node.
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "wide_packer.h"
@@ -52,11 +53,9 @@ void Packer::seed(const std::vector<bool>& live)
 // neither needs the other.
 bool Packer::seedable(int x, int y, bool checkOrder) const
 {
-    if (x < 0 || y < 0 || isLeaf(node(x)) || isLeaf(node(y)) || isWanted(x) || isWanted(y) ||
-        !pairable(x, y))
-        return false;
     // a node's operands come before it
-    return !checkOrder || !g_.liveSet({std::max(x, y)})[static_cast<std::size_t>(std::min(x, y))];
+    return x >= 0 && y >= 0 && !isLeaf(node(x)) && !isLeaf(node(y)) && !isWanted(x) && !isWanted(y) &&
+           pairable(x, y) && (!checkOrder || !g_.liveSet({std::max(x, y)})[static_cast<std::size_t>(std::min(x, y))]);
 }
 
 // Two outputs want to be computed side by side; so do the operands of two
@@ -96,19 +95,17 @@ void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
 {
     std::map<std::pair<int, int>, std::vector<int>> members;
     std::map<int, int> depthOf;
+    std::set<std::pair<int, int>> scopes;  // (depth, scope), a scope at the depth its first node has
     for (int id = 0; id < g_.size(); ++id) {
         if (!live[static_cast<std::size_t>(id)] || isLeaf(node(id)))
             continue;
         const auto& groups = g_.groupsOf(id);
         for (std::size_t d = 0; d < groups.size(); ++d) {
             members[groups[d]].push_back(id);
-            depthOf.emplace(groups[d].first, static_cast<int>(d));
+            if (depthOf.emplace(groups[d].first, static_cast<int>(d)).second)
+                scopes.insert({static_cast<int>(d), groups[d].first});
         }
     }
-    std::vector<std::pair<int, int>> scopes;  // (depth, scope)
-    for (const auto& [scope, depth] : depthOf)
-        scopes.push_back({depth, scope});
-    std::sort(scopes.begin(), scopes.end());
     for (const auto& [depth, scope] : scopes)
         for (auto lower = members.lower_bound({scope, 0}); lower != members.end() && lower->first.first == scope;
              ++lower) {
@@ -168,31 +165,23 @@ int Packer::extractCost(int id) const
 
 bool Packer::compatible(int x, int y) const
 {
-    if (x == y)
-        return false;
     const Node& a = node(x);
     const Node& b = node(y);
-    // an addition pairs with a subtraction: see signFlip
+    // an addition pairs with a subtraction (see signFlip); an operand used
+    // twice must stay so in both halves
     const bool sum = (a.op == Op::Add || a.op == Op::Sub) && (b.op == Op::Add || b.op == Op::Sub);
-    if ((a.op != b.op && !sum) || a.type != b.type || a.index != b.index)
-        return false;
-    if ((a.a < 0) != (b.a < 0) || (a.b < 0) != (b.b < 0))
-        return false;
-    // an operand used twice must stay so in both halves
-    return (a.a == a.b) == (b.a == b.b);
+    return x != y && (a.op == b.op || sum) && a.type == b.type && a.index == b.index && (a.a < 0) == (b.a < 0) &&
+           (a.b < 0) == (b.b < 0) && (a.a == a.b) == (b.a == b.b);
 }
 
 // Whether two operations pair and no node uses both: such a pair would have
-// to add its own two halves.
+// to add its own two halves.  (A node that uses both is a user of each.)
 bool Packer::pairable(int x, int y) const
 {
-    if (!compatible(x, y))
-        return false;
-    for (auto [p, q] : {std::pair<int, int>{x, y}, std::pair<int, int>{y, x}})
-        for (int user : at(p).users)
-            if (node(user).a == q || node(user).b == q)
-                return false;
-    return true;
+    for (int user : at(x).users)
+        if (node(user).a == y || node(user).b == y)
+            return false;
+    return compatible(x, y);
 }
 
 int Packer::pairGain(int lo, int hi) const
@@ -217,14 +206,9 @@ int Packer::pairGain(int lo, int hi) const
 bool Packer::usersPair(int lo, int hi) const
 {
     for (int u : at(lo).users)
-        for (int v : at(hi).users) {
-            if (!compatible(u, v))
-                continue;
-            const Node& a = node(u);
-            const Node& b = node(v);
-            if ((a.a == lo && b.a == hi) || (a.b == lo && b.b == hi))
+        for (int v : at(hi).users)
+            if (((node(u).a == lo && node(v).a == hi) || (node(u).b == lo && node(v).b == hi)) && compatible(u, v))
                 return true;
-        }
     return false;
 }
 
