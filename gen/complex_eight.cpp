@@ -163,13 +163,10 @@ std::optional<WideBody> exactEightLanes(const Variant& v, int n, const NarrowKer
     WideBody first = build();
     orientations.keepLanes(liveLanes(first.graph, outputLanes(first.stores, n)));
     WideBody second = build();
-    std::optional<WideBody> out;
-    if (exact(second))
-        out = std::move(second);
-    else if (exact(first))
-        out = std::move(first);
-    else
-        return out;
+    const bool useSecond = exact(second);
+    if (!useSecond && !exact(first))
+        return std::nullopt;
+    std::optional<WideBody> out = std::move(useSecond ? second : first);
     out->graph.steerSums(nullptr);
     const OpCounts counts = out->graph.count(rootsOf(out->stores));
     int stores[3] = {0, 0, 0};  // 32-byte stores, stores of a lower half, of an upper half

@@ -71,16 +71,15 @@ Form searchForm(const Variant& v, int n)
     const std::string& baseline = target().baseline;
     const Flow flow = baseline.empty() || baseline == target().name ? searchFlow(v, n)
                                                                       : flowOf(formOn(v.kernelName(n), baseline));
-    Form form;
-    form.set("flow", flowNames[static_cast<int>(flow)]);
+    const Form form = Form().set("flow", flowNames[static_cast<int>(flow)]);
+    Form chosen = Form(form).set("body", "narrow");
     if (!target().wide() || flow == Flow::Scalar)
-        return form.set("body", "narrow");
+        return chosen;
     // A 256-bit target gives a vector flow the body of least time: of the
     // 128-bit graph as it stands, its packings and (split flows) the
     // eight-lane layouts, the first that takes it.
     const NarrowKernel k = buildNarrow(v, n, flow);
     int best = timeCost(k.graph, k.stores);
-    Form chosen = Form(form).set("body", "narrow");
     auto consider = [&](const WideBody& body, const Form& as) {
         const int time = timeCost(body.graph, body.stores);
         if (time < best) {

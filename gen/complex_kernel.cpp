@@ -11,14 +11,15 @@ namespace gen {
 
 namespace {
 
-// The place of a name in a list of the table's names, or -1.
+// The place of a field's value among the table's names for it; a name not
+// there stops the generator.
 template <std::size_t N>
-int indexOf(const char* const (&names)[N], const std::string& name)
+int valueIndex(const Form& form, const std::string& field, const char* const (&names)[N])
 {
     for (std::size_t i = 0; i < N; ++i)
-        if (name == names[i])
+        if (form.get(field) == names[i])
             return static_cast<int>(i);
-    return -1;
+    formError(form.kernel, "unknown " + field + " " + form.get(field));
 }
 
 // The loads of every flow and wide body: a real number (Complex32 scalar
@@ -59,7 +60,8 @@ std::string printStore(const Graph& graph, const Store& store, bool single)
     static const char* const calls[] = {"Access::storePair", "kv::storeLow", "kv::storeHigh"};
     const bool unaligned = store.kind == Store::Pair && (store.index % 2 == 1 || store.half >= 0);
     const std::string call = store.kind == Store::Wide || (single && unaligned) ? "kv::store"
-                             : single ? calls[store.kind] : "Access::store";
+                             : single                                           ? calls[store.kind]
+                                                                                : "Access::store";
     return call + "(y + " + std::to_string(2 * store.index) + ", " + value + ")";
 }
 
@@ -146,11 +148,8 @@ WideBody wideBody(const Variant& v, int n, const NarrowKernel& k, const Form& fo
             formError(form.kernel, "no eight-lane body gives the bits of the 128-bit flow");
         return std::move(*eight);
     }
-    const int seeds = indexOf(seedsNames, form.get("seeds")), moves = indexOf(movesNames, form.get("moves"));
-    if (seeds < 0 || moves < 0)
-        formError(form.kernel, "unknown packing " + form.get("seeds") + "/" + form.get("moves"));
-    WideBody packed =
-        packNarrow(v, k, {static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)});
+    const auto seeds = static_cast<PackOptions::Seeds>(valueIndex(form, "seeds", seedsNames));
+    WideBody packed = packNarrow(v, k, {seeds, static_cast<PackOptions::Moves>(valueIndex(form, "moves", movesNames))});
     const bool single = v.precision == Precision::Single;
     verifyBody(form.kernel, k.graph, outputLanes(k.stores, n, single), packed.graph,
                outputLanes(packed.stores, n, single), checkInputs(n), 1.0 / n);
@@ -183,10 +182,7 @@ OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single)
 
 Flow flowOf(const Form& form)
 {
-    const int flow = indexOf(flowNames, form.get("flow"));
-    if (flow < 0)
-        formError(form.kernel, "unknown flow " + form.get("flow"));
-    return static_cast<Flow>(flow);
+    return static_cast<Flow>(valueIndex(form, "flow", flowNames));
 }
 
 OpCounts arithmeticCounts(const Variant& v, int n)

@@ -141,9 +141,8 @@ void Packer::assignWide(int lo, int hi)
         n.b = x.b == x.a ? n.a : value256(x.b, y.b);
     if (x.op != y.op)
         n.b = signFlip(n.b);
-    const int id = out_.graph.raw(n);
+    wideOf_[{lo, hi}] = out_.graph.raw(n);
     at(lo).pair = at(hi).pair = {lo, hi};
-    wideOf_[{lo, hi}] = id;
     ++wideNodes_;
     placed(lo);
     placed(hi);

@@ -54,8 +54,8 @@ void Packer::seed(const std::vector<bool>& live)
 bool Packer::seedable(int x, int y, bool checkOrder) const
 {
     // a node's operands come before it
-    return x >= 0 && y >= 0 && !isLeaf(node(x)) && !isLeaf(node(y)) && !isWanted(x) && !isWanted(y) &&
-           pairable(x, y) && (!checkOrder || !g_.liveSet({std::max(x, y)})[static_cast<std::size_t>(std::min(x, y))]);
+    return x >= 0 && y >= 0 && !isLeaf(node(x)) && !isLeaf(node(y)) && !isWanted(x) && !isWanted(y) && pairable(x, y) &&
+           (!checkOrder || !g_.liveSet({std::max(x, y)})[static_cast<std::size_t>(std::min(x, y))]);
 }
 
 // Two outputs want to be computed side by side; so do the operands of two
