@@ -3,7 +3,6 @@
 // of forms gives it (complex_kernel.h).
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "complex_kernel.h"
 

@@ -148,6 +148,8 @@ WideBody wideBody(const Variant& v, int n, const NarrowKernel& k, const Form& fo
             formError(form.kernel, "no eight-lane body gives the bits of the 128-bit flow");
         return std::move(*eight);
     }
+    if (form.get("body") != "packed")
+        formError(form.kernel, "unknown body " + form.get("body"));
     const auto seeds = static_cast<PackOptions::Seeds>(valueIndex(form, "seeds", seedsNames));
     WideBody packed = packNarrow(v, k, {seeds, static_cast<PackOptions::Moves>(valueIndex(form, "moves", movesNames))});
     const bool single = v.precision == Precision::Single;
@@ -221,22 +223,13 @@ NarrowKernel buildNarrow(const Variant& v, int n, Flow flow)
 Kernel buildKernel(const Variant& v, int n, const Form& form)
 {
     const NarrowKernel k = buildNarrow(v, n, flowOf(form));
-    const bool single = v.precision == Precision::Single;
     Kernel kernel = k.kernel;
-    const std::string& body = form.get("body");
-    if (body != "narrow" && (!target().wide() || !kernel.vector))
-        formError(form.kernel, "body " + body + " needs a 256-bit target and a vector flow");
-    if (body == "narrow") {
-        kernel.body = printBody(k.graph, k.stores, single);
-        if (target().wide() && kernel.vector)
-            kernel.packing = "; kept at 128 bits";
-        return kernel;
-    }
-    if (body != "packed" && body != "eight")
-        formError(form.kernel, "unknown body " + body);
-    const WideBody wide = wideBody(v, n, k, form);
-    kernel.body = printBody(wide.graph, wide.stores, single);
-    kernel.packing = wide.packing;
+    const bool single = v.precision == Precision::Single, narrow = form.get("body") == "narrow";
+    if (!narrow && (!target().wide() || !kernel.vector))
+        formError(form.kernel, "body " + form.get("body") + " needs a 256-bit target and a vector flow");
+    const WideBody wide = narrow ? WideBody() : wideBody(v, n, k, form);
+    kernel.body = narrow ? printBody(k.graph, k.stores, single) : printBody(wide.graph, wide.stores, single);
+    kernel.packing = !narrow ? wide.packing : target().wide() && kernel.vector ? "; kept at 128 bits" : "";
     return kernel;
 }
 

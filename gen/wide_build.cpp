@@ -154,13 +154,11 @@ void Packer::placeStores()
     for (std::size_t i = 0; i < stores_.size(); ++i) {
         const Store& s = stores_[i];
         const Store* t = i + 1 < stores_.size() ? &stores_[i + 1] : nullptr;
-        if (t && neighbours(s, *t) && inWide(s.node) && inWide(t->node) &&
-            (wideOf_.count({s.node, t->node}) || extractCost(s.node) + extractCost(t->node) > 0)) {
-            out_.stores.push_back({Store::Wide, s.index, value256(s.node, t->node)});
-            ++i;
-            continue;
-        }
-        out_.stores.push_back({s.kind, s.index, value128(s.node)});
+        const bool wide = t && neighbours(s, *t) && inWide(s.node) && inWide(t->node) &&
+                          (wideOf_.count({s.node, t->node}) || extractCost(s.node) + extractCost(t->node) > 0);
+        out_.stores.push_back(wide ? Store{Store::Wide, s.index, value256(s.node, t->node)}
+                                   : Store{s.kind, s.index, value128(s.node)});
+        i += wide ? 1 : 0;
     }
 }
 
