@@ -3,9 +3,7 @@
 // of forms gives it (complex_kernel.h).
 #include <sstream>
 #include <string>
-#include <vector>
 
-#include "complex_builder.h"
 #include "complex_kernel.h"
 
 namespace gen {
@@ -65,30 +63,6 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
     return out.str();
 }
 
-// The real additions and multiplications of a length's tree, whatever the
-// vector layout: the scalar graph for Complex32, twice the vector graph of
-// Complex64 (one operation per lane).
-OpCounts arithmeticCounts(const Variant& v, int n, const Kernel& kernel)
-{
-    if (v.precision == Precision::Double) {
-        OpCounts c = kernel.counts;
-        c.additions *= 2;
-        c.multiplications *= 2;
-        return c;
-    }
-    Graph graph;
-    ComplexBuilder builder(graph);
-    std::vector<Cx> x(static_cast<std::size_t>(n));
-    for (int i = 0; i < n; ++i)
-        x[static_cast<std::size_t>(i)] = {graph.input(Type::F32, 2 * i), graph.input(Type::F32, 2 * i + 1)};
-    std::vector<int> roots;
-    for (const Cx& value : builder.dft(*complexRule(n, v.precision), x, v.inverse ? 1 : -1)) {
-        roots.push_back(value.p);
-        roots.push_back(value.q);
-    }
-    return graph.count(roots);
-}
-
 void emitComplex(const std::string& directory)
 {
     // The operation counts of every kernel, for benchmarks and tests to hold
@@ -108,7 +82,7 @@ void emitComplex(const std::string& directory)
             for (int n = 2; n <= 64; ++n) {
                 const Kernel kernel = buildKernel(v, n, formOf(v.kernelName(n), [&] { return searchForm(v, n); }));
                 writeIfChanged(directory + "/" + stem + "_" + std::to_string(n) + ".cpp", kernelUnit(v, n, kernel));
-                const OpCounts c = arithmeticCounts(v, n, kernel);
+                const OpCounts c = arithmeticCounts(v, n);
                 counts << "    {" << n << ", " << c.additions << ", " << c.multiplications << ", " << kernel.counts.exchanges
                        << "},\n";
             }

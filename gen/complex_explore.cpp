@@ -8,16 +8,16 @@ namespace gen {
 
 namespace {
 
-// The time of a 256-bit body (the nodes the roots need and `stores` store
-// instructions), as the target's cost model weighs them: an operation (an
-// arithmetic instruction, a selection inside the halves, a load), a move
-// across halves, a load into an upper half, a store; a multiplication by i
-// is two operations.
-int timeCost(const Graph& g, const std::vector<int>& roots, int stores)
+// The time of a 256-bit body (the nodes its stores need and the stores), as
+// the target's cost model weighs them: an operation (an arithmetic
+// instruction, a selection inside the halves, a load), a move across halves,
+// a load into an upper half, a store; a multiplication by i is two
+// operations.
+int timeCost(const Graph& g, const std::vector<Store>& stores)
 {
     const Target& t = target();
-    const std::vector<bool> live = g.liveSet(roots);
-    int cost = stores * t.weight("store");
+    const std::vector<bool> live = g.liveSet(rootsOf(stores));
+    int cost = static_cast<int>(stores.size()) * t.weight("store");
     for (int id = 0; id < g.size(); ++id) {
         const Node& n = g.node(id);
         if (!live[static_cast<std::size_t>(id)] || n.op == Op::Const || n.op == Op::Param ||
@@ -49,7 +49,7 @@ Flow searchFlow(const Variant& v, int n)
         const NarrowKernel k = buildNarrow(v, n, flow);
         const OpCounts& c = k.kernel.counts;
         int memoryAccesses = static_cast<int>(k.stores.size());  // the stores and the loads the outputs need
-        const std::vector<bool> live = k.graph.liveSet(k.roots);
+        const std::vector<bool> live = k.graph.liveSet(rootsOf(k.stores));
         for (int id = 0; id < k.graph.size(); ++id)
             memoryAccesses += live[static_cast<std::size_t>(id)] && k.graph.node(id).op == Op::Input ? 1 : 0;
         const int cost = t.weight("arithmetic") * (c.additions + c.multiplications + c.signFlips) +
@@ -71,40 +71,29 @@ Form searchForm(const Variant& v, int n)
     const std::string& baseline = target().baseline;
     const Flow flow = baseline.empty() || baseline == target().name ? searchFlow(v, n)
                                                                       : flowOf(formOn(v.kernelName(n), baseline));
-    Form form;
-    form.set("flow", flowNames[static_cast<int>(flow)]);
+    const Form form = Form().set("flow", flowNames[static_cast<int>(flow)]);
+    Form chosen = Form(form).set("body", "narrow");
     if (!target().wide() || flow == Flow::Scalar)
-        return form.set("body", "narrow");
+        return chosen;
     // A 256-bit target gives a vector flow the body of least time: of the
     // 128-bit graph as it stands, its packings and (split flows) the
     // eight-lane layouts, the first that takes it.
     const NarrowKernel k = buildNarrow(v, n, flow);
-    int best = timeCost(k.graph, k.roots, static_cast<int>(k.stores.size()));
-    Form chosen = Form(form).set("body", "narrow");
-    for (int seeds = PackOptions::None; seeds <= PackOptions::AlignedGroups; ++seeds)
-        for (int moves = PackOptions::NoMoves; moves <= PackOptions::Lookahead; ++moves) {
-            const PackedKernel packed =
-                packNarrow(v, k, {static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)});
-            std::vector<int> roots;
-            for (const Store& store : packed.stores)
-                roots.push_back(store.node);
-            const int time = timeCost(packed.graph, roots, static_cast<int>(packed.stores.size()));
-            if (time < best) {
-                best = time;
-                chosen = Form(form).set("body", "packed").set("seeds", seedsNames[seeds]);
-                chosen.set("moves", movesNames[moves]);
-            }
-        }
-    const TreePtr tree = complexRule(n, v.precision);
-    for (int batch = 0; flow == Flow::Split && batch < 2; ++batch) {
-        const EightLanes eight = exactEightLanes(n, *tree, v.inverse ? 1 : -1, batch == 1, k.graph, k.roots,
-                                                 outputLanes(k.stores, n));
-        const int time = eight.graph ? timeCost(*eight.graph, eight.roots, eight.storeInstructions) : best;
+    int best = timeCost(k.graph, k.stores);
+    auto consider = [&](const WideBody& body, const Form& as) {
+        const int time = timeCost(body.graph, body.stores);
         if (time < best) {
             best = time;
-            chosen = Form(form).set("body", "eight").set("batch", batch == 1 ? "yes" : "no");
+            chosen = as;
         }
-    }
+    };
+    for (int seeds = PackOptions::None; seeds <= PackOptions::AlignedGroups; ++seeds)
+        for (int moves = PackOptions::NoMoves; moves <= PackOptions::Lookahead; ++moves)
+            consider(packNarrow(v, k, {static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)}),
+                     Form(form).set("body", "packed").set("seeds", seedsNames[seeds]).set("moves", movesNames[moves]));
+    for (int batch = 0; flow == Flow::Split && batch < 2; ++batch)
+        if (const std::optional<WideBody> eight = exactEightLanes(v, n, k, batch == 1))
+            consider(*eight, Form(form).set("body", "eight").set("batch", batch == 1 ? "yes" : "no"));
     return chosen;
 }
 

@@ -11,19 +11,30 @@ namespace gen {
 
 namespace {
 
-// The place of a name in a list of the table's names, or -1.
+// The place of a field's value among the table's names for it; a name not
+// there stops the generator.
 template <std::size_t N>
-int indexOf(const char* const (&names)[N], const std::string& name)
+int valueIndex(const Form& form, const std::string& field, const char* const (&names)[N])
 {
     for (std::size_t i = 0; i < N; ++i)
-        if (name == names[i])
+        if (form.get(field) == names[i])
             return static_cast<int>(i);
-    return -1;
+    formError(form.kernel, "unknown " + field + " " + form.get(field));
 }
 
-std::string printInputPair(const Node& node)
+// The loads of every flow and wide body: a real number (Complex32 scalar
+// flow), a sample (Complex64), two samples or one (Complex32 vectors), 256 bits
+// from an offset in real numbers.
+std::string printInput(const Node& node)
 {
-    const std::string first = "x + " + std::to_string(2 * node.index);
+    const std::string at = std::to_string(node.index), first = "x + " + std::to_string(2 * node.index);
+    switch (node.type) {
+    case Type::F32: return "x[" + at + "]";
+    case Type::V2D: return "Access::load(" + first + ")";
+    case Type::V4D: return "kv::load<kv::dwide>(x + " + at + ")";
+    case Type::V8F: return "kv::load<kv::fwide>(x + " + at + ")";
+    default: break;
+    }
     if (node.index2 < 0)
         return "kv::loadLow(" + first + ")";
     if (node.index2 == node.index + 1)
@@ -31,28 +42,34 @@ std::string printInputPair(const Node& node)
     return "kv::loadLowHigh(" + first + ", x + " + std::to_string(2 * node.index2) + ")";
 }
 
+// The scale factor, in both halves of a 256-bit vector.
+std::string printParam(const Node& node)
+{
+    return node.type == Type::V4D || node.type == Type::V8F ? "kv::join(c, c)" : "c";
+}
+
 std::string printStore(const Graph& graph, const Store& store, bool single)
 {
-    const std::string value = store.node >= 0 ? valueOf(graph, store.node) : "0.0f";
+    std::string value = store.node >= 0 ? valueOf(graph, store.node) : "0.0f";
     if (store.kind == Store::Scalar)
         return "y[" + std::to_string(store.index) + "] = " + value;
-    // Complex32 by kind (Pair, Low, High); a pair from an odd sample on is not 16-byte aligned
+    if (store.half >= 0)
+        value = (store.half == 0 ? "kv::lowHalf(" : "kv::highHalf(") + value + ")";
+    // Complex32 by kind (Pair, Low, High); a pair from an odd sample on, or
+    // from a 256-bit node, is not 16-byte aligned
     static const char* const calls[] = {"Access::storePair", "kv::storeLow", "kv::storeHigh"};
-    const std::string call = store.kind == Store::Wide                            ? "kv::store"
-                             : !single                                            ? "Access::store"
-                             : store.kind == Store::Pair && store.index % 2 == 1 ? "kv::store"
-                                                                                  : calls[store.kind];
+    const bool unaligned = store.kind == Store::Pair && (store.index % 2 == 1 || store.half >= 0);
+    const std::string call = store.kind == Store::Wide || (single && unaligned) ? "kv::store"
+                             : single                                           ? calls[store.kind]
+                                                                                : "Access::store";
     return call + "(y + " + std::to_string(2 * store.index) + ", " + value + ")";
 }
 
 // The body of a kernel: all loads and arithmetic, then the stores.
-std::string printBody(const Graph& graph, const std::vector<Store>& stores, const NodePrinter& printer, bool single)
+std::string printBody(const Graph& graph, const std::vector<Store>& stores, bool single)
 {
-    std::vector<int> roots;
-    for (const Store& store : stores)
-        roots.push_back(store.node);
     std::ostringstream body;
-    body << printNodes(graph, roots, printer, "    ");
+    body << printNodes(graph, rootsOf(stores), {printInput, printParam, {}}, "    ");
     for (const Store& store : stores)
         body << "    " << printStore(graph, store, single) << ";\n";
     return body.str();
@@ -116,13 +133,40 @@ void buildComplexFlow(int n, const Tree& tree, int sign, bool single, NarrowKern
             k.stores.push_back({Store::Pair, i, graph.mul(graph.add(value.p, graph.swapNeg(value.q)), factor)});
         }
     }
-    k.printer.input = [single](const Node& node) {
-        return single ? "x[" + std::to_string(node.index) + "]"
-                      : "Access::load(x + " + std::to_string(2 * node.index) + ")";
-    };
+}
+
+// The 256-bit body of a vector kernel that the form names: the 128-bit graph
+// packed two nodes to a 256-bit node as the form's options pair them, checked
+// to give the 128-bit graph's bits, or (split flows) eight lanes wide.
+WideBody wideBody(const Variant& v, int n, const NarrowKernel& k, const Form& form)
+{
+    if (form.get("body") == "eight") {
+        if (flowOf(form) != Flow::Split)
+            formError(form.kernel, "eight lanes need the split flow");
+        std::optional<WideBody> eight = exactEightLanes(v, n, k, form.get("batch") == "yes");
+        if (!eight)
+            formError(form.kernel, "no eight-lane body gives the bits of the 128-bit flow");
+        return std::move(*eight);
+    }
+    if (form.get("body") != "packed")
+        formError(form.kernel, "unknown body " + form.get("body"));
+    const auto seeds = static_cast<PackOptions::Seeds>(valueIndex(form, "seeds", seedsNames));
+    WideBody packed = packNarrow(v, k, {seeds, static_cast<PackOptions::Moves>(valueIndex(form, "moves", movesNames))});
+    const bool single = v.precision == Precision::Single;
+    verifyBody(form.kernel, k.graph, outputLanes(k.stores, n, single), packed.graph,
+               outputLanes(packed.stores, n, single), checkInputs(n), 1.0 / n);
+    return packed;
 }
 
 }  // namespace
+
+std::vector<int> rootsOf(const std::vector<Store>& stores)
+{
+    std::vector<int> roots;
+    for (const Store& store : stores)
+        roots.push_back(store.node);
+    return roots;
+}
 
 OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single)
 {
@@ -131,7 +175,7 @@ OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single)
     static const int lanes[2][5] = {{2, 2, 2, 1, 4}, {4, 2, 2, 1, 8}};
     for (const Store& store : stores) {
         const int place = store.kind == Store::Scalar ? store.index : 2 * store.index;
-        const int first = store.kind == Store::High ? 2 : 0;
+        const int first = (store.kind == Store::High ? 2 : 0) + (store.half == 1 ? 4 : 0);
         for (int i = 0; i < lanes[single][store.kind]; ++i)
             y[static_cast<std::size_t>(place + i)] = {store.node, first + i};
     }
@@ -140,10 +184,18 @@ OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single)
 
 Flow flowOf(const Form& form)
 {
-    const int flow = indexOf(flowNames, form.get("flow"));
-    if (flow < 0)
-        formError(form.kernel, "unknown flow " + form.get("flow"));
-    return static_cast<Flow>(flow);
+    return static_cast<Flow>(valueIndex(form, "flow", flowNames));
+}
+
+OpCounts arithmeticCounts(const Variant& v, int n)
+{
+    const bool single = v.precision == Precision::Single;
+    NarrowKernel k;
+    buildComplexFlow(n, *complexRule(n, v.precision), v.inverse ? 1 : -1, single, k);
+    OpCounts c = k.graph.count(rootsOf(k.stores));
+    c.additions *= single ? 1 : 2;
+    c.multiplications *= single ? 1 : 2;
+    return c;
 }
 
 NarrowKernel buildNarrow(const Variant& v, int n, Flow flow)
@@ -159,79 +211,25 @@ NarrowKernel buildNarrow(const Variant& v, int n, Flow flow)
     NarrowKernel k;
     k.kernel.vector = flow != Flow::Scalar;
     k.kernel.layout = layouts[static_cast<int>(flow)];
-    if (flow == Flow::Scalar || flow == Flow::Parts) {
+    if (flow == Flow::Scalar || flow == Flow::Parts)
         buildComplexFlow(n, *tree, v.inverse ? 1 : -1, single, k);
-    } else {
+    else
         buildVectorFlow(n, *tree, v.inverse ? 1 : -1, flow, k);
-        k.printer.input = printInputPair;
-    }
-    k.printer.param = [](const Node&) { return std::string("c"); };
-    for (const Store& store : k.stores)
-        k.roots.push_back(store.node);
-    k.kernel.counts = k.graph.count(k.roots);
+    k.kernel.counts = k.graph.count(rootsOf(k.stores));
     return k;
 }
-
-namespace {
-
-// The body of a vector kernel for the 256-bit target: the 128-bit graph packed
-// two nodes to a 256-bit node as the form's options pair them, neighbouring
-// samples loaded and stored 32 bytes at a time; checked to give the 128-bit
-// graph's bits.
-std::string packedBody(const Variant& v, int n, const NarrowKernel& k, const Form& form, Kernel& kernel)
-{
-    const int seeds = indexOf(seedsNames, form.get("seeds")), moves = indexOf(movesNames, form.get("moves"));
-    if (seeds < 0 || moves < 0)
-        formError(form.kernel, "unknown packing " + form.get("seeds") + "/" + form.get("moves"));
-    const PackedKernel packed =
-        packNarrow(v, k, {static_cast<PackOptions::Seeds>(seeds), static_cast<PackOptions::Moves>(moves)});
-    const bool single = v.precision == Precision::Single;
-    verifyBody(form.kernel, k.graph, outputLanes(k.stores, n, single), packed.graph,
-               outputLanes(packed.stores, n, single), checkInputs(n), 1.0 / n);
-    NodePrinter printer = k.printer;
-    printer.input = [narrow = k.printer, single](const Node& node) {
-        if (node.type == Type::V4D || node.type == Type::V8F)
-            return std::string(single ? "kv::load<kv::fwide>(x + " : "kv::load<kv::dwide>(x + ") +
-                   std::to_string(node.index) + ")";
-        return narrow.input(node);
-    };
-    printer.param = [](const Node& node) {
-        return std::string(node.type == Type::V4D || node.type == Type::V8F ? "kv::join(c, c)" : "c");
-    };
-    kernel.packing = "; packed for 256-bit vectors: " + std::to_string(packed.wideNodes) + " operations of 256 bits, " +
-                     std::to_string(packed.narrowNodes) + " of 128 bits, " + std::to_string(packed.moves) +
-                     " moves across halves";
-    return printBody(packed.graph, packed.stores, printer, single);
-}
-
-}  // namespace
 
 // A kernel in the form its line of the table gives it.
 Kernel buildKernel(const Variant& v, int n, const Form& form)
 {
     const NarrowKernel k = buildNarrow(v, n, flowOf(form));
     Kernel kernel = k.kernel;
-    const std::string& body = form.get("body");
-    if (body != "narrow" && (!target().wide() || !kernel.vector))
-        formError(form.kernel, "body " + body + " needs a 256-bit target and a vector flow");
-    if (body == "packed") {
-        kernel.body = packedBody(v, n, k, form, kernel);
-    } else if (body == "eight") {
-        if (flowOf(form) != Flow::Split)
-            formError(form.kernel, "eight lanes need the split flow");
-        const EightLanes eight = exactEightLanes(n, *complexRule(n, v.precision), v.inverse ? 1 : -1,
-                                                 form.get("batch") == "yes", k.graph, k.roots,
-                                                 outputLanes(k.stores, n));
-        if (!eight.graph)
-            formError(form.kernel, "no eight-lane body gives the bits of the 128-bit flow");
-        kernel.body = eightLanesBody(eight, k.printer, kernel);
-    } else if (body == "narrow") {
-        kernel.body = printBody(k.graph, k.stores, k.printer, v.precision == Precision::Single);
-        if (target().wide() && kernel.vector)
-            kernel.packing = "; kept at 128 bits";
-    } else {
-        formError(form.kernel, "unknown body " + body);
-    }
+    const bool single = v.precision == Precision::Single, narrow = form.get("body") == "narrow";
+    if (!narrow && (!target().wide() || !kernel.vector))
+        formError(form.kernel, "body " + form.get("body") + " needs a 256-bit target and a vector flow");
+    const WideBody wide = narrow ? WideBody() : wideBody(v, n, k, form);
+    kernel.body = narrow ? printBody(k.graph, k.stores, single) : printBody(wide.graph, wide.stores, single);
+    kernel.packing = !narrow ? wide.packing : target().wide() && kernel.vector ? "; kept at 128 bits" : "";
     return kernel;
 }
 

@@ -12,7 +12,7 @@
 #ifndef KVTGEN_COMPLEX_KERNEL_H
 #define KVTGEN_COMPLEX_KERNEL_H
 
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -49,12 +49,16 @@ struct Kernel {
 };
 
 // A store of a kernel's outputs: a whole vector, its lower or upper half, a
-// real number, or (Wide) a 256-bit vector of a packed body.
+// real number, or (Wide) a 256-bit vector of a wide body.  A store of one
+// 128-bit half of a 256-bit node (`half` 0 lower, 1 upper) is a Pair or Low.
 struct Store {
     enum Kind { Pair, Low, High, Scalar, Wide } kind;
     int index;  // sample index (Scalar: real-number index)
     int node;
+    int half = -1;
 };
+// The nodes the stores write.
+std::vector<int> rootsOf(const std::vector<Store>& stores);
 
 // The flow of a complex kernel, which fixes its bits: Complex32 up to 5
 // points is scalar; from 6 points two complex numbers per vector (products
@@ -66,17 +70,19 @@ const char* const flowNames[] = {"scalar", "pairs", "joined", "split", "parts"};
 
 Flow flowOf(const Form& form);
 
-// The 128-bit kernel of a flow: its graph, stores and printer.  A flow the
-// kernel cannot take stops the generator.
+// The 128-bit kernel of a flow: its graph and stores.  A flow the kernel
+// cannot take stops the generator.
 struct NarrowKernel {
     Graph graph;
     std::vector<Store> stores;
-    std::vector<int> roots;
-    NodePrinter printer;
     Kernel kernel;
 };
 
 NarrowKernel buildNarrow(const Variant& v, int n, Flow flow);
+// The real additions and multiplications of a length's tree, whatever the
+// vector layout: the scalar graph for Complex32, twice the vector graph of
+// Complex64 (one operation per lane).
+OpCounts arithmeticCounts(const Variant& v, int n);
 // A kernel in the form its line of the table gives it.
 Kernel buildKernel(const Variant& v, int n, const Form& form);
 // The form the explorer finds for a kernel on the current target.
@@ -85,44 +91,25 @@ Form searchForm(const Variant& v, int n);
 // The real outputs of a kernel: where each comes from in its graph.
 OutputLanes outputLanes(const std::vector<Store>& stores, int n, bool single = true);
 
-// The 128-bit graph of a vector flow packed onto 256-bit vectors (wide_pairs.h),
-// with the kernel's stores, two neighbouring ones made one Wide store where
-// they share a 256-bit node.
-struct PackedKernel {
-    Graph graph{false};
+// A 256-bit body of a vector flow: its graph, its stores and how it is laid
+// out (the kernel's `packing`).
+struct WideBody {
+    Graph graph;
     std::vector<Store> stores;
-    int wideNodes = 0;    // 256-bit arithmetic nodes
-    int narrowNodes = 0;  // 128-bit arithmetic nodes left
-    int moves = 0;        // joins, half permutations and extractions
+    std::string packing;
 };
-PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options);
+// The 128-bit graph packed onto 256-bit vectors (wide_pairs.h), with the
+// kernel's stores, two neighbouring ones made one Wide store where they share
+// a 256-bit node.
+WideBody packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options);
 
 // Inputs on which every wide body of a kernel must give its flow's bits.
 std::vector<std::vector<double>> checkInputs(int n);
 
-// The 256-bit stores of a split-layout kernel: the node and where its halves go.
-struct WideStore {
-    int node;
-    int lo, hi;  // first samples of the two halves; hi -1: the lower half alone
-    bool pair;   // the lower half holds two samples (else one)
-};
-
-// An eight-lane graph of a kernel with the 128-bit graph's bits.
-struct EightLanes {
-    std::unique_ptr<Graph> graph;  // null where no such graph was found
-    std::vector<WideStore> stores;
-    std::vector<int> roots;         // the nodes the stores write
-    int storeInstructions = 0;      // a store of two halves counts two
-    bool batch = false;
-};
-
-// The eight-lane graph of a split flow that gives the 128-bit graph's bits
-// (none where no such graph was found), with or without batches of four
+// The eight-lane body of a split flow that gives the 128-bit graph's bits
+// (none where no such body was found), with or without batches of four
 // transforms.
-EightLanes exactEightLanes(int n, const Tree& tree, int sign, bool batch, const Graph& narrow,
-                           const std::vector<int>& narrowRoots, const OutputLanes& fixedLanes);
-// Its body, and how it is laid out in `kernel.packing`.
-std::string eightLanesBody(const EightLanes& best, NodePrinter printer, Kernel& kernel);
+std::optional<WideBody> exactEightLanes(const Variant& v, int n, const NarrowKernel& k, bool batch);
 
 }  // namespace gen
 

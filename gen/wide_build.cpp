@@ -11,9 +11,9 @@
 
 namespace gen {
 
-PackedKernel packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options)
+WideBody packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options)
 {
-    return wide::Packer(k, v.precision == Precision::Single, options).run(k.roots);
+    return wide::Packer(k, v.precision == Precision::Single, options).run();
 }
 
 namespace wide {
@@ -21,9 +21,9 @@ namespace wide {
 // The users of every live node and the nodes ready from the start (those
 // whose operands are all leaves); then the seeds, the rounds of pairing and
 // the stores.
-PackedKernel Packer::run(const std::vector<int>& roots)
+WideBody Packer::run()
 {
-    const std::vector<bool> live = g_.liveSet(roots);
+    const std::vector<bool> live = g_.liveSet(rootsOf(stores_));
     for (int id = 0; id < g_.size(); ++id) {
         const Node& n = node(id);
         if (n.op == Op::Input && live[static_cast<std::size_t>(id)] && span(n) >= 0)
@@ -41,16 +41,9 @@ PackedKernel Packer::run(const std::vector<int>& roots)
     seed(live);
     pairAll();
     placeStores();
+    out_.packing = "; packed for 256-bit vectors: " + std::to_string(wideNodes_) + " operations of 256 bits, " +
+                   std::to_string(narrowNodes_) + " of 128 bits, " + std::to_string(moves_) + " moves across halves";
     return std::move(out_);
-}
-
-int Packer::make(Op op, Type type, int a, int b, int index)
-{
-    Node n{op, type};
-    n.a = a;
-    n.b = b;
-    n.index = index;
-    return out_.graph.raw(n);
 }
 
 int Packer::value128(int id)
@@ -59,8 +52,8 @@ int Packer::value128(int id)
     if (known >= 0)
         return known;
     if (inWide(id)) {
-        ++out_.moves;
-        return known = make(Op::Extract, node(id).type, wideNode(id), -1, half(id));
+        ++moves_;
+        return known = out_.graph.raw({Op::Extract, node(id).type, wideNode(id), -1, half(id)});
     }
     if (!isLeaf(node(id)))
         throw std::logic_error("a value used before it is computed");
@@ -77,19 +70,19 @@ int Packer::value256(int lo, int hi)
     const Type type = a.type == Type::V2D ? Type::V4D : Type::V8F;
     int id = -1;
     if (a.op == Op::Param && b.op == Op::Param && a.index == b.index) {
-        id = make(Op::Param, type, -1, -1, a.index);
+        id = out_.graph.raw({Op::Param, type, -1, -1, a.index});
     } else if (joinCost(lo, hi) == 0 && a.op == Op::Input && b.op == Op::Input) {
-        id = make(Op::Input, type, -1, -1, span(a));
+        id = out_.graph.raw({Op::Input, type, -1, -1, span(a)});
     } else if (inWide(lo) && inWide(hi)) {
         const int wa = wideNode(lo), wb = wideNode(hi);
-        ++out_.moves;
-        id = make(Op::Permute2, type, wa, wb, half(lo) | ((wa == wb ? half(hi) : 2 + half(hi)) << 4));
+        ++moves_;
+        id = out_.graph.raw({Op::Permute2, type, wa, wb, half(lo) | ((wa == wb ? half(hi) : 2 + half(hi)) << 4)});
     } else {
         // two constants merge into one; other values are joined
         const bool constants = a.op == Op::Const && b.op == Op::Const;
         const int l = value128(lo), h = value128(hi);
-        out_.moves += constants ? 0 : 1;
-        id = make(constants ? Op::Const : Op::Join, type, l, h);
+        moves_ += constants ? 0 : 1;
+        id = out_.graph.raw({constants ? Op::Const : Op::Join, type, l, h});
     }
     wideOf_[{lo, hi}] = id;
     return id;
@@ -110,7 +103,7 @@ void Packer::assignNarrow(int id)
     if (n.b >= 0)
         n.b = value128(n.b);
     at(id).narrow = out_.graph.raw(n);
-    ++out_.narrowNodes;
+    ++narrowNodes_;
     placed(id);
 }
 
@@ -124,16 +117,16 @@ void Packer::assignNarrow(int id)
 int Packer::signFlip(int wide)
 {
     const Type type = out_.graph.node(wide).type;
-    const Type halfType = type == Type::V4D ? Type::V2D : Type::V4F;
-    Node plus{Op::Const, halfType}, minus{Op::Const, halfType};
-    plus.lane0 = plus.lane1 = 1.0;
-    minus.lane0 = minus.lane1 = -1.0;
-    if (halfType == Type::V4F) {
-        plus.lane2 = plus.lane3 = 1.0;
-        minus.lane2 = minus.lane3 = -1.0;
-    }
-    const int plusSigns = out_.graph.raw(plus), minusSigns = out_.graph.raw(minus);
-    return make(Op::Mul, type, wide, make(Op::Const, type, plusSigns, minusSigns));
+    auto signs = [&](double sign) {
+        Node half{Op::Const, type == Type::V4D ? Type::V2D : Type::V4F};
+        half.lane0 = half.lane1 = sign;
+        if (half.type == Type::V4F)
+            half.lane2 = half.lane3 = sign;
+        return out_.graph.raw(half);
+    };
+    const int plusSigns = signs(1.0), minusSigns = signs(-1.0);
+    const int halves = out_.graph.raw({Op::Const, type, plusSigns, minusSigns});
+    return out_.graph.raw({Op::Mul, type, wide, halves});
 }
 
 void Packer::assignWide(int lo, int hi)
@@ -148,10 +141,9 @@ void Packer::assignWide(int lo, int hi)
         n.b = x.b == x.a ? n.a : value256(x.b, y.b);
     if (x.op != y.op)
         n.b = signFlip(n.b);
-    const int id = out_.graph.raw(n);
+    wideOf_[{lo, hi}] = out_.graph.raw(n);
     at(lo).pair = at(hi).pair = {lo, hi};
-    wideOf_[{lo, hi}] = id;
-    ++out_.wideNodes;
+    ++wideNodes_;
     placed(lo);
     placed(hi);
 }
@@ -162,13 +154,11 @@ void Packer::placeStores()
     for (std::size_t i = 0; i < stores_.size(); ++i) {
         const Store& s = stores_[i];
         const Store* t = i + 1 < stores_.size() ? &stores_[i + 1] : nullptr;
-        if (t && neighbours(s, *t) && inWide(s.node) && inWide(t->node) &&
-            (wideOf_.count({s.node, t->node}) || extractCost(s.node) + extractCost(t->node) > 0)) {
-            out_.stores.push_back({Store::Wide, s.index, value256(s.node, t->node)});
-            ++i;
-            continue;
-        }
-        out_.stores.push_back({s.kind, s.index, value128(s.node)});
+        const bool wide = t && neighbours(s, *t) && inWide(s.node) && inWide(t->node) &&
+                          (wideOf_.count({s.node, t->node}) || extractCost(s.node) + extractCost(t->node) > 0);
+        out_.stores.push_back(wide ? Store{Store::Wide, s.index, value256(s.node, t->node)}
+                                   : Store{s.kind, s.index, value128(s.node)});
+        i += wide ? 1 : 0;
     }
 }
 

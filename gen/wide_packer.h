@@ -21,11 +21,12 @@ class Packer {
 public:
     Packer(const NarrowKernel& k, bool single, PackOptions options)
         : g_(k.graph), stores_(k.stores), single_(single), options_(options),
-          moveCost(target().inOperations("shuffle")), slots_(static_cast<std::size_t>(g_.size()))
+          moveCost(target().inOperations("shuffle")), out_{Graph(false), {}, {}},
+          slots_(static_cast<std::size_t>(g_.size()))
     {
     }
 
-    PackedKernel run(const std::vector<int>& roots);
+    WideBody run();
 
 private:
     // what the pass knows of a node of the 128-bit graph
@@ -71,7 +72,6 @@ private:
         return !assigned(y) && std::binary_search(round.begin(), round.end(), y);
     }
     bool pairable(int x, int y) const;
-    bool pairFree(const std::vector<int>& round, bool acrossHalves);
     std::pair<int, int> sideBySidePartner(int x, const std::vector<int>& round) const;
     std::pair<int, int> cheapestPartner(int x, const std::vector<int>& round) const;
     int joinCost(int lo, int hi) const;
@@ -83,7 +83,6 @@ private:
     bool usersPair(int lo, int hi) const;
 
     // nodes of the packed graph (wide_build.cpp)
-    int make(Op op, Type type, int a, int b = -1, int index = -1);
     int value128(int id);
     int value256(int lo, int hi);
     void assignNarrow(int id);
@@ -100,7 +99,10 @@ private:
     // pair is weighed against the two nodes it replaces (the target's
     // cost.shuffle)
     const int moveCost;
-    PackedKernel out_;
+    WideBody out_;
+    int wideNodes_ = 0;    // 256-bit arithmetic nodes
+    int narrowNodes_ = 0;  // 128-bit arithmetic nodes left
+    int moves_ = 0;        // joins, half permutations and extractions
     std::vector<Slot> slots_;
     std::vector<int> ready_;
     std::map<std::pair<int, int>, int> wideOf_;  // (lower, upper) 128-bit nodes -> 256-bit value

@@ -16,6 +16,7 @@
 // addition and a subtraction) on operands of the same shape, so that each
 // half computes exactly its 128-bit node.
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "wide_packer.h"
@@ -27,25 +28,24 @@ namespace gen::wide {
 // in shape, largest first and among equals in the order of the stores.
 void Packer::seed(const std::vector<bool>& live)
 {
-    const std::vector<Store>& stores = stores_;
     if (options_.seeds == PackOptions::Groups || options_.seeds == PackOptions::AlignedGroups)
         return seedFromGroups(live, options_.seeds == PackOptions::AlignedGroups);
     std::vector<std::pair<int, std::pair<std::size_t, std::size_t>>> outputs;  // (-size, the two stores)
-    for (std::size_t i = 0; i + 1 < stores.size(); ++i) {
-        if (options_.seeds == PackOptions::Neighbours && neighbours(stores[i], stores[i + 1])) {
+    for (std::size_t i = 0; i + 1 < stores_.size(); ++i) {
+        if (options_.seeds == PackOptions::Neighbours && neighbours(stores_[i], stores_[i + 1])) {
             outputs.push_back({0, {i, i + 1}});
             ++i;
         }
-        for (std::size_t j = i + 1; options_.seeds == PackOptions::Shapes && j < stores.size(); ++j)
-            if (full(stores[i]) && full(stores[j])) {
-                const int size = seedFromOutputs(stores[i].node, stores[j].node, false);
+        for (std::size_t j = i + 1; options_.seeds == PackOptions::Shapes && j < stores_.size(); ++j)
+            if (full(stores_[i]) && full(stores_[j])) {
+                const int size = seedFromOutputs(stores_[i].node, stores_[j].node, false);
                 if (size > 0)
                     outputs.push_back({-size, {i, j}});
             }
     }
     std::sort(outputs.begin(), outputs.end());
     for (const auto& [size, pair] : outputs)
-        seedFromOutputs(stores[pair.first].node, stores[pair.second].node, true);
+        seedFromOutputs(stores_[pair.first].node, stores_[pair.second].node, true);
 }
 
 // Whether x and y may be asked for as a pair: two operations that pair, not
@@ -53,11 +53,9 @@ void Packer::seed(const std::vector<bool>& live)
 // neither needs the other.
 bool Packer::seedable(int x, int y, bool checkOrder) const
 {
-    if (x < 0 || y < 0 || isLeaf(node(x)) || isLeaf(node(y)) || isWanted(x) || isWanted(y) ||
-        !pairable(x, y))
-        return false;
     // a node's operands come before it
-    return !checkOrder || !g_.liveSet({std::max(x, y)})[static_cast<std::size_t>(std::min(x, y))];
+    return x >= 0 && y >= 0 && !isLeaf(node(x)) && !isLeaf(node(y)) && !isWanted(x) && !isWanted(y) && pairable(x, y) &&
+           (!checkOrder || !g_.liveSet({std::max(x, y)})[static_cast<std::size_t>(std::min(x, y))]);
 }
 
 // Two outputs want to be computed side by side; so do the operands of two
@@ -97,30 +95,24 @@ void Packer::seedFromGroups(const std::vector<bool>& live, bool align)
 {
     std::map<std::pair<int, int>, std::vector<int>> members;
     std::map<int, int> depthOf;
+    std::set<std::pair<int, int>> scopes;  // (depth, scope), a scope at the depth its first node has
     for (int id = 0; id < g_.size(); ++id) {
         if (!live[static_cast<std::size_t>(id)] || isLeaf(node(id)))
             continue;
         const auto& groups = g_.groupsOf(id);
         for (std::size_t d = 0; d < groups.size(); ++d) {
             members[groups[d]].push_back(id);
-            depthOf.emplace(groups[d].first, static_cast<int>(d));
+            if (depthOf.emplace(groups[d].first, static_cast<int>(d)).second)
+                scopes.insert({static_cast<int>(d), groups[d].first});
         }
     }
-    std::vector<std::pair<int, int>> scopes;  // (depth, scope)
-    for (const auto& [scope, depth] : depthOf)
-        scopes.push_back({depth, scope});
-    std::sort(scopes.begin(), scopes.end());
-    for (const auto& [depth, scope] : scopes) {
-        for (int group = 0;; group += 2) {
-            const auto lower = members.find({scope, group});
-            const auto upper = members.find({scope, group + 1});
-            if (lower == members.end() && upper == members.end() && !members.count({scope, group + 2}))
-                break;
-            if (lower == members.end() || upper == members.end())
-                continue;
-            seedSteps(lower->second, upper->second, align);
+    for (const auto& [depth, scope] : scopes)
+        for (auto lower = members.lower_bound({scope, 0}); lower != members.end() && lower->first.first == scope;
+             ++lower) {
+            const auto upper = members.find({scope, lower->first.second + 1});
+            if (lower->first.second % 2 == 0 && upper != members.end())
+                seedSteps(lower->second, upper->second, align);
         }
-    }
 }
 
 // The steps of two transforms paired in order (the k-th with the k-th), or
@@ -173,42 +165,32 @@ int Packer::extractCost(int id) const
 
 bool Packer::compatible(int x, int y) const
 {
-    if (x == y)
-        return false;
     const Node& a = node(x);
     const Node& b = node(y);
-    // an addition pairs with a subtraction: see signFlip
+    // an addition pairs with a subtraction (see signFlip); an operand used
+    // twice must stay so in both halves
     const bool sum = (a.op == Op::Add || a.op == Op::Sub) && (b.op == Op::Add || b.op == Op::Sub);
-    if ((a.op != b.op && !sum) || a.type != b.type || a.index != b.index)
-        return false;
-    if ((a.a < 0) != (b.a < 0) || (a.b < 0) != (b.b < 0))
-        return false;
-    // an operand used twice must stay so in both halves
-    return (a.a == a.b) == (b.a == b.b);
+    return x != y && (a.op == b.op || sum) && a.type == b.type && a.index == b.index && (a.a < 0) == (b.a < 0) &&
+           (a.b < 0) == (b.b < 0) && (a.a == a.b) == (b.a == b.b);
 }
 
 // Whether two operations pair and no node uses both: such a pair would have
-// to add its own two halves.
+// to add its own two halves.  (A node that uses both is a user of each.)
 bool Packer::pairable(int x, int y) const
 {
-    if (!compatible(x, y))
-        return false;
-    for (auto [p, q] : {std::pair<int, int>{x, y}, std::pair<int, int>{y, x}})
-        for (int user : at(p).users)
-            if (node(user).a == q || node(user).b == q)
-                return false;
-    return true;
+    for (int user : at(x).users)
+        if (node(user).a == y || node(user).b == y)
+            return false;
+    return compatible(x, y);
 }
 
 int Packer::pairGain(int lo, int hi) const
 {
     const Node& x = node(lo);
     const Node& y = node(hi);
-    // a pair of instructions of the shuffle unit (exchanges, selections,
-    // moves across halves) saves one of them
-    const bool shuffle = x.op == Op::Swap || x.op == Op::SwapNeg || x.op == Op::Shuffle || x.op == Op::Join ||
-                         x.op == Op::Extract || x.op == Op::Permute2;
-    const int own = shuffle ? moveCost : 1;
+    // a pair of instructions of the shuffle unit (exchanges, selections) saves
+    // one of them
+    const int own = x.op == Op::Swap || x.op == Op::SwapNeg || x.op == Op::Shuffle ? moveCost : 1;
     int wide = own + (x.op != y.op ? 1 : 0), narrow = 2 * own;
     for (auto [ox, oy] : {std::pair<int, int>{x.a, y.a}, std::pair<int, int>{x.b == x.a ? -1 : x.b, y.b}}) {
         if (ox < 0)
@@ -224,14 +206,9 @@ int Packer::pairGain(int lo, int hi) const
 bool Packer::usersPair(int lo, int hi) const
 {
     for (int u : at(lo).users)
-        for (int v : at(hi).users) {
-            if (!compatible(u, v))
-                continue;
-            const Node& a = node(u);
-            const Node& b = node(v);
-            if ((a.a == lo && b.a == hi) || (a.b == lo && b.b == hi))
+        for (int v : at(hi).users)
+            if (((node(u).a == lo && node(v).a == hi) || (node(u).b == lo && node(v).b == hi)) && compatible(u, v))
                 return true;
-        }
     return false;
 }
 
@@ -240,20 +217,29 @@ void Packer::pairAll()
     while (!ready_.empty()) {
         std::sort(ready_.begin(), ready_.end());
         const std::vector<int> round = std::exchange(ready_, {});
-        // 0. the pairs that the seeds ask for, as soon as both halves can be computed
-        bool made = false;
-        for (int x : round) {
-            const auto [lo, hi] = at(x).wanted;
-            if (lo >= 0 && !assigned(x) && takeable(lo == x ? hi : lo, round)) {
-                assignWide(lo, hi);
-                made = true;
+        // 0. the pairs that the seeds ask for, as soon as both halves can be
+        // computed; for the nodes no seed asks for, 1. partners whose operands
+        // already sit side by side, 2. the partner of least cost where moves
+        // across halves are needed
+        auto pairEach = [&](int step) {
+            bool made = false;
+            for (int x : round) {
+                if (assigned(x) || isWanted(x) != (step == 0))
+                    continue;
+                const auto [lo, hi] = step == 0   ? at(x).wanted
+                                      : step == 1 ? sideBySidePartner(x, round)
+                                                  : cheapestPartner(x, round);
+                if (lo >= 0 && (step > 0 || takeable(lo == x ? hi : lo, round))) {
+                    assignWide(lo, hi);
+                    made = true;
+                }
             }
-        }
-        // 1. partners whose operands already sit side by side
-        made = pairFree(round, false) || made;
-        // 2. the cheapest partner where moves across halves are needed
+            return made;
+        };
+        bool made = pairEach(0);
+        made = pairEach(1) || made;
         if (!made && options_.moves != PackOptions::NoMoves)
-            made = pairFree(round, true);
+            made = pairEach(2);
         // 3. where nothing paired, what found no partner stays 128-bit; where
         // all that is left are wanted partners that wait on each other, those
         // pairs are given up
@@ -273,23 +259,6 @@ void Packer::pairAll()
             if (!assigned(x))
                 ready_.push_back(x);
     }
-}
-
-// Pairs each node of the round that no seed asks for with the partner found
-// for it, side by side or across halves.
-bool Packer::pairFree(const std::vector<int>& round, bool acrossHalves)
-{
-    bool made = false;
-    for (int x : round) {
-        if (assigned(x) || isWanted(x))
-            continue;
-        const auto [lo, hi] = acrossHalves ? cheapestPartner(x, round) : sideBySidePartner(x, round);
-        if (lo >= 0) {
-            assignWide(lo, hi);
-            made = true;
-        }
-    }
-    return made;
 }
 
 // A partner of x found through an operand: the other half of the 256-bit
