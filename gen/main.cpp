@@ -32,9 +32,7 @@ int usage()
 // form each kernel's search finds.
 int explore(const std::string& tablePath, const std::string& targetList, std::vector<std::string> families)
 {
-    if (std::filesystem::exists(tablePath))
-        gen::loadForms(tablePath);
-    gen::startExploring();
+    gen::loadForms(tablePath, true);
     if (families.empty())
         families = {"complex", "real", "hartley", "wht"};
     const std::filesystem::path scratch = std::filesystem::temp_directory_path() / "kvtgen-explore";
