@@ -139,11 +139,10 @@ std::string kernelUnit(const Sample& s, int order)
         << "    " << real << " s;\n"
         << "    if (!kvtg::pickFactor<" << real << ">(flag, kvtg::Direction::Both, "
         << factorLiterals(s.type, 1 << order) << ", s))\n        return StatusBadFlag;\n";
-    if (!s.vectorOrder(order))
-        out << "    wht::" << s.function("network", order) << "(src, dst, s);\n";
-    else if (!blocked)
-        out << "    wht::" << s.function("network", order) << "<" << access << ", " << access << ", true>(src, dst, "
-            << s.factor() << ");\n";
+    if (!blocked)  // on single numbers, or on vectors with the access class of src and dst
+        out << "    wht::" << s.function("network", order)
+            << (s.vectorOrder(order) ? "<" + access + ", " + access + ", true>(src, dst, " + s.factor() + ");\n"
+                                     : "(src, dst, s);\n");
     else
         out << "    // a buffer of our own lives for this call only\n"
             << "    uint8_t* const work = buffer != nullptr ? buffer : static_cast<uint8_t*>(kvtMalloc("

@@ -130,23 +130,6 @@ const Sample wide32{"32f", "float", "kv::fwide", 8, Type::F32, "wht::WideAccess"
 const Sample wide64{"64f", "double", "kv::dwide", 4, Type::F64, "wht::WideAccess", "wht::WideAccess",
                     "kv::UnalignedAccess"};
 
-// The verifier's reference: the plain network of the samples v, stages
-// h = 1, 2, 4, ..., a+b at i and a-b at i+h, each rounded once to the sample
-// type (a sum of two floats rounded to double and then to float is the float
-// sum).
-std::vector<double> plainNetwork(std::vector<double> v, bool single)
-{
-    auto rounded = [single](double r) { return single ? static_cast<double>(static_cast<float>(r)) : r; };
-    for (std::size_t h = 1; h < v.size(); h *= 2)
-        for (std::size_t i = 0; i < v.size(); ++i)
-            if ((i & h) == 0) {
-                const double a = v[i], b = v[i + h];
-                v[i] = rounded(a + b);
-                v[i + h] = rounded(a - b);
-            }
-    return v;
-}
-
 // What a network function computes, for the verifier: the samples of x that
 // row r, lane c of its vectors hold, and where it stores them.
 struct NetworkShape {
@@ -158,7 +141,9 @@ struct NetworkShape {
 
 // The network function `name` from x into y, then `parameters`.  Its body
 // first runs on the check inputs, every lane column held against the plain
-// network of its rows.
+// network of its rows: stages h = 1, 2, 4, ..., a+b at i and a-b at i+h,
+// each rounded once to the sample type (a sum or product of two floats
+// rounded to double and then to float is the float sum or product).
 std::string verified(const Sample& s, const std::string& name, const std::string& parameters,
                      const std::string& body, const NetworkShape& shape)
 {
@@ -168,17 +153,22 @@ std::string verified(const Sample& s, const std::string& name, const std::string
     for (int r = 0; r < shape.rows; ++r)
         for (int c = 0; c < shape.lanes; ++c)
             extent = std::max(extent, shape.loaded(r, c) + 1);
+    auto rounded = [single](double r) { return single ? static_cast<double>(static_cast<float>(r)) : r; };
     const auto reference = [&](const std::vector<double>& x) {
         std::map<int, double> values;
         for (int c = 0; c < shape.lanes; ++c) {
             std::vector<double> column;
             for (int r = 0; r < shape.rows; ++r)
                 column.push_back(x[shape.loaded(r, c)]);
-            column = plainNetwork(column, single);
+            for (std::size_t h = 1; h < column.size(); h *= 2)
+                for (std::size_t i = 0; i < column.size(); ++i)
+                    if ((i & h) == 0) {
+                        const double a = column[i], b = column[i + h];
+                        column[i] = rounded(a + b);
+                        column[i + h] = rounded(a - b);
+                    }
             for (int r = 0; r < shape.rows; ++r)
-                values[shape.stored(r, c)] = !shape.scaled ? column[r]
-                                             : single      ? static_cast<float>(column[r]) * static_cast<float>(scale)
-                                                           : column[r] * scale;
+                values[shape.stored(r, c)] = shape.scaled ? rounded(column[r] * scale) : column[r];
         }
         return values;
     };
