@@ -146,8 +146,7 @@ std::string kernelFunction(Type type, int n)
     // the split of each length, N = S r: S = 2, 4, 4, 16 for N = 2, 8, 16, 32
     const int span = n == 32 ? 16 : std::min(n, 4);
     const std::vector<int> out = n == 4 ? builder.liftingKernel() : builder.kernel(span, n / span);
-    NodePrinter printer;
-    printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
+    NodePrinter printer{[](const Node& node) { return "x[" + std::to_string(node.index) + "]"; }, nullptr, nullptr};
     const OpCounts counts = graph.count(out);
     const char* real = type == Type::F32 ? "float" : "double";
     std::ostringstream text;

@@ -97,12 +97,10 @@ std::string passes(const Sample& s, int order)
                                      (p.traded ? "" : std::string("<Access, ") + s.aligned + ", false>");
     const std::string block = "wht::blockPass<" + types + "wht::" + blockNetwork + ">";
     const int passBlock = p.traded ? 2 * p.block : p.block;
+    if (p.strip == 0)
+        return "    " + block + "(src, main, " + std::to_string(n) + ", " + std::to_string(passBlock) + ");\n" +
+               run(p.first, p.traded, "main", "dst", p.block, n, "    ");
     std::ostringstream out;
-    if (p.strip == 0) {
-        out << "    " << block << "(src, main, " << n << ", " << passBlock << ");\n"
-            << run(p.first, p.traded, "main", "dst", p.block, n, "    ");
-        return out.str();
-    }
     out << "    " << s.real << "* const strip = main + " << n << ";\n"
         << "    for (int t = 0; t < " << n / length << "; ++t) {\n"
         << "        " << block << "(src + t * " << length << ", strip, " << length << ", " << passBlock << ");\n"
