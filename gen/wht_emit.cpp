@@ -56,8 +56,7 @@ int bufferBytes(const Sample& s, int order)
 std::string passes(const Sample& s, int order)
 {
     const int n = 1 << order;
-    const bool wide = s.halves != nullptr;
-    const Passes p = wide ? widePassesOf(s, order) : narrowPassesOf(s, order);
+    const Passes p = s.halves != nullptr ? widePassesOf(s, order) : narrowPassesOf(s, order);
     const int length = p.strip > 0 ? p.strip : n;
     int strip = p.block, whole = length;  // the samples that the block pass and `first`, and all passes, cover
     for (int r : p.first)
@@ -81,13 +80,9 @@ std::string passes(const Sample& s, int order)
             const std::string load = fromPairs ? "" : (i == 0 ? std::string(s.aligned) : toAccess) + ", ";
             const std::string network =
                 "wht::" + s.function(fromPairs ? "tradedColumns" : "columns", radices[i]) + "<" + load + toAccess;
-            out << indent << (wide ? "wht::columnGroups<" : "wht::columnPass<") << types << network << scaled;
-            if (!wide)
-                out << ">(" << from << ", " << to << ", " << count / radices[i];
-            else
-                out << (fromPairs ? ", 2>(" : ">(") << (i == 0 ? from : to) << ", " << to << ", " << count << ", "
-                    << row << ", " << radices[i];
-            out << ", " << s.lanes << ", " << s.factor() << ");\n";
+            out << indent << "wht::columnGroups<" << types << network << scaled << (fromPairs ? ", 2>(" : ">(")
+                << (i == 0 ? from : to) << ", " << to << ", " << count << ", " << row << ", " << radices[i] << ", "
+                << s.lanes << ", " << s.factor() << ");\n";
             row *= radices[i];
         }
         return out.str();
@@ -109,14 +104,14 @@ std::string passes(const Sample& s, int order)
     return out.str();
 }
 
-// The unit of a kernel.  Its run tests the pointers and the flag, then runs
-// the network, or the passes of a blocked order through the work buffer, the
-// caller's or one allocated for the call; from order 4 on, a template over
-// the access class of src and dst, for the kernel and its unaligned twin.
+// The unit of a kernel.  Its run, a template over the access class of src and
+// dst, tests the pointers and the flag, then runs the network, or the passes
+// of a blocked order through the work buffer, the caller's or one allocated
+// for the call; from order 4 on, the kernel has an unaligned twin.
 std::string kernelUnit(const Sample& s, int order)
 {
     const bool blocked = order >= 8, twin = order >= 4;
-    const std::string name = kernelName(s, order), real = s.real, access = twin ? "Access" : s.unaligned;
+    const std::string name = kernelName(s, order), real = s.real;
     // A kernel with one body only on the current target (the scalar or vector
     // network, or the 128-bit passes): its line of the table must name it.
     if (!blocked || s.halves == nullptr) {
@@ -132,15 +127,14 @@ std::string kernelUnit(const Sample& s, int order)
         << "// Walsh-Hadamard transform of order " << order << " (" << (1 << order) << " samples), "
         << (s.type == Type::F32 ? "Real32" : "Real64") << ".\n"
         << "#include \"frame.h\"\n#include \"wht/passes.h\"\n#include \"wht_networks.h\"\n\nnamespace {\n\n"
-        << (twin ? "template <class Access>\n" : "") << "inline Status run(" << args << ")\n{\n"
+        << "template <class Access>\ninline Status run(" << args << ")\n{\n"
         << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
         << "    " << real << " s;\n"
         << "    if (!kvtg::pickFactor<" << real << ">(flag, kvtg::Direction::Both, "
         << factorLiterals(s.type, 1 << order) << ", s))\n        return StatusBadFlag;\n";
-    if (!blocked)  // on single numbers, or on vectors with the access class of src and dst
+    if (!blocked)
         out << "    wht::" << s.function("network", order)
-            << (s.vectorOrder(order) ? "<" + access + ", " + access + ", true>(src, dst, " + s.factor() + ");\n"
-                                     : "(src, dst, s);\n");
+            << (s.vectorOrder(order) ? "<Access, Access, true>(src, dst, " + s.factor() : "(src, dst, s") << ");\n";
     else
         out << "    // a buffer of our own lives for this call only\n"
             << "    uint8_t* const work = buffer != nullptr ? buffer : static_cast<uint8_t*>(kvtMalloc("
@@ -156,7 +150,7 @@ std::string kernelUnit(const Sample& s, int order)
     out << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n";
     if (twin)
         out << "    if (!kvtg::bothAligned16(src, dst))\n        return " << twinName << "(" << callArgs << ");\n";
-    out << "    return run" << (twin ? "<" + std::string(s.aligned) + ">" : "") << "(" << callArgs << ");\n}\n";
+    out << "    return run<" << (twin ? s.aligned : s.unaligned) << ">(" << callArgs << ");\n}\n";
     return out.str();
 }
 
