@@ -9,10 +9,8 @@
 // operation in every lane, so that each transform of a batch gets the single
 // call's bits.  The verifier runs each printed body with a check input per
 // lane against the flow before the unit is written.
-#include <algorithm>
 #include <array>
 #include <functional>
-#include <iterator>
 #include <map>
 #include <sstream>
 #include <stdexcept>
@@ -41,13 +39,6 @@ struct BatchShape {
     OutputLanes outputs;
 };
 
-// The vectors of a batch on the current target: D for Real64 values, F for
-// Real32 ones (16 bytes where a Real32 flow keeps its Real64 values in one
-// vector each).
-std::string doubles() { return target().wide() ? "kv::dwide" : "kv::dvec"; }
-std::string floats(bool narrow) { return target().wide() && !narrow ? "kv::fwide" : "kv::fvec"; }
-int doubleLanes() { return target().vectorBits / 64; }
-
 // Whether the Real64 values of a Real32 flow take two vectors each, so that a
 // pass runs as many transforms as a Real32 vector has lanes: on targets whose
 // Real32 vector has a 16-byte half to widen, for complex transforms (read
@@ -57,7 +48,7 @@ int doubleLanes() { return target().vectorBits / 64; }
 // longer ones 1.05-1.5x faster on eight).
 bool halves(const BatchShape& shape)
 {
-    const int floatLanes = 2 * doubleLanes();
+    const int floatLanes = target().vectorBits / 32;
     return target().wide() && shape.single && shape.mixed &&
            (shape.perElement == 2 ||
             (shape.inputs >= floatLanes && static_cast<int>(shape.outputs.size()) >= floatLanes));
@@ -104,13 +95,10 @@ Graph splitDoubles(const Graph& flow, std::vector<int>& stores)
 // y.put(k, value) for element k of every transform.
 std::string printBatchBody(const Graph& flow, const std::vector<int>& stores, bool single)
 {
-    NodePrinter printer;
-    printer.input = [](const Node& node) { return "x.get(" + std::to_string(node.index) + ")"; };
-    printer.param = [](const Node&) { return std::string("c"); };
-    printer.lanesOf = [](Type type) { return std::string(type == Type::F64 ? "D" : "F"); };
-    std::vector<int> roots;
-    std::copy_if(stores.begin(), stores.end(), std::back_inserter(roots), [](int s) { return s != Graph::none; });
-    std::string text = printNodes(flow, roots, printer, "    ");
+    const NodePrinter printer{[](const Node& node) { return "x.get(" + std::to_string(node.index) + ")"; },
+                             [](const Node&) { return std::string("c"); },
+                             [](Type type) { return std::string(type == Type::F64 ? "D" : "F"); }};
+    std::string text = printNodes(flow, stores, printer, "    ");  // (an exact zero, Graph::none, is no root)
     const std::string vector = single ? "F" : "D";
     for (std::size_t k = 0; k < stores.size(); ++k) {
         const int s = stores[k];
@@ -169,9 +157,11 @@ std::string batchKernelUnit(const std::string& name, const std::string& what, in
     std::vector<int> stores = narrowStores;
     const Graph flow = halves(shape) ? splitDoubles(narrowFlow, stores) : narrowFlow;
     const std::string body = printBatchBody(flow, stores, single);
-    verifyBatchBody(name, body, shape, single && !narrowFloats ? 2 * doubleLanes() : doubleLanes());
+    verifyBatchBody(name, body, shape, target().vectorBits / (single && !narrowFloats ? 32 : 64));
     // the vectors and the body in a class of the kernel's own, since the units
-    // of a unity build share their namespaces
+    // of a unity build share their namespaces: D for Real64 values, F for
+    // Real32 ones (16 bytes where a Real32 flow keeps its Real64 values in one
+    // vector each)
     const std::string real = single ? "float" : "double", lane = single ? "L::F" : "L::D";
     const std::string run = "run<" + lane + ", kv::lanes<" + (narrowFloats ? "L::D" : lane) + ">, " +
                             std::to_string(shape.perElement) + ", " + std::to_string(shape.inputs) + ", " +
@@ -181,7 +171,8 @@ std::string batchKernelUnit(const std::string& name, const std::string& what, in
         << ": lanes across transforms.\n#include \"batch/lanes.h\"\n\n"
         << "namespace kvtg_batch {\n\nnamespace {\n\n"
         << "struct " << name << "Lanes {\n"
-        << "using F = " << floats(narrowFloats) << ";\nusing D = " << doubles() << ";\n\n"
+        << "using F = " << (target().wide() && !narrowFloats ? "kv::fwide" : "kv::fvec")
+        << ";\nusing D = " << (target().wide() ? "kv::dwide" : "kv::dvec") << ";\n\n"
         << "template <bool Scaled, class In, class Out>\nstatic void body(const In& x, Out& y, " << (single ? "F" : "D")
         << " c)\n{\n" << body << "}\n};\n\n}  // namespace\n\n"
         << "Status " << name << "(const " << real << "* src, " << real << "* dst, const Layout& layout, int32_t flag)\n{\n"
@@ -204,19 +195,18 @@ std::string batchKernelUnit(const std::string& name, const std::string& what, in
 void writeEntry(const std::string& dir, const std::string& file, const std::string& stem, const std::string& suffix,
                 const std::string& real, const std::function<std::string(const std::string& name, int n)>& unit)
 {
-    std::ostringstream table;
-    table << "// Generated by kvtgen; do not edit.\n// The kernels of " << stem << suffix << ", lengths 2..64.\n"
-          << "#include \"batch/lanes.h\"\n\nnamespace kvtg_batch {\n\n";
+    std::string declarations, list;
     for (int n = 2; n <= 64; ++n) {
         const std::string name = stem + std::to_string(n) + "_" + suffix;
         writeIfChanged(dir + "/" + file + "_" + std::to_string(n) + ".cpp", unit(name, n));
-        table << "Status " << name << "(const " << real << "*, " << real << "*, const Layout&, int32_t);\n";
+        declarations += "Status " + name + "(const " + real + "*, " + real + "*, const Layout&, int32_t);\n";
+        list += "    " + name + ",\n";
     }
-    table << "\nextern const Kernel<" << real << "> " << stem << suffix << "[63] = {\n";
-    for (int n = 2; n <= 64; ++n)
-        table << "    " << stem << n << "_" << suffix << ",\n";
-    table << "};\n\n}  // namespace kvtg_batch\n";
-    writeIfChanged(dir + "/" + file + ".cpp", table.str());
+    writeIfChanged(dir + "/" + file + ".cpp",
+                   "// Generated by kvtgen; do not edit.\n// The kernels of " + stem + suffix + ", lengths 2..64.\n" +
+                       "#include \"batch/lanes.h\"\n\nnamespace kvtg_batch {\n\n" + declarations +
+                       "\nextern const Kernel<" + real + "> " + stem + suffix + "[63] = {\n" + list +
+                       "};\n\n}  // namespace kvtg_batch\n");
 }
 
 // The complex DFT kernels.
@@ -246,30 +236,23 @@ LaneFlow laneFlow(const Graph& narrow)
         const std::array<int, 4>& b = n.b >= 0 ? f.lanes[n.b] : none;
         for (int i = 0; i < count; ++i) {
             int& lane = f.lanes[id][i];
+            // the real number the lane loads: V4F (re, im) of samples index and index2
+            const int sample = i < 2 ? n.index : n.index2;
             if (selectsLanes(n.op)) {
                 const LaneSource from = laneSource(n, i);
                 lane = from.operand < 0 ? make(Op::Const) : (from.operand == 0 ? a : b)[from.lane];
                 if (from.flip)
                     lane = make(Op::Neg, lane);
-                continue;
-            }
-            // the real number the lane loads: V4F (re, im) of samples index and index2
-            const int sample = i < 2 ? n.index : n.index2;
-            switch (n.op) {
-            case Op::Input:
+            } else if (n.op == Op::Input) {
                 lane = count == 1   ? make(Op::Input, -1, -1, n.index)
                        : sample < 0 ? make(Op::Const)
                                     : make(Op::Input, -1, -1, 2 * sample + i % 2);
-                break;
-            case Op::Param: lane = make(Op::Param, -1, -1, n.index); break;
-            case Op::Const: lane = make(Op::Const, -1, -1, -1, constantLane(n, i)); break;
-            case Op::Add:
-            case Op::Sub:
-            case Op::Mul:
-            case Op::ZeroSub:
-            case Op::Widen:
-            case Op::Narrow: lane = make(n.op, a[i], b[i]); break;  // b: -1 in every lane for one operand
-            default:
+            } else if (n.op == Op::Param || n.op == Op::Const) {
+                lane = make(n.op, -1, -1, n.index, constantLane(n, i));
+            } else if (n.op == Op::Add || n.op == Op::Sub || n.op == Op::Mul || n.op == Op::ZeroSub ||
+                       n.op == Op::Widen || n.op == Op::Narrow) {
+                lane = make(n.op, a[i], b[i]);  // b: -1 in every lane for one operand
+            } else {
                 throw std::logic_error("a node the lane flow does not take apart (operation " +
                                        std::to_string(static_cast<int>(n.op)) + ")");
             }
@@ -319,12 +302,13 @@ namespace gen::real {
 namespace {
 
 // The kernel of length n of the flow k between a transform's n samples and
-// its spectrum in `layout` (Hartley: Pack, the values in order); `inverse`
-// reads the spectrum.  A CCS spectrum holds the imaginary parts of R0 and of
-// the Nyquist value too, as exact zeros.
-std::string batchUnit(const std::string& name, const std::string& what, const Precision& p, int n,
-                      const KernelFlow& k, Layout layout, bool inverse, const char* direction)
+// its spectrum in the layout `l` (Hartley, with l null: Pack, the values in
+// order); `inverse` reads the spectrum.  A CCS spectrum holds the imaginary
+// parts of R0 and of the Nyquist value too, as exact zeros.
+std::string batchUnit(const std::string& name, const Precision& p, int n, const KernelFlow& k, const LayoutInfo* l,
+                      bool inverse)
 {
+    const Layout layout = l != nullptr ? l->layout : Layout::Pack;
     std::vector<int> samples, slots;
     for (int j = 0; j < n; ++j) {
         samples.push_back(j);
@@ -338,40 +322,37 @@ std::string batchUnit(const std::string& name, const std::string& what, const Pr
     OutputLanes outputs;
     for (int s : stores)
         outputs.emplace_back(s, 0);
-    return batchKernelUnit(name, what, n, direction, low.graph, stores,
+    const std::string of = " of length " + std::to_string(n) + ", " + p.sample;
+    const std::string what = l == nullptr ? "Hartley transform" + of
+                                          : (inverse ? "inverse real DFT" : "forward real DFT") + of + ", layout " +
+                                                l->stem;
+    return batchKernelUnit(name, what, n, l == nullptr ? "Both" : inverse ? "Inverse" : "Forward", low.graph, stores,
                            {p.single, p.single, 1, inverse ? spectrum : n, low.graph, outputs});
 }
 
 void emitBatchReal(const std::string& dir)
 {
-    std::vector<KernelFlow> forward, inverse, hartley;  // of length n at n - 2
+    std::vector<KernelFlow> fwd, inv, hartley;  // of length n at n - 2
     for (int n = 2; n <= 64; ++n) {
-        forward.push_back(forwardFlow(n));
-        inverse.push_back(inverseFlow(n));
+        fwd.push_back(forwardFlow(n));
+        inv.push_back(inverseFlow(n));
         hartley.push_back(hartleyFlow(n));
     }
     for (const Precision& p : precisions) {
-        auto of = [&](int n) { return " of length " + std::to_string(n) + ", " + p.sample; };
+        // the units `file`_n and the table `file` of the kernels `stem` n _ p.suffix
+        auto entry = [&](const std::string& file, const std::string& stem, const std::vector<KernelFlow>& flows,
+                         const LayoutInfo* l, bool inverse) {
+            writeEntry(dir, file + p.suffix, stem, p.suffix, p.scalar, [&](const std::string& name, int n) {
+                return batchUnit(name, p, n, flows[n - 2], l, inverse);
+            });
+        };
         for (const LayoutInfo& l : layouts) {
-            const std::string layout = std::string(", layout ") + l.stem;
-            writeEntry(dir, std::string("pgenbatchdftfwd") + l.stem + p.suffix,
-                       std::string("batchDFTFwd_") + l.fwdName + "_", p.suffix, p.scalar,
-                       [&](const std::string& name, int n) {
-                           return batchUnit(name, "forward real DFT" + of(n) + layout, p, n, forward[n - 2], l.layout,
-                                            false, "Forward");
-                       });
-            writeEntry(dir, std::string("pgenbatchdftinv") + l.stem + p.suffix,
-                       std::string("batchDFTInv_") + l.invName + "_", p.suffix, p.scalar,
-                       [&](const std::string& name, int n) {
-                           return batchUnit(name, "inverse real DFT" + of(n) + layout, p, n, inverse[n - 2], l.layout,
-                                            true, "Inverse");
-                       });
+            entry(std::string("pgenbatchdftfwd") + l.stem, std::string("batchDFTFwd_") + l.fwdName + "_", fwd, &l,
+                  false);
+            entry(std::string("pgenbatchdftinv") + l.stem, std::string("batchDFTInv_") + l.invName + "_", inv, &l,
+                  true);
         }
-        writeEntry(dir, std::string("pgenbatchhartley") + p.suffix, "batchHartley_", p.suffix, p.scalar,
-                   [&](const std::string& name, int n) {
-                       return batchUnit(name, "Hartley transform" + of(n), p, n, hartley[n - 2], Layout::Pack, false,
-                                        "Both");
-                   });
+        entry("pgenbatchhartley", "batchHartley_", hartley, nullptr, false);
     }
 }
 

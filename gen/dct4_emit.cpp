@@ -5,6 +5,7 @@
 // skew-extended input, a rotation of each value by pi(2j+1)(2p+1)/(4N), and a
 // `FoldTransform` of size 2r for each p.  N = 4 takes its two rotations as
 // three lifting steps each.  The graph keeps the order of every operation.
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 #include <string>
@@ -142,14 +143,10 @@ std::string kernelFunction(Type type, int n)
 {
     Graph graph(false);
     DctBuilder builder{graph, type};
-    // the split of each length: N = S r
-    const std::vector<int> out = n == 2    ? builder.kernel(2, 1)
-                                 : n == 4  ? builder.liftingKernel()
-                                 : n == 8  ? builder.kernel(4, 2)
-                                 : n == 16 ? builder.kernel(4, 4)
-                                           : builder.kernel(16, 2);
-    NodePrinter printer;
-    printer.input = [](const Node& node) { return "x[" + std::to_string(node.index) + "]"; };
+    // the split of each length, N = S r: S = 2, 4, 4, 16 for N = 2, 8, 16, 32
+    const int span = n == 32 ? 16 : std::min(n, 4);
+    const std::vector<int> out = n == 4 ? builder.liftingKernel() : builder.kernel(span, n / span);
+    NodePrinter printer{[](const Node& node) { return "x[" + std::to_string(node.index) + "]"; }, nullptr, nullptr};
     const OpCounts counts = graph.count(out);
     const char* real = type == Type::F32 ? "float" : "double";
     std::ostringstream text;

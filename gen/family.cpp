@@ -224,13 +224,9 @@ std::string valueOf(const Graph& graph, int id)
     if (n.type == Type::F32 || n.type == Type::F64)
         return literal(n.type, n.lane0);
     const Type lane = n.type == Type::V4F || n.type == Type::V8F ? Type::F32 : Type::F64;
-    std::vector<const Node*> halves{&n};
-    if (n.type == Type::V4D || n.type == Type::V8F)  // a 256-bit constant: the lanes of its two 128-bit halves
-        halves = {&graph.node(n.a), &graph.node(n.b)};
     std::string text;
-    for (const Node* half : halves)
-        for (int i = 0; i < (lane == Type::F32 ? 4 : 2); ++i)
-            text += (text.empty() ? "" : ", ") + literal(lane, constantLane(*half, i));
+    for (double value : graph.constantValues(id))  // of a 256-bit constant, the lanes of both 128-bit halves
+        text += (text.empty() ? "" : ", ") + literal(lane, value);
     return std::string("kv::set<") + typeName(n.type) + ">(" + text + ")";
 }
 
@@ -265,21 +261,15 @@ std::string printNodes(const Graph& graph, const std::vector<int>& roots, const 
             expr = vector ? "kv::mul" + ab : a + " * " + b;
             // A product by the scale factor is skipped in the body for factor
             // one: multiplying by one is exact, so both bodies give the same bits.
-            if (isFactor(graph, n.b))
-                expr = "Scaled ? " + expr + " : " + a;
-            else if (isFactor(graph, n.a))
-                expr = "Scaled ? " + expr + " : " + b;
+            if (isFactor(graph, n.a) || isFactor(graph, n.b))
+                expr = "Scaled ? " + expr + " : " + (isFactor(graph, n.b) ? a : b);
             break;
         case Op::Neg: expr = vector ? "kv::neg(" + a + ")" : "-" + a; break;
         case Op::ZeroSub:
-            expr = vector ? "kv::sub(kv::zero<" + typeOf(n.type) + ">(), " + a + ")"
-                          : (n.type == Type::F32 ? "0.0f - " : "0.0 - ") + a;
+            expr = vector ? "kv::sub(kv::zero<" + typeOf(n.type) + ">(), " + a + ")" : literal(n.type, 0.0) + " - " + a;
             break;
-        case Op::Widen:
-        case Op::Narrow:
-            expr = lanes ? "kv::convert<" + typeOf(n.type) + ">(" + a + ")"
-                         : std::string(n.op == Op::Widen ? "static_cast<double>(" : "static_cast<float>(") + a + ")";
-            break;
+        case Op::Widen:  // the conversions, to the node's type
+        case Op::Narrow: expr = (lanes ? "kv::convert<" : "static_cast<") + typeOf(n.type) + ">(" + a + ")"; break;
         case Op::SwapNeg: expr = "kv::swapNeg(" + a + ")"; break;
         case Op::Swap: expr = "kv::swap(" + a + ")"; break;
         case Op::Shuffle:

@@ -53,12 +53,10 @@ const std::string* Form::find(const std::string& field) const
 
 Form& Form::set(const std::string& field, const std::string& value)
 {
-    for (auto& [name, old] : fields_)
-        if (name == field) {
-            old = value;
-            return *this;
-        }
-    fields_.emplace_back(field, value);
+    if (const std::string* old = find(field))
+        *const_cast<std::string*>(old) = value;  // a field of this form, which is not const
+    else
+        fields_.emplace_back(field, value);
     return *this;
 }
 
@@ -83,20 +81,16 @@ Form formOf(const std::string& kernel, const std::function<Form()>& search)
     if (e.visit < 0)
         e.visit = table.visits++;
     if (table.exploring && search) {
-        Form found = search();
+        Form& found = e.byTarget[target().name] = search();
         found.kernel = kernel;
-        e.byTarget[target().name] = found;
         return found;
     }
-    const auto at = e.byTarget.find(target().name);
-    if (at == e.byTarget.end())
-        formError(kernel, "the table of forms has no line for it (run kvtgen --explore)");
+    const Form& line = formOn(kernel, target().name);
     // the flow fixes the bits: every target runs the same one
     for (const auto& [other, form] : e.byTarget)
-        if (form.has("flow") != at->second.has("flow") ||
-            (form.has("flow") && form.get("flow") != at->second.get("flow")))
+        if (form.has("flow") != line.has("flow") || (form.has("flow") && form.get("flow") != line.get("flow")))
             formError(kernel, "its flow differs from the one on " + other + ", and with it the bits");
-    return at->second;
+    return line;
 }
 
 const Form& formOn(const std::string& kernel, const std::string& targetName)
@@ -104,14 +98,15 @@ const Form& formOn(const std::string& kernel, const std::string& targetName)
     Entry& e = table.entry(kernel);
     const auto at = e.byTarget.find(targetName);
     if (at == e.byTarget.end())
-        formError(kernel, "the table of forms has no line for it on " + targetName);
+        formError(kernel, "the table of forms has no line for it on " + targetName + " (run kvtgen --explore)");
     return at->second;
 }
 
-void loadForms(const std::string& path)
+void loadForms(const std::string& path, bool exploring)
 {
+    table.exploring = exploring;
     std::ifstream in(path);
-    if (!in)
+    if (!in && !exploring)
         throw std::runtime_error("cannot read the table of forms " + path);
     std::string line;
     for (int number = 1; std::getline(in, line); ++number) {
@@ -136,8 +131,6 @@ void loadForms(const std::string& path)
             throw std::runtime_error(where + ": a second line for " + form.kernel + " on " + targetName);
     }
 }
-
-void startExploring() { table.exploring = true; }
 
 void writeForms(const std::string& path)
 {

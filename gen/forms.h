@@ -52,9 +52,9 @@ Form formOf(const std::string& kernel, const std::function<Form()>& search);
 // already explored, whose flow the other targets take).
 const Form& formOn(const std::string& kernel, const std::string& targetName);
 
-// The table the generator runs with: read from a file, or explored anew.
-void loadForms(const std::string& path);
-void startExploring();
+// The table the generator runs with, read from a file; exploring (where the
+// file may be missing), the searches write it anew.
+void loadForms(const std::string& path, bool exploring = false);
 // Writes the table: the kernels in the order the families asked for them (the
 // others after them), each with its lines by target.
 void writeForms(const std::string& path);

@@ -19,22 +19,11 @@
 
 namespace {
 
-int usage()
-{
-    std::fprintf(stderr,
-                 "usage: kvtgen <family> <output directory> --target <description> --forms <table>\n"
-                 "       kvtgen --explore <table> <list of targets> [family...]\n"
-                 "       kvtgen --list\n");
-    return 2;
-}
-
 // Runs the families on every target into a scratch folder and records the
 // form each kernel's search finds.
 int explore(const std::string& tablePath, const std::string& targetList, std::vector<std::string> families)
 {
-    if (std::filesystem::exists(tablePath))
-        gen::loadForms(tablePath);
-    gen::startExploring();
+    gen::loadForms(tablePath, true);
     if (families.empty())
         families = {"complex", "real", "hartley", "wht"};
     const std::filesystem::path scratch = std::filesystem::temp_directory_path() / "kvtgen-explore";
@@ -69,8 +58,12 @@ int main(int argc, char** argv)
         }
         if (args.size() >= 3 && args[0] == "--explore")
             return explore(args[1], args[2], std::vector<std::string>(args.begin() + 3, args.end()));
-        if (args.size() != 6 || args[2] != "--target" || args[4] != "--forms")
-            return usage();
+        if (args.size() != 6 || args[2] != "--target" || args[4] != "--forms") {
+            std::fprintf(stderr, "usage: kvtgen <family> <output directory> --target <description> --forms <table>\n"
+                                 "       kvtgen --explore <table> <list of targets> [family...]\n"
+                                 "       kvtgen --list\n");
+            return 2;
+        }
         gen::setTarget(gen::readTarget(args[3]));
         const auto found = gen::familyRegistry().find(args[0]);
         if (found == gen::familyRegistry().end()) {

@@ -92,15 +92,11 @@ struct Parser {
             return make(rader ? Tree::Kind::Rader : Tree::Kind::Bluestein, size, first, second, rader ? 0 : inner);
         }
         const int n = number();
-        if (accept("w")) {
-            if (n != 5)
-                fail("w form exists for 5 only");
-            return make(Tree::Kind::Direct5w, n);
-        }
-        if (accept("d")) {
-            if (n != 7 && n != 11)
-                fail("d form exists for 7 and 11 only");
-            return make(Tree::Kind::OddSymmetric, n);
+        if (accept("w") || accept("d")) {
+            const bool w = text[pos - 1] == 'w';
+            if (w ? n != 5 : n != 7 && n != 11)
+                fail(w ? "w form exists for 5 only" : "d form exists for 7 and 11 only");
+            return make(w ? Tree::Kind::Direct5w : Tree::Kind::OddSymmetric, n);
         }
         if (accept("r"))
             return lookup(n, true);

@@ -39,10 +39,7 @@ std::vector<int> radicesOf(const Form& form, const std::string& field)
     return radices;
 }
 
-std::string kernelName(const Sample& s, int order)
-{
-    return "kvtgWHT_" + std::to_string(order) + "_" + s.suffix;
-}
+std::string kernelName(const Sample& s, int order) { return "kvtgWHT_" + std::to_string(order) + "_" + s.suffix; }
 
 // Bytes of the work buffer: N samples, plus one strip for a three-pass kernel.
 int bufferBytes(const Sample& s, int order)
@@ -59,8 +56,7 @@ int bufferBytes(const Sample& s, int order)
 std::string passes(const Sample& s, int order)
 {
     const int n = 1 << order;
-    const bool wide = s.halves != nullptr;
-    const Passes p = wide ? widePassesOf(s, order) : narrowPassesOf(s, order);
+    const Passes p = s.halves != nullptr ? widePassesOf(s, order) : narrowPassesOf(s, order);
     const int length = p.strip > 0 ? p.strip : n;
     int strip = p.block, whole = length;  // the samples that the block pass and `first`, and all passes, cover
     for (int r : p.first)
@@ -84,13 +80,9 @@ std::string passes(const Sample& s, int order)
             const std::string load = fromPairs ? "" : (i == 0 ? std::string(s.aligned) : toAccess) + ", ";
             const std::string network =
                 "wht::" + s.function(fromPairs ? "tradedColumns" : "columns", radices[i]) + "<" + load + toAccess;
-            out << indent << (wide ? "wht::columnGroups<" : "wht::columnPass<") << types << network << scaled;
-            if (!wide)
-                out << ">(" << from << ", " << to << ", " << count / radices[i];
-            else
-                out << (fromPairs ? ", 2>(" : ">(") << (i == 0 ? from : to) << ", " << to << ", " << count << ", "
-                    << row << ", " << radices[i];
-            out << ", " << s.lanes << ", " << s.factor() << ");\n";
+            out << indent << "wht::columnGroups<" << types << network << scaled << (fromPairs ? ", 2>(" : ">(")
+                << (i == 0 ? from : to) << ", " << to << ", " << count << ", " << row << ", " << radices[i] << ", "
+                << s.lanes << ", " << s.factor() << ");\n";
             row *= radices[i];
         }
         return out.str();
@@ -100,12 +92,10 @@ std::string passes(const Sample& s, int order)
                                      (p.traded ? "" : std::string("<Access, ") + s.aligned + ", false>");
     const std::string block = "wht::blockPass<" + types + "wht::" + blockNetwork + ">";
     const int passBlock = p.traded ? 2 * p.block : p.block;
+    if (p.strip == 0)
+        return "    " + block + "(src, main, " + std::to_string(n) + ", " + std::to_string(passBlock) + ");\n" +
+               run(p.first, p.traded, "main", "dst", p.block, n, "    ");
     std::ostringstream out;
-    if (p.strip == 0) {
-        out << "    " << block << "(src, main, " << n << ", " << passBlock << ");\n"
-            << run(p.first, p.traded, "main", "dst", p.block, n, "    ");
-        return out.str();
-    }
     out << "    " << s.real << "* const strip = main + " << n << ";\n"
         << "    for (int t = 0; t < " << n / length << "; ++t) {\n"
         << "        " << block << "(src + t * " << length << ", strip, " << length << ", " << passBlock << ");\n"
@@ -114,14 +104,14 @@ std::string passes(const Sample& s, int order)
     return out.str();
 }
 
-// The unit of a kernel.  Its run tests the pointers and the flag, then runs
-// the network, or the passes of a blocked order through the work buffer, the
-// caller's or one allocated for the call; from order 4 on, a template over
-// the access class of src and dst, for the kernel and its unaligned twin.
+// The unit of a kernel.  Its run, a template over the access class of src and
+// dst, tests the pointers and the flag, then runs the network, or the passes
+// of a blocked order through the work buffer, the caller's or one allocated
+// for the call; from order 4 on, the kernel has an unaligned twin.
 std::string kernelUnit(const Sample& s, int order)
 {
     const bool blocked = order >= 8, twin = order >= 4;
-    const std::string name = kernelName(s, order), real = s.real, access = twin ? "Access" : s.unaligned;
+    const std::string name = kernelName(s, order), real = s.real;
     // A kernel with one body only on the current target (the scalar or vector
     // network, or the 128-bit passes): its line of the table must name it.
     if (!blocked || s.halves == nullptr) {
@@ -137,16 +127,14 @@ std::string kernelUnit(const Sample& s, int order)
         << "// Walsh-Hadamard transform of order " << order << " (" << (1 << order) << " samples), "
         << (s.type == Type::F32 ? "Real32" : "Real64") << ".\n"
         << "#include \"frame.h\"\n#include \"wht/passes.h\"\n#include \"wht_networks.h\"\n\nnamespace {\n\n"
-        << (twin ? "template <class Access>\n" : "") << "inline Status run(" << args << ")\n{\n"
+        << "template <class Access>\ninline Status run(" << args << ")\n{\n"
         << "    if (src == nullptr || dst == nullptr)\n        return StatusNullArg;\n"
         << "    " << real << " s;\n"
         << "    if (!kvtg::pickFactor<" << real << ">(flag, kvtg::Direction::Both, "
         << factorLiterals(s.type, 1 << order) << ", s))\n        return StatusBadFlag;\n";
-    if (!s.vectorOrder(order))
-        out << "    wht::" << s.function("network", order) << "(src, dst, s);\n";
-    else if (!blocked)
-        out << "    wht::" << s.function("network", order) << "<" << access << ", " << access << ", true>(src, dst, "
-            << s.factor() << ");\n";
+    if (!blocked)
+        out << "    wht::" << s.function("network", order)
+            << (s.vectorOrder(order) ? "<Access, Access, true>(src, dst, " + s.factor() : "(src, dst, s") << ");\n";
     else
         out << "    // a buffer of our own lives for this call only\n"
             << "    uint8_t* const work = buffer != nullptr ? buffer : static_cast<uint8_t*>(kvtMalloc("
@@ -154,51 +142,49 @@ std::string kernelUnit(const Sample& s, int order)
             << "    " << real << "* const main = reinterpret_cast<" << real << "*>(work);\n"
             << passes(s, order) << "    if (buffer == nullptr)\n        kvtFree(work);\n";
     out << "    return StatusOk;\n}\n\n}  // namespace\n\n";
-    if (!twin) {
-        out << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n    return run(" << callArgs
-            << ");\n}\n";
-        return out.str();
-    }
     const std::string twinName = "owngWHT_" + std::to_string(order) + "_" + s.suffix + "_unaligned";
-    out << "extern \"C\" Status " << twinName << "(" << args << ");\n\n"
-        << "extern \"C\" Status " << twinName << "(" << args << ")\n{\n"
-        << "    return run<" << s.unaligned << ">(" << callArgs << ");\n}\n\n"
-        << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n"
-        << "    if (!kvtg::bothAligned16(src, dst))\n        return " << twinName << "(" << callArgs << ");\n"
-        << "    return run<" << s.aligned << ">(" << callArgs << ");\n}\n";
+    if (twin)
+        out << "extern \"C\" Status " << twinName << "(" << args << ");\n\n"
+            << "extern \"C\" Status " << twinName << "(" << args << ")\n{\n"
+            << "    return run<" << s.unaligned << ">(" << callArgs << ");\n}\n\n";
+    out << "extern \"C\" KVTG_API Status " << name << "(" << args << ")\n{\n";
+    if (twin)
+        out << "    if (!kvtg::bothAligned16(src, dst))\n        return " << twinName << "(" << callArgs << ");\n";
+    out << "    return run<" << (twin ? s.aligned : s.unaligned) << ">(" << callArgs << ");\n}\n";
     return out.str();
+}
+
+// A unit of one exported function over all orders: its title (what it is of
+// the Walsh-Hadamard transform), the function's name and parameters, its body.
+std::string orderUnit(const std::string& title, const std::string& function, const std::string& body)
+{
+    return "// Generated by kvtgen; do not edit.\n// " + title + " of the Walsh-Hadamard transform.\n" +
+           "#include \"frame.h\"\n\nextern \"C\" KVTG_API Status " + function + ")\n{\n" + body + "}\n";
 }
 
 std::string dispatcherUnit(const Sample& s)
 {
-    const std::string real = s.real;
-    std::ostringstream out;
-    out << "// Generated by kvtgen; do not edit.\n// Order dispatcher of the Walsh-Hadamard transform.\n"
-        << "#include \"frame.h\"\n\n"
-        << "extern \"C\" KVTG_API Status kvtgWHT_" << s.suffix << "(const " << real << "* src, " << real
-        << "* dst, int32_t order, int32_t flag, uint8_t* buffer)\n{\n"
-        << "    // the order is the only test here; orders up to 7 take no buffer\n"
-        << "    switch (order) {\n";
+    std::string cases;
     for (int order = 1; order <= 13; ++order)
-        out << "    case " << order << ": return kvtgWHT_" << order << "_" << s.suffix << "(src, dst, flag"
-            << (order >= 8 ? ", buffer" : "") << ");\n";
-    out << "    default: return StatusBadSize;\n    }\n}\n";
-    return out.str();
+        cases += "    case " + std::to_string(order) + ": return " + kernelName(s, order) + "(src, dst, flag" +
+                 (order >= 8 ? ", buffer" : "") + ");\n";
+    return orderUnit("Order dispatcher",
+                     "kvtgWHT_" + std::string(s.suffix) + "(const " + s.real + "* src, " + s.real +
+                         "* dst, int32_t order, int32_t flag, uint8_t* buffer",
+                     "    // the order is the only test here; orders up to 7 take no buffer\n    switch (order) {\n" +
+                         cases + "    default: return StatusBadSize;\n    }\n");
 }
 
 std::string bufferSizeUnit(const Sample& s)
 {
-    std::ostringstream out;
-    out << "// Generated by kvtgen; do not edit.\n// Work-buffer size of the Walsh-Hadamard transform.\n"
-        << "#include \"frame.h\"\n\n"
-        << "extern \"C\" KVTG_API Status kvtgWHTGetBufferSize_" << s.suffix << "(int32_t order, int32_t* pSize)\n{\n"
-        << "    static const int32_t bytes[13] = {";
+    std::string bytes;
     for (int order = 1; order <= 13; ++order)
-        out << bufferBytes(s, order) << (order < 13 ? ", " : "");
-    out << "};\n"
-        << "    if (order < 1 || order > 13)\n        return StatusBadSize;\n"
-        << "    *pSize = bytes[order - 1];\n    return StatusOk;\n}\n";
-    return out.str();
+        bytes += std::to_string(bufferBytes(s, order)) + (order < 13 ? ", " : "");
+    return orderUnit("Work-buffer size",
+                     "kvtgWHTGetBufferSize_" + std::string(s.suffix) + "(int32_t order, int32_t* pSize",
+                     "    static const int32_t bytes[13] = {" + bytes + "};\n" +
+                         "    if (order < 1 || order > 13)\n        return StatusBadSize;\n" +
+                         "    *pSize = bytes[order - 1];\n    return StatusOk;\n");
 }
 
 const FamilyRegistration registration("wht", [](const std::string& directory) {

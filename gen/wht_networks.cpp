@@ -5,8 +5,8 @@
 // of 2^k samples the stages h = 1, 2, 4, ... run in that order, each pair
 // (n, n+h) giving a+b at n and a-b at n+h, exactly the plain radix-2 network.
 // A vector holds `lanes` consecutive samples; the stages h < lanes pair samples
-// inside a vector and need lane moves (transposedBlocks, interleavedPairs and
-// splitPairs below, by vector width), every later stage is whole-vector
+// inside a vector and need lane moves (transposedBlocks for four floats,
+// splitPairs for the others), every later stage is whole-vector
 // arithmetic.  The lane moves only carry samples, so every addition keeps its
 // two operands and the bits don't depend on the width.  Column networks
 // combine R whole vectors at a stride.
@@ -29,81 +29,69 @@ namespace {
 
 std::string v(int j) { return "v" + std::to_string(j); }
 
-std::string butterfly(const Sample& s, int a, int b, const std::string& indent)
+// v(a), v(b) = v(a) + v(b), v(a) - v(b) on values of `type`: vectors, or
+// single numbers where it is float or double.
+std::string butterfly(const std::string& type, int a, int b, const std::string& indent)
 {
-    return indent + "{ const " + s.vector + " t = " + v(a) + "; " + v(a) + " = kv::add(t, " + v(b) + "); " + v(b) +
-           " = kv::sub(t, " + v(b) + "); }\n";
+    const bool number = type == "float" || type == "double";
+    const std::string sum = number ? "t + " + v(b) : "kv::add(t, " + v(b) + ")";
+    const std::string difference = number ? "t - " + v(b) : "kv::sub(t, " + v(b) + ")";
+    return indent + "{ const " + type + " t = " + v(a) + "; " + v(a) + " = " + sum + "; " + v(b) + " = " +
+           difference + "; }\n";
 }
 
-// Four floats per vector: each 4x4 block is transposed, takes the stages
-// h = 1, 2 as whole-vector arithmetic and is transposed back.
-std::string transposedBlocks(int count)
-{
-    std::ostringstream out;
-    for (int g = 0; g < count; g += 4) {
-        const std::string v0 = v(g), v1 = v(g + 1), v2 = v(g + 2), v3 = v(g + 3);
-        const std::string transpose = "    transposeBlock(" + v0 + ", " + v1 + ", " + v2 + ", " + v3 + ");\n";
-        out << transpose << "    {\n"
-            << "        const kv::fvec p0 = kv::add(" << v0 << ", " << v1 << "), p1 = kv::sub(" << v0 << ", " << v1 << ");\n"
-            << "        const kv::fvec p2 = kv::add(" << v2 << ", " << v3 << "), p3 = kv::sub(" << v2 << ", " << v3 << ");\n"
-            << "        " << v0 << " = kv::add(p0, p2);\n        " << v2 << " = kv::sub(p0, p2);\n"
-            << "        " << v1 << " = kv::add(p1, p3);\n        " << v3 << " = kv::sub(p1, p3);\n"
-            << "    }\n" << transpose;
-    }
-    return out.str();
-}
-
-// Two doubles per vector: the stage h = 1 between the interleaved lanes of
-// each pair of vectors, then back to rows.
-std::string interleavedPairs(int count)
-{
-    std::ostringstream out;
-    for (int j = 0; j < count; j += 2) {
-        const std::string a = v(j), b = v(j + 1);
-        out << "    {\n"
-            << "        const kv::dvec even = kv::unpackLow(" << a << ", " << b << "), odd = kv::unpackHigh(" << a << ", "
-            << b << ");\n"
-            << "        const kv::dvec sum = kv::add(even, odd), difference = kv::sub(even, odd);\n"
-            << "        " << a << " = kv::unpackLow(sum, difference);\n"
-            << "        " << b << " = kv::unpackHigh(sum, difference);\n"
-            << "    }\n";
-    }
-    return out.str();
-}
-
-// 256-bit vectors of two 128-bit halves: per pair of vectors (a, b), whose
-// index bit h = lanes is 0 in a and 1 in b, the loads trade the halves, which
-// puts the top lane bit between a and b (an insert of a 128-bit load costs
-// less than a move across halves in registers); each split of even and odd
-// lanes then rotates the bits (pair, lane 0, .., lane top-1) by one place, so
-// that the lane bits 0, 1, .. come between a and b in turn, each taking its
-// stage there; after the last rotation the top lane bit is back between a and
-// b and, with `restore`, a trade of halves in registers restores the rows for
-// the stage h = lanes.  Four lane moves per vector for three stages of 8
-// floats, three for two stages of 4 doubles.
-std::string splitPairs(const Sample& s, int count, bool restore)
-{
-    std::ostringstream out;
-    for (int j = 0; j < count; j += 2) {
-        out << "    {\n";
-        for (int h = 1; h < s.lanes; h *= 2)
-            out << "        splitEvenOdd(" << v(j) << ", " << v(j + 1) << ");\n" << butterfly(s, j, j + 1, "        ");
-        if (restore)
-            out << "        exchangeHalves(" << v(j) << ", " << v(j + 1) << ");\n";
-        out << "    }\n";
-    }
-    return out.str();
-}
-
-// The stages between whole vectors j and j + step, from `step` on.
-std::string vectorStages(const Sample& s, int count, int step)
+// The stages between values first + j and first + j + step of `count`
+// values of `type`, from `step` on.
+std::string stages(const std::string& type, int count, int step, int first = 0)
 {
     std::string out;
     for (; step < count; step *= 2)
         for (int j = 0; j < count; ++j)
             if ((j & step) == 0)
-                out += butterfly(s, j, j + step, "    ");
+                out += butterfly(type, first + j, first + j + step, "    ");
     return out;
+}
+
+// Four floats per vector: each 4x4 block is transposed, takes the stages
+// h = 1, 2 as whole-vector arithmetic and is transposed back.
+std::string transposedBlocks(const Sample& s, int count)
+{
+    std::string out;
+    for (int g = 0; g < count; g += 4) {
+        const std::string transpose =
+            "    transposeBlock(" + v(g) + ", " + v(g + 1) + ", " + v(g + 2) + ", " + v(g + 3) + ");\n";
+        out += transpose + stages(s.vector, 4, 1, g) + transpose;
+    }
+    return out;
+}
+
+// Pairs of vectors (a, b) whose index bit h = lanes is 0 in a and 1 in b.
+// With 256-bit vectors of two 128-bit halves, the loads trade the halves,
+// which puts the top lane bit between a and b (an insert of a 128-bit load
+// costs less than a move across halves in registers); each split of even and
+// odd lanes then rotates the bits (pair, lane 0, .., lane top-1) by one place,
+// so that the lane bits 0, 1, .. come between a and b in turn, each taking its
+// stage there; after the last rotation the top lane bit is back between a and
+// b and, with `restore`, a trade of halves in registers restores the rows for
+// the stage h = lanes.  Four lane moves per vector for three stages of 8
+// floats, three for two stages of 4 doubles.  With two doubles per vector
+// the split and the trade are both the interleave of the pair's lanes.
+std::string splitPairs(const Sample& s, int count, bool restore)
+{
+    std::ostringstream out;
+    for (int j = 0; j < count; j += 2) {
+        const std::string pair = "(" + v(j) + ", " + v(j + 1) + ")";
+        const std::string interleave = "        { const kv::dvec t = kv::unpackLow" + pair + "; " + v(j + 1) +
+                                       " = kv::unpackHigh" + pair + "; " + v(j) + " = t; }\n";
+        out << "    {\n";
+        for (int h = 1; h < s.lanes; h *= 2)
+            out << (s.halves ? "        splitEvenOdd" + pair + ";\n" : interleave)
+                << butterfly(s.vector, j, j + 1, "        ");
+        if (restore)
+            out << (s.halves ? "        exchangeHalves" + pair + ";\n" : interleave);
+        out << "    }\n";
+    }
+    return out.str();
 }
 
 // Vector j loaded from its two 128-bit halves at x + low and x + high.
@@ -130,23 +118,6 @@ const Sample wide32{"32f", "float", "kv::fwide", 8, Type::F32, "wht::WideAccess"
 const Sample wide64{"64f", "double", "kv::dwide", 4, Type::F64, "wht::WideAccess", "wht::WideAccess",
                     "kv::UnalignedAccess"};
 
-// The verifier's reference: the plain network of the samples v, stages
-// h = 1, 2, 4, ..., a+b at i and a-b at i+h, each rounded once to the sample
-// type (a sum of two floats rounded to double and then to float is the float
-// sum).
-std::vector<double> plainNetwork(std::vector<double> v, bool single)
-{
-    auto rounded = [single](double r) { return single ? static_cast<double>(static_cast<float>(r)) : r; };
-    for (std::size_t h = 1; h < v.size(); h *= 2)
-        for (std::size_t i = 0; i < v.size(); ++i)
-            if ((i & h) == 0) {
-                const double a = v[i], b = v[i + h];
-                v[i] = rounded(a + b);
-                v[i + h] = rounded(a - b);
-            }
-    return v;
-}
-
 // What a network function computes, for the verifier: the samples of x that
 // row r, lane c of its vectors hold, and where it stores them.
 struct NetworkShape {
@@ -158,7 +129,9 @@ struct NetworkShape {
 
 // The network function `name` from x into y, then `parameters`.  Its body
 // first runs on the check inputs, every lane column held against the plain
-// network of its rows.
+// network of its rows: stages h = 1, 2, 4, ..., a+b at i and a-b at i+h,
+// each rounded once to the sample type (a sum or product of two floats
+// rounded to double and then to float is the float sum or product).
 std::string verified(const Sample& s, const std::string& name, const std::string& parameters,
                      const std::string& body, const NetworkShape& shape)
 {
@@ -168,17 +141,22 @@ std::string verified(const Sample& s, const std::string& name, const std::string
     for (int r = 0; r < shape.rows; ++r)
         for (int c = 0; c < shape.lanes; ++c)
             extent = std::max(extent, shape.loaded(r, c) + 1);
+    auto rounded = [single](double r) { return single ? static_cast<double>(static_cast<float>(r)) : r; };
     const auto reference = [&](const std::vector<double>& x) {
         std::map<int, double> values;
         for (int c = 0; c < shape.lanes; ++c) {
             std::vector<double> column;
             for (int r = 0; r < shape.rows; ++r)
                 column.push_back(x[shape.loaded(r, c)]);
-            column = plainNetwork(column, single);
+            for (std::size_t h = 1; h < column.size(); h *= 2)
+                for (std::size_t i = 0; i < column.size(); ++i)
+                    if ((i & h) == 0) {
+                        const double a = column[i], b = column[i + h];
+                        column[i] = rounded(a + b);
+                        column[i + h] = rounded(a - b);
+                    }
             for (int r = 0; r < shape.rows; ++r)
-                values[shape.stored(r, c)] = !shape.scaled ? column[r]
-                                             : single      ? static_cast<float>(column[r]) * static_cast<float>(scale)
-                                                           : column[r] * scale;
+                values[shape.stored(r, c)] = shape.scaled ? rounded(column[r] * scale) : column[r];
         }
         return values;
     };
@@ -199,17 +177,10 @@ std::string network(const Sample& s, int order)
     if (!vector) {
         out << "// " << n << "-point network on single numbers, then the scale.\n";
         for (int i = 0; i < n; ++i)
-            body << "    const " << s.real << " a" << i << " = x[" << i << "];\n";
-        std::string prefix = "a";
-        for (int h = 1, level = 0; h < n; h *= 2, ++level) {
-            const std::string next = "b" + std::to_string(level) + "_";
-            for (int i = 0; i < n; ++i)
-                body << "    const " << s.real << " " << next << i << " = " << prefix << (i & h ? i - h : i)
-                     << (i & h ? " - " : " + ") << prefix << (i & h ? i : i + h) << ";\n";
-            prefix = next;
-        }
+            body << "    " << s.real << " " << v(i) << " = x[" << i << "];\n";
+        body << stages(s.real, n, 1);
         for (int i = 0; i < n; ++i)
-            body << "    y[" << i << "] = " << prefix << i << " * s;\n";
+            body << "    y[" << i << "] = " << v(i) << " * s;\n";
     } else {
         out << "// " << n << "-point network in " << count << " vectors of " << s.lanes << " samples.\n"
             << "template <class Load, class Store, bool Scaled>\n";
@@ -220,10 +191,8 @@ std::string network(const Sample& s, int order)
                 body << joined(s, j, std::to_string((j & ~1) * s.lanes + (j & 1) * half),
                                std::to_string((j | 1) * s.lanes + (j & 1) * half));
         }
-        body << (s.halves != nullptr ? splitPairs(s, count, true)
-                 : s.type == Type::F32 ? transposedBlocks(count)
-                                       : interleavedPairs(count))
-             << vectorStages(s, count, 1);
+        body << (s.halves == nullptr && s.type == Type::F32 ? transposedBlocks(s, count) : splitPairs(s, count, true))
+             << stages(s.vector, count, 1);
         for (int j = 0; j < count; ++j)
             body << scaledStore(j, std::to_string(j * s.lanes));
     }
@@ -249,7 +218,7 @@ std::string tradedNetwork(const Sample& s, int order)
     for (int j = 0; j < count; ++j)
         body << joined(s, j, std::to_string(j * half), std::to_string(block + j * half));
     // sample bit log2(h) of a block is bit log2(h / half) of the vector index
-    body << splitPairs(s, count, false) << vectorStages(s, count, 2);
+    body << splitPairs(s, count, false) << stages(s.vector, count, 2);
     for (int j = 0; j < count; ++j)
         body << "    WideAccess::storeVector(y + " << j * s.lanes << ", " << v(j) << ");\n";
     const auto loaded = [block](int r, int c) { return c * block + r; };
@@ -277,7 +246,7 @@ std::string columnNetwork(const Sample& s, int radix, bool traded = false)
         else
             body << "    " << s.vector << " " << v(r) << " = Load::loadVector(x + " << r << " * stride);\n";
     }
-    body << vectorStages(s, radix, 1);
+    body << stages(s.vector, radix, 1);
     for (int r = 0; r < radix; ++r)
         body << scaledStore(r, std::to_string(r) + " * stride");
     // verified on rows four vectors apart
@@ -302,35 +271,27 @@ std::string networksHeader()
     out << "// Generated by kvtgen; do not edit.\n"
         << "// Butterfly networks of the Walsh-Hadamard kernels.\n"
         << "#pragma once\n#include \"wht/lane_moves.h\"\n\nnamespace wht {\n\n";
-    // the scalar networks first, then the vector ones
-    for (bool vector : {false, true})
-        for (const Sample* s : {&single(), &dual()})
-            for (int order = 1; order <= 7; ++order)
-                if (s->vectorOrder(order) == vector)
-                    out << network(*s, order);
-    for (int radix : {8, 16, 32})
-        out << columnNetwork(single(), radix) << columnNetwork(dual(), radix);
-    if (target().wide()) {
-        // the networks that the passes of the blocked orders name
-        for (const Sample* s : {&single(), &dual()}) {
-            std::set<int> blocks, radices, tradedRadices;
-            for (int order = 8; order <= 13; ++order) {
-                const Passes p = widePassesOf(*s, order);
-                if (!p.traded)
-                    continue;
-                blocks.insert(static_cast<int>(std::log2(p.block)));
-                tradedRadices.insert(p.first[0]);
-                radices.insert(p.first.begin() + 1, p.first.end());
-                radices.insert(p.last.begin(), p.last.end());
-            }
-            for (int order : blocks)
-                out << tradedNetwork(*s, order);
-            for (int radix : radices)
-                if (radix < 8)
-                    out << columnNetwork(*s, radix);
-            for (int radix : tradedRadices)
-                out << columnNetwork(*s, radix, true);
+    for (const Sample* s : {&single(), &dual()}) {
+        for (int order = 1; order <= 7; ++order)
+            out << network(*s, order);
+        // the column networks of the 128-bit passes and, on the 256-bit
+        // target, the networks that the passes of the blocked orders name
+        std::set<int> blocks, radices{8, 16, 32}, tradedRadices;
+        for (int order = 8; order <= 13 && target().wide(); ++order) {
+            const Passes p = widePassesOf(*s, order);
+            if (!p.traded)
+                continue;
+            blocks.insert(static_cast<int>(std::log2(p.block)));
+            tradedRadices.insert(p.first[0]);
+            radices.insert(p.first.begin() + 1, p.first.end());
+            radices.insert(p.last.begin(), p.last.end());
         }
+        for (int order : blocks)
+            out << tradedNetwork(*s, order);
+        for (int radix : radices)
+            out << columnNetwork(*s, radix);
+        for (int radix : tradedRadices)
+            out << columnNetwork(*s, radix, true);
     }
     out << "}  // namespace wht\n";
     return out.str();
