@@ -113,40 +113,25 @@ static void requireSameType(const Node& x, const Node& y)
         throw std::logic_error("operands of different types");
 }
 
-int Graph::add(int a, int b)
+int Graph::sum(int a, int b, bool subtract)
 {
-    if (a == none)
-        return b;
     if (b == none)
         return a;
+    if (a == none)
+        return subtract ? neg(b) : b;
     requireSameType(node(a), node(b));
     if (steering_ && node(a).type == Type::V8F)
-        return steering_->sum(*this, a, b, false);
-    if (isNeg(a) && isNeg(b))
-        return neg(add(node(a).a, node(b).a));
-    if (isNeg(b))
-        return sub(a, node(b).a);
+        return steering_->sum(*this, a, b, subtract);
+    // a - (-b) = a + b, a + (-b) = a - b; (-a) - b = (-a) + (-b) = -(a + b); (-a) + b = b - a
+    if (isNeg(b) && (subtract || !isNeg(a)))
+        return sum(a, node(b).a, !subtract);
+    if (isNeg(a) && (subtract || isNeg(b)))
+        return neg(add(node(a).a, subtract ? b : node(b).a));
     if (isNeg(a))
         return sub(b, node(a).a);
-    return make({Op::Add, node(a).type, a, b});
-}
-
-int Graph::sub(int a, int b)
-{
-    if (b == none)
-        return a;
-    if (a == none)
-        return neg(b);
-    requireSameType(node(a), node(b));
-    if (steering_ && node(a).type == Type::V8F)
-        return steering_->sum(*this, a, b, true);
-    if (isNeg(b))
-        return add(a, node(b).a);
-    if (isNeg(a))
-        return neg(add(node(a).a, b));
-    if (canonicalSub_ && a > b)
+    if (subtract && canonicalSub_ && a > b)
         return neg(sub(b, a));
-    return make({Op::Sub, node(a).type, a, b});
+    return make({subtract ? Op::Sub : Op::Add, node(a).type, a, b});
 }
 
 int Graph::neg(int a)

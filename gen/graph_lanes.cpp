@@ -142,15 +142,8 @@ int Graph::swapNeg(int a)
     const Node& x = node(a);
     if (x.op == Op::Mul && isConst(x.b)) {
         const Node& c = node(x.b);
-        Node k = c;
-        k.lane0 = -c.lane1;
-        k.lane1 = c.lane0;
-        if (c.type == Type::V4F) {
-            k.lane2 = -c.lane3;
-            k.lane3 = c.lane2;
-        }
         const int source = x.a;
-        const int constant = make(k);
+        const int constant = constantOf(c.type, {-c.lane1, c.lane0, -c.lane3, c.lane2});
         return mul(swapHalves(source), constant);
     }
     return make({Op::SwapNeg, node(a).type, a});
