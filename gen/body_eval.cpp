@@ -418,11 +418,8 @@ struct Interpreter {
             c.a.push_back(expression());
         }
         const auto found = functions.find(function);
-        const std::string operands = std::to_string(c.a.size()) + " operands";
-        if (found == functions.end() || (found->second.run == made && c.a.size() != found->second.operands))
-            fail("an unknown function " + function + " of " + operands);
-        if (c.a.size() != found->second.operands)
-            fail(function + " with " + operands);
+        if (found == functions.end() || c.a.size() != found->second.operands)
+            fail("an unknown function " + function + " of " + std::to_string(c.a.size()) + " operands");
         return found->second.run(c);
     }
 };

@@ -192,7 +192,8 @@ private:
     int make(const Node& node, bool canonical = true);
     // a + b or a - b, with the rewrites of both
     int sum(int a, int b, bool subtract);
-    // a 128-bit or scalar constant of the given lanes, each rounded to the type
+    // a 128-bit or scalar constant of the given lanes (as many as the type
+    // has, the others ignored), each rounded to the type
     int constantOf(Type type, std::initializer_list<long double> values);
     // The node equal to the given one, or -1 where the graph has none.
     int find(const Node& node) const;
