@@ -55,9 +55,14 @@ int Graph::make(const Node& proto, bool canonical)
     return found->second;
 }
 
-int Graph::find(const Node& node) const
+int Graph::findSignLanes(int a, int mask) const
 {
-    const auto found = memo_.find(keyOf(node));
+    int current = 0;
+    const int base = strip(a, current), lanes = (mask & 0xFF) ^ current;
+    if (lanes == 0)
+        return base;
+    const Node n{lanes == 0xFF ? Op::Neg : Op::SignLanes, node(base).type, base, none, lanes == 0xFF ? -1 : lanes};
+    const auto found = memo_.find(keyOf(n));
     return found == memo_.end() ? -1 : found->second;
 }
 

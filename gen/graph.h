@@ -195,8 +195,6 @@ private:
     // a 128-bit or scalar constant of the given lanes (as many as the type
     // has, the others ignored), each rounded to the type
     int constantOf(Type type, std::initializer_list<long double> values);
-    // The node equal to the given one, or -1 where the graph has none.
-    int find(const Node& node) const;
     bool isNeg(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Neg; }
     bool isConst(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Const; }
 

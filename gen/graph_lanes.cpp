@@ -86,15 +86,6 @@ int Graph::signLanes(int a, int mask)
     return make({Op::SignLanes, Type::V8F, base, none, lanes});
 }
 
-int Graph::findSignLanes(int a, int mask) const
-{
-    int current = 0;
-    const int base = strip(a, current), lanes = (mask & 0xFF) ^ current;
-    if (lanes == 0)
-        return base;
-    return find({lanes == 0xFF ? Op::Neg : Op::SignLanes, node(base).type, base, none, lanes == 0xFF ? -1 : lanes});
-}
-
 int Graph::blend(int a, int b, int mask)
 {
     mask &= 0xFF;
