@@ -418,11 +418,8 @@ struct Interpreter {
             c.a.push_back(expression());
         }
         const auto found = functions.find(function);
-        const std::string operands = std::to_string(c.a.size()) + " operands";
-        if (found == functions.end() || (found->second.run == made && c.a.size() != found->second.operands))
-            fail("an unknown function " + function + " of " + operands);
-        if (c.a.size() != found->second.operands)
-            fail(function + " with " + operands);
+        if (found == functions.end() || c.a.size() != found->second.operands)
+            fail("an unknown function " + function + " of " + std::to_string(c.a.size()) + " operands");
         return found->second.run(c);
     }
 };
@@ -437,11 +434,10 @@ std::vector<std::vector<double>> verifierInputs(int count, bool single)
         inputs.push_back(std::vector<double>(n, -0.0));
         inputs.back()[i] = i % 3 == 0 ? -1.5 : 0.75;
     }
-    std::vector<double> alternating(n, 0.75);
-    for (std::size_t i = 1; i < n; i += 2)
-        alternating[i] = -0.75;
     inputs.push_back(std::vector<double>(n, 0.75));
-    inputs.push_back(alternating);
+    inputs.push_back(inputs.back());  // alternating
+    for (std::size_t i = 1; i < n; i += 2)
+        inputs.back()[i] = -0.75;
     unsigned state = 4321u + static_cast<unsigned>(count);
     auto next = [&] {
         state = state * 1664525u + 1013904223u;

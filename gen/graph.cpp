@@ -55,28 +55,31 @@ int Graph::make(const Node& proto, bool canonical)
     return found->second;
 }
 
-int Graph::find(const Node& node) const
+int Graph::findSignLanes(int a, int mask) const
 {
-    const auto found = memo_.find(keyOf(node));
+    int current = 0;
+    const int base = strip(a, current), lanes = (mask & 0xFF) ^ current;
+    if (lanes == 0)
+        return base;
+    const Node n{lanes == 0xFF ? Op::Neg : Op::SignLanes, node(base).type, base, none, lanes == 0xFF ? -1 : lanes};
+    const auto found = memo_.find(keyOf(n));
     return found == memo_.end() ? -1 : found->second;
 }
 
 int Graph::constant(Type type, long double value)
 {
-    if (type == Type::V4F)
-        return constantLanes(value, value, value, value);
     if (type == Type::V8F) {
         const long double lanes[8] = {value, value, value, value, value, value, value, value};
         return constantLanes8(lanes);
     }
-    return type == Type::V2D ? constantPair(value, value) : constantOf(type, {value});
+    return constantOf(type, {value, value, value, value});
 }
 
 int Graph::constantOf(Type type, std::initializer_list<long double> values)
 {
     Node n{Op::Const, type};
     double* lanes[4] = {&n.lane0, &n.lane1, &n.lane2, &n.lane3};
-    for (std::size_t i = 0; i < values.size(); ++i)
+    for (int i = 0; i < laneCount(type); ++i)
         *lanes[i] = roundTo(type == Type::V4F ? Type::F32 : type, values.begin()[i]);
     return make(n);
 }
@@ -107,46 +110,26 @@ double constantLane(const Node& n, int lane)
     return lanes[lane];
 }
 
-static void requireSameType(const Node& x, const Node& y)
+int Graph::sum(int a, int b, bool subtract)
 {
-    if (x.type != y.type)
-        throw std::logic_error("operands of different types");
-}
-
-int Graph::add(int a, int b)
-{
-    if (a == none)
-        return b;
     if (b == none)
         return a;
-    requireSameType(node(a), node(b));
+    if (a == none)
+        return subtract ? neg(b) : b;
+    if (node(a).type != node(b).type)
+        throw std::logic_error("operands of different types");
     if (steering_ && node(a).type == Type::V8F)
-        return steering_->sum(*this, a, b, false);
-    if (isNeg(a) && isNeg(b))
-        return neg(add(node(a).a, node(b).a));
-    if (isNeg(b))
-        return sub(a, node(b).a);
+        return steering_->sum(*this, a, b, subtract);
+    // a - (-b) = a + b, a + (-b) = a - b; (-a) - b = (-a) + (-b) = -(a + b); (-a) + b = b - a
+    if (isNeg(b) && (subtract || !isNeg(a)))
+        return sum(a, node(b).a, !subtract);
+    if (isNeg(a) && (subtract || isNeg(b)))
+        return neg(add(node(a).a, subtract ? b : node(b).a));
     if (isNeg(a))
         return sub(b, node(a).a);
-    return make({Op::Add, node(a).type, a, b});
-}
-
-int Graph::sub(int a, int b)
-{
-    if (b == none)
-        return a;
-    if (a == none)
-        return neg(b);
-    requireSameType(node(a), node(b));
-    if (steering_ && node(a).type == Type::V8F)
-        return steering_->sum(*this, a, b, true);
-    if (isNeg(b))
-        return add(a, node(b).a);
-    if (isNeg(a))
-        return neg(add(node(a).a, b));
-    if (canonicalSub_ && a > b)
+    if (subtract && canonicalSub_ && a > b)
         return neg(sub(b, a));
-    return make({Op::Sub, node(a).type, a, b});
+    return make({subtract ? Op::Sub : Op::Add, node(a).type, a, b});
 }
 
 int Graph::neg(int a)
@@ -159,18 +142,14 @@ int Graph::neg(int a)
         return signLanes(node(a).a, ~node(a).index);
     if (!isConst(a))
         return make({Op::Neg, node(a).type, a});
-    // negate only the lanes the type has, so that unused lanes stay +0.0
-    // and equal constants keep one key
-    Node c = node(a);
+    // negate only the lanes the type has (constantOf), so that unused lanes
+    // stay +0.0 and equal constants keep one key
+    const Node c = node(a);
     if (c.type == Type::V4D || c.type == Type::V8F) {
-        c.a = neg(c.a);
-        c.b = neg(c.b);
-    } else {
-        double* lanes[4] = {&c.lane0, &c.lane1, &c.lane2, &c.lane3};
-        for (int i = 0; i < laneCount(c.type); ++i)
-            *lanes[i] = -*lanes[i];
+        const int lo = neg(c.a);
+        return make({Op::Const, c.type, lo, neg(c.b)});
     }
-    return make(c);
+    return constantOf(c.type, {-c.lane0, -c.lane1, -c.lane2, -c.lane3});
 }
 
 int Graph::mul(int a, int b)
@@ -179,7 +158,8 @@ int Graph::mul(int a, int b)
         return none;
     if (isConst(a))
         std::swap(a, b);
-    requireSameType(node(a), node(b));
+    if (node(a).type != node(b).type)
+        throw std::logic_error("operands of different types");
     const std::vector<double> k = isConst(b) ? constantValues(b) : std::vector<double>();
     if (!k.empty() && std::all_of(k.begin(), k.end(), [](double value) { return value == 1.0; }))
         return a;

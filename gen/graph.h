@@ -137,8 +137,8 @@ public:
     int join(int lo, int hi);
     int permute2(int a, int b, int select);
 
-    int add(int a, int b);
-    int sub(int a, int b);
+    int add(int a, int b) { return sum(a, b, false); }
+    int sub(int a, int b) { return sum(a, b, true); }
     int neg(int a);
     int zeroSub(int a) { return make({Op::ZeroSub, node(a).type, a}); }
     int mul(int a, int b);
@@ -190,10 +190,11 @@ public:
 
 private:
     int make(const Node& node, bool canonical = true);
-    // a 128-bit or scalar constant of the given lanes, each rounded to the type
+    // a + b or a - b, with the rewrites of both
+    int sum(int a, int b, bool subtract);
+    // a 128-bit or scalar constant of the given lanes (as many as the type
+    // has, the others ignored), each rounded to the type
     int constantOf(Type type, std::initializer_list<long double> values);
-    // The node equal to the given one, or -1 where the graph has none.
-    int find(const Node& node) const;
     bool isNeg(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Neg; }
     bool isConst(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Const; }
 

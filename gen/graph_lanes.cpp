@@ -86,15 +86,6 @@ int Graph::signLanes(int a, int mask)
     return make({Op::SignLanes, Type::V8F, base, none, lanes});
 }
 
-int Graph::findSignLanes(int a, int mask) const
-{
-    int current = 0;
-    const int base = strip(a, current), lanes = (mask & 0xFF) ^ current;
-    if (lanes == 0)
-        return base;
-    return find({lanes == 0xFF ? Op::Neg : Op::SignLanes, node(base).type, base, none, lanes == 0xFF ? -1 : lanes});
-}
-
 int Graph::blend(int a, int b, int mask)
 {
     mask &= 0xFF;
@@ -142,15 +133,8 @@ int Graph::swapNeg(int a)
     const Node& x = node(a);
     if (x.op == Op::Mul && isConst(x.b)) {
         const Node& c = node(x.b);
-        Node k = c;
-        k.lane0 = -c.lane1;
-        k.lane1 = c.lane0;
-        if (c.type == Type::V4F) {
-            k.lane2 = -c.lane3;
-            k.lane3 = c.lane2;
-        }
         const int source = x.a;
-        const int constant = make(k);
+        const int constant = constantOf(c.type, {-c.lane1, c.lane0, -c.lane3, c.lane2});
         return mul(swapHalves(source), constant);
     }
     return make({Op::SwapNeg, node(a).type, a});
