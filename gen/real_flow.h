@@ -122,12 +122,12 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs);
 // The transposed flow: inputs of the result are the outputs of `flow` (their
 // signs included), outputs are the adjoints of the inputs of `flow`
 // (`inputCount` of them).  Every fan-out becomes an addition and every
-// addition a fan-out; products stay.  `inputScale[i]`, when not 1, multiplies
-// input i of the transposed flow first (the doubling of the inverse kernels);
-// where such an input's only use is one product, the factor is merged into
-// that product's constant instead.
+// addition a fan-out; products stay.  `doubled[i]` doubles input i of the
+// transposed flow first (the middle bins of the inverse kernels); where such
+// an input's only use is one product, the 2 is merged into that product's
+// constant instead.
 KernelFlow transpose(const Flow& flow, const std::vector<Ref>& outputs, int inputCount,
-                     const std::vector<long double>& inputScale);
+                     const std::vector<bool>& doubled);
 
 // Copies the flow that computes `outputs` from its inputs into `target`, with
 // input i of the source replaced by inputs[i]; returns the copied outputs.

@@ -23,12 +23,11 @@ KernelFlow finish(KernelFlow k)
     return k;
 }
 
-// Transposed flow of the inverse row; `scale[j]` multiplies value j first.
-KernelFlow transposedFlow(int n, const std::vector<long double>& scale)
+// Transposed flow of the inverse row; value j is doubled first where `doubled[j]`.
+KernelFlow transposedFlow(int n, const std::vector<bool>& doubled)
 {
     Flow forward;
-    const std::vector<Ref> x = forward.inputs(n);
-    return finish(transpose(forward, flatten(realDft(forward, inverseTree(n), x), n), n, scale));
+    return finish(transpose(forward, flatten(realDft(forward, inverseTree(n), forward.inputs(n)), n), n, doubled));
 }
 
 // The values of a flow's outputs in long double on the given inputs.
@@ -51,18 +50,17 @@ std::vector<long double> evaluate(const KernelFlow& k, const std::vector<long do
 KernelFlow forwardFlow(int n)
 {
     KernelFlow k;
-    const std::vector<Ref> x = k.flow.inputs(n);
-    k.outputs = flatten(realDft(k.flow, forwardTree(n), x), n);
+    k.outputs = flatten(realDft(k.flow, forwardTree(n), k.flow.inputs(n)), n);
     return finish(std::move(k));
 }
 
 KernelFlow inverseFlow(int n)
 {
-    std::vector<long double> scale(static_cast<std::size_t>(n), 2.0L);
-    scale[0] = 1;
+    std::vector<bool> doubled(static_cast<std::size_t>(n), true);  // the middle bins
+    doubled[0] = false;
     if (n % 2 == 0)
-        scale[n - 1] = 1;
-    return transposedFlow(n, scale);
+        doubled[n - 1] = false;
+    return transposedFlow(n, doubled);
 }
 
 bool hartleyForward(int n) { return hartleyRow(n).form != Form::Transposed; }

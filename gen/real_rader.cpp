@@ -85,15 +85,11 @@ std::vector<Ref> placeholders(Flow& s, const std::vector<Ref>& bins, std::vector
 {
     std::vector<Ref> out;
     for (const Ref& b : bins) {
-        if (b.zero()) {
-            out.push_back({});
-            continue;
-        }
         const Ref value{b.id, false};
         auto known = std::find(actual.begin(), actual.end(), value);
-        if (known == actual.end())
+        if (!b.zero() && known == actual.end())
             known = actual.insert(known, value);
-        const Ref in = s.input(static_cast<int>(known - actual.begin()));
+        const Ref in = b.zero() ? Ref{} : s.input(static_cast<int>(known - actual.begin()));
         out.push_back(b.neg ? -in : in);
     }
     return out;
@@ -110,13 +106,13 @@ int synthesisCost(const Flow& s, const std::vector<Ref>& outs)
 class RaderReal {
 public:
     RaderReal(Flow& f, const TreePtr& tree, const std::vector<Ref>& x)
-        : f_(f), tree_(tree), x_(x), p_(tree->size), L_(p_ - 1), h_(L_ / 2), g_(primitiveRoot(p_))
+        : f_(f), tree_(tree), x_(x), p_(tree->size), L_(p_ - 1), h_(L_ / 2)
     {
     }
 
     std::vector<Cx> run()
     {
-        const std::vector<long> power = powers(g_, p_);
+        const std::vector<long> power = powers(p_);
         std::vector<Ref> a;
         for (long i : power)
             a.push_back(x_[static_cast<std::size_t>(i)]);
@@ -157,7 +153,7 @@ private:
     Flow& f_;
     const TreePtr& tree_;
     const std::vector<Ref>& x_;
-    const int p_, L_, h_, g_;
+    const int p_, L_, h_;
     std::vector<Cx> A_;  // the inner transform of the permuted samples
     TreePtr half_;       // the tree of the half-length syntheses
 
@@ -168,8 +164,8 @@ private:
         if (k == 0)
             return -1.0L / L_;
         if (k == h_)
-            return rootBin(p_, g_, h_, -1) / static_cast<long double>(L_);
-        return rootBin(p_, g_, L_ - k, -1) * (2.0L / L_);
+            return rootBin(p_, h_, -1) / static_cast<long double>(L_);
+        return rootBin(p_, L_ - k, -1) * (2.0L / L_);
     }
 
     // the product D[k] = A[k]·M[k]; A[h] is real, D[h] real for even h and
@@ -184,34 +180,28 @@ private:
         return {{}, f_.mul(A_[h_].re, m.imag())};
     }
 
-    // outputs m of the full-length form, or m + h where `upper` says so
-    std::vector<Ref> pick(const std::vector<Ref>& all, const std::vector<bool>& upper, bool odd) const
+    // outputs m of the full-length form, one at a time moved to output m + h
+    // (negated for the odd bins) while that saves operations; `best` is the
+    // cost of the outputs picked
+    std::vector<Ref> chooseOutputs(const Flow& fullFlow, const std::vector<Ref>& all, bool odd, int& best) const
     {
-        std::vector<Ref> out;
-        for (int m = 0; m < h_; ++m)
-            out.push_back(upper[m] ? (odd ? -all[m + h_] : all[m + h_]) : all[m]);
-        return out;
-    }
-
-    // one output at a time moved to the other half while that saves operations;
-    // returns the cost of the outputs picked
-    int chooseOutputs(const Flow& fullFlow, const std::vector<Ref>& all, bool odd, std::vector<bool>& upper) const
-    {
-        int best = synthesisCost(fullFlow, pick(all, upper, odd));
+        std::vector<Ref> picked(all.begin(), all.begin() + h_);
+        best = synthesisCost(fullFlow, picked);
         for (bool improved = true; improved;) {
             improved = false;
             for (int m = 0; m < h_; ++m) {
-                upper[m] = !upper[m];
-                const int c = synthesisCost(fullFlow, pick(all, upper, odd));
+                const Ref kept = picked[m];
+                picked[m] = kept == all[m] ? (odd ? -all[m + h_] : all[m + h_]) : all[m];
+                const int c = synthesisCost(fullFlow, picked);
                 if (c < best) {
                     best = c;
                     improved = true;
                 } else {
-                    upper[m] = !upper[m];
+                    picked[m] = kept;
                 }
             }
         }
-        return best;
+        return picked;
     }
 
     // Each of the two syntheses has two forms: the transposed transform of
@@ -246,10 +236,10 @@ private:
         const std::vector<Ref> all = applyTransposed(fullFlow, L_, fullIn, [&](Flow& t, const std::vector<Ref>& v) {
             return flatten(realDft(t, tree_->first, v), L_);
         });
-        std::vector<bool> upper(static_cast<std::size_t>(h_), false);
-        const int best = chooseOutputs(fullFlow, all, odd, upper);
+        int best = 0;
+        const std::vector<Ref> picked = chooseOutputs(fullFlow, all, odd, best);
         if (best / 10000 < synthesisCost(halfFlow, halfOut) / 10000)
-            return embed(f_, fullFlow, pick(all, upper, odd), actual);
+            return embed(f_, fullFlow, picked, actual);
         return embed(f_, halfFlow, halfOut, actual);
     }
 };
