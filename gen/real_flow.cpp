@@ -191,19 +191,4 @@ KernelFlow transpose(const Flow& flow, const std::vector<Ref>& outputs, int inpu
     return t;
 }
 
-std::vector<Ref> embed(Flow& target, const Flow& source, const std::vector<Ref>& outputs,
-                       const std::vector<Ref>& inputs)
-{
-    return valuesOf(source.values<Ref>([&](int, const Flow::Node& n, Ref a, Ref b) {
-        switch (n.kind) {
-        case Flow::Kind::Input: return inputs[static_cast<std::size_t>(n.index)];
-        case Flow::Kind::Add: return target.add(a, b, n.expr);
-        case Flow::Kind::Sub: return target.sub(a, b, n.expr);
-        case Flow::Kind::Mul: return target.mul(a, n.c);
-        case Flow::Kind::Double: break;
-        }
-        return target.twice(a);
-    }), outputs);
-}
-
 }  // namespace gen::real

@@ -63,36 +63,32 @@ std::vector<Cx> oddDft(Flow& f, const TreePtr& tree, const std::vector<Ref>& v)
     return out;
 }
 
-// Transposed application of a forward flow builder: runs `forward` in a
-// scratch flow on fresh inputs, transposes it and copies the transposed flow
-// into `f` applied to `inputs`.
+// One form of a synthesis, the transposed application of a forward flow
+// builder to `bins`, in a scratch flow `s` of its own so that both forms can
+// be counted before one is copied into the kernel's flow: input i of `s`
+// stands for actual[i], the values of the bins as `actual` gathers them.
+// `forward` runs in another scratch flow on fresh inputs, is transposed and
+// copied into `s`.
 template <class Build>
-std::vector<Ref> applyTransposed(Flow& f, int inputCount, const std::vector<Ref>& inputs, Build forward)
+std::vector<Ref> transposedForm(Flow& s, const std::vector<Ref>& bins, std::vector<Ref>& actual, Build forward)
 {
-    Flow scratch;
-    const std::vector<Ref> x = scratch.inputs(inputCount);
-    ++transposedDepth;
-    const std::vector<Ref> outs = forward(scratch, x);
-    --transposedDepth;
-    const KernelFlow t = transpose(scratch, outs, inputCount, {});
-    return embed(f, t.flow, t.outputs, inputs);
-}
-
-// The inputs of a synthesis as placeholders of a scratch flow, so that both
-// forms can be counted before one is copied into the kernel's flow: `actual`
-// gathers the values they stand for, input i for actual[i].
-std::vector<Ref> placeholders(Flow& s, const std::vector<Ref>& bins, std::vector<Ref>& actual)
-{
-    std::vector<Ref> out;
+    std::vector<Ref> inputs;
     for (const Ref& b : bins) {
         const Ref value{b.id, false};
         auto known = std::find(actual.begin(), actual.end(), value);
         if (!b.zero() && known == actual.end())
             known = actual.insert(known, value);
         const Ref in = b.zero() ? Ref{} : s.input(static_cast<int>(known - actual.begin()));
-        out.push_back(b.neg ? -in : in);
+        inputs.push_back(b.neg ? -in : in);
     }
-    return out;
+    const int count = static_cast<int>(bins.size());
+    Flow scratch;
+    const std::vector<Ref> x = scratch.inputs(count);
+    ++transposedDepth;
+    const std::vector<Ref> outs = forward(scratch, x);
+    --transposedDepth;
+    const KernelFlow t = transpose(scratch, outs, count, {});
+    return evaluate(t.flow, t.outputs, inputs, s);
 }
 
 // What a synthesis form costs: its multiplications first, then its additions.
@@ -218,8 +214,7 @@ private:
                 half.push_back(bins[j]);
         std::vector<Ref> actual;
         Flow halfFlow;
-        const std::vector<Ref> halfIn = placeholders(halfFlow, half, actual);
-        const std::vector<Ref> halfOut = applyTransposed(halfFlow, h_, halfIn, [&](Flow& t, const std::vector<Ref>& v) {
+        const auto halfOut = transposedForm(halfFlow, half, actual, [&](Flow& t, const std::vector<Ref>& v) {
             if (!odd)
                 return flatten(realDft(t, half_, v), h_);
             std::vector<Ref> flat;
@@ -232,15 +227,14 @@ private:
         });
 
         Flow fullFlow;
-        const std::vector<Ref> fullIn = placeholders(fullFlow, bins, actual);
-        const std::vector<Ref> all = applyTransposed(fullFlow, L_, fullIn, [&](Flow& t, const std::vector<Ref>& v) {
+        const auto all = transposedForm(fullFlow, bins, actual, [&](Flow& t, const std::vector<Ref>& v) {
             return flatten(realDft(t, tree_->first, v), L_);
         });
         int best = 0;
         const std::vector<Ref> picked = chooseOutputs(fullFlow, all, odd, best);
         if (best / 10000 < synthesisCost(halfFlow, halfOut) / 10000)
-            return embed(f_, fullFlow, picked, actual);
-        return embed(f_, halfFlow, halfOut, actual);
+            return evaluate(fullFlow, picked, actual, f_);
+        return evaluate(halfFlow, halfOut, actual, f_);
     }
 };
 
