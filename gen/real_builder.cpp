@@ -1,7 +1,7 @@
 // The real transform of a tree (the direct rule of a small odd prime, the
 // prime-factor and twiddle splits: real transforms on the groups, then real or
 // complex transforms on the columns of their bins), the shared helpers, and the
-// complex stages that real rules use inside (lengths 2 and 4, direct odd
+// complex stages that real rules use inside (length 2, direct odd
 // primes, splits, and the complex Rader scheme of a prime of 13 or more).
 #include "real_builder.h"
 
@@ -158,12 +158,9 @@ std::vector<Cx> complexRader(Flow& f, const std::vector<Cx>& x)
     std::vector<Cx> c(static_cast<std::size_t>(n));
     for (int k = 0; k < n; ++k) {
         const std::complex<long double> bk = rootBin(p, k, 1) / static_cast<long double>(n);
-        const Cx v = big[k];
-        c[k] = times(f, v, bk.real(), bk.imag());
-        if (k == 0)
-            c[k] = {f.add(x[0].re, f.mul(v.re, bk.real()), true), f.add(x[0].im, f.mul(v.im, bk.real()), true)};
-        // inverse transform: conjugate in, conjugate out
-        c[k] = conj(c[k]);
+        const Cx v = times(f, big[k], bk.real(), k == 0 ? 0 : bk.imag());
+        // bin 0 adds x[0] (its multiplier is real); inverse transform: conjugate in, conjugate out
+        c[k] = conj(k == 0 ? Cx{f.add(x[0].re, v.re, true), f.add(x[0].im, v.im, true)} : v);
     }
     const std::vector<Cx> back = complexDft(f, n, c);
     std::vector<Cx> out(static_cast<std::size_t>(p));
@@ -178,11 +175,6 @@ std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)
     switch (size) {
     case 1: return x;
     case 2: return {cadd(f, x[0], x[1]), csub(f, x[0], x[1])};
-    case 4: {
-        const Cx a = cadd(f, x[0], x[2]), b = csub(f, x[0], x[2]);
-        const Cx c = cadd(f, x[1], x[3]), d = csub(f, x[1], x[3]);
-        return {cadd(f, a, c), cadd(f, b, timesMinusI(d)), csub(f, a, c), cadd(f, b, timesI(d))};
-    }
     }
     int p = 2;  // the least prime factor
     while (size % p != 0)
