@@ -1,15 +1,16 @@
 // The real transform of a tree (the direct rule of a small odd prime, the
 // prime-factor and twiddle splits: real transforms on the groups, then real or
 // complex transforms on the columns of their bins), the shared helpers, and the
-// complex stages that real rules use inside (lengths 2 and 4, direct odd
+// complex stages that real rules use inside (length 2, direct odd
 // primes, splits, and the complex Rader scheme of a prime of 13 or more).
 #include "real_builder.h"
 
-#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <numeric>
 #include <stdexcept>
+
+#include "complex_builder.h"
 
 namespace gen::real {
 
@@ -63,8 +64,6 @@ long crt(long k1, long a, long k2, long b)
 Cx rotate(Flow& f, Cx x, long e, long m)
 {
     e = (e % m + m) % m;
-    if (e == 0)
-        return x;
     if ((8 * e) % m == 0) {
         const long q = 8 * e / m;
         for (long turn = 0; turn < q / 2; ++turn)
@@ -151,21 +150,17 @@ std::vector<Cx> complexRader(Flow& f, const std::vector<Cx>& x)
 {
     const int p = static_cast<int>(x.size());
     const int n = p - 1;
-    const int g = primitiveRoot(p);
-    const std::vector<long> power = powers(g, p);
+    const std::vector<long> power = powers(p);
     std::vector<Cx> a;
     for (long i : power)
         a.push_back(x[static_cast<std::size_t>(i)]);
     const std::vector<Cx> big = complexDft(f, n, a);
     std::vector<Cx> c(static_cast<std::size_t>(n));
     for (int k = 0; k < n; ++k) {
-        const std::complex<long double> bk = rootBin(p, g, k, 1) / static_cast<long double>(n);
-        const Cx v = big[k];
-        c[k] = times(f, v, bk.real(), bk.imag());
-        if (k == 0)
-            c[k] = {f.add(x[0].re, f.mul(v.re, bk.real()), true), f.add(x[0].im, f.mul(v.im, bk.real()), true)};
-        // inverse transform: conjugate in, conjugate out
-        c[k] = conj(c[k]);
+        const std::complex<long double> bk = rootBin(p, k, 1) / static_cast<long double>(n);
+        const Cx v = times(f, big[k], bk.real(), k == 0 ? 0 : bk.imag());
+        // bin 0 adds x[0] (its multiplier is real); inverse transform: conjugate in, conjugate out
+        c[k] = conj(k == 0 ? Cx{f.add(x[0].re, v.re, true), f.add(x[0].im, v.im, true)} : v);
     }
     const std::vector<Cx> back = complexDft(f, n, c);
     std::vector<Cx> out(static_cast<std::size_t>(p));
@@ -180,11 +175,6 @@ std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)
     switch (size) {
     case 1: return x;
     case 2: return {cadd(f, x[0], x[1]), csub(f, x[0], x[1])};
-    case 4: {
-        const Cx a = cadd(f, x[0], x[2]), b = csub(f, x[0], x[2]);
-        const Cx c = cadd(f, x[1], x[3]), d = csub(f, x[1], x[3]);
-        return {cadd(f, a, c), cadd(f, b, timesMinusI(d)), csub(f, a, c), cadd(f, b, timesI(d))};
-    }
     }
     int p = 2;  // the least prime factor
     while (size % p != 0)
@@ -200,7 +190,7 @@ std::vector<Cx> complexDft(Flow& f, int size, const std::vector<Cx>& x)
 
 // ---- real stages ---------------------------------------------------------------
 
-// Direct rule of an odd prime on real samples.
+// Direct rule of an odd prime (or of length 1) on real samples.
 std::vector<Cx> directReal(Flow& f, const std::vector<Ref>& x)
 {
     const int p = static_cast<int>(x.size());
@@ -238,22 +228,13 @@ std::vector<Ref> flatten(const std::vector<Cx>& bins, int n)
     return out;
 }
 
-std::vector<long> powers(int g, int p)
+std::vector<long> powers(int p)
 {
+    const int g = primitiveRoot(p);
     std::vector<long> out{1};
     while (static_cast<int>(out.size()) < p - 1)
         out.push_back(out.back() * g % p);
     return out;
-}
-
-int primitiveRoot(int p)
-{
-    for (int g = 2; g < p; ++g) {
-        const std::vector<long> power = powers(g, p);
-        if (std::find(power.begin() + 1, power.end(), 1) == power.end())
-            return g;
-    }
-    throw std::logic_error("no primitive root");
 }
 
 std::vector<Cx> realDft(Flow& f, const TreePtr& tree, const std::vector<Ref>& x)
@@ -265,8 +246,6 @@ std::vector<Cx> realDft(Flow& f, const TreePtr& tree, const std::vector<Ref>& x)
     case Tree::Kind::Direct:
     case Tree::Kind::OddSymmetric:
     case Tree::Kind::Direct5w:
-        if (n == 1)
-            return {Cx{x[0], {}}};
         if (n == 2)
             return {Cx{f.add(x[0], x[1]), {}}, Cx{f.sub(x[0], x[1]), {}}};
         return directReal(f, x);
@@ -327,10 +306,10 @@ std::vector<Cx> oddFrequencies(Flow& f, const std::vector<Ref>& v)
     return complexDft(f, static_cast<int>(h / 2), z);
 }
 
-std::complex<long double> rootBin(int p, int g, int k, int sign)
+std::complex<long double> rootBin(int p, int k, int sign)
 {
     std::complex<long double> sum = 0;
-    const std::vector<long> t = powers(g, p);
+    const std::vector<long> t = powers(p);
     for (int j = 0; j < p - 1; ++j) {
         const long double inner = sign * 2 * pi * ((static_cast<long>(j) * k) % (p - 1)) / (p - 1);
         sum += std::polar(1.0L, -2 * pi * t[j] / p) * std::polar(1.0L, inner);

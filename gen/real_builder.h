@@ -74,14 +74,13 @@ void checkFilled(const std::vector<bool>& filled);
 // The stored values of a half spectrum in the order R0, R1, I1, ..., Rh.
 std::vector<Ref> flatten(const std::vector<Cx>& bins, int n);
 
-// Least primitive root modulo a prime p, and its powers g^j mod p for
-// j = 0..p-2 (g^-j is entry (p-1-j) mod (p-1)).
-int primitiveRoot(int p);
-std::vector<long> powers(int g, int p);
+// The powers g^j mod p, j = 0..p-2, of the least primitive root g modulo a
+// prime p (g^-j is entry (p-1-j) mod (p-1)).
+std::vector<long> powers(int p);
 
 // Bin k of the length-(p-1) DFT (exponent `sign`) of the roots W_p^(g^j),
-// j = 0..p-2, for the primitive root g: the multipliers of a Rader step.
-std::complex<long double> rootBin(int p, int g, int k, int sign);
+// j = 0..p-2, for that root g: the multipliers of a Rader step.
+std::complex<long double> rootBin(int p, int k, int sign);
 
 // Depth of the transposed builds that are under way: a flow built to be
 // transposed writes its 45-degree rotations products first, so that after

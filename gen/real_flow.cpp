@@ -76,17 +76,11 @@ FlowCounts countFlow(const Flow& flow, const std::vector<Ref>& outputs)
 {
     const std::vector<int> uses = flow.useCounts(outputs);
     FlowCounts counts;
-    for (int id = 0; id < flow.size(); ++id) {
-        if (uses[static_cast<std::size_t>(id)] == 0)
-            continue;
-        switch (flow.node(id).kind) {
-        case Flow::Kind::Add:
-        case Flow::Kind::Sub: ++counts.additions; break;
-        case Flow::Kind::Mul: ++counts.multiplications; break;
-        case Flow::Kind::Double: ++counts.doublings; break;
-        case Flow::Kind::Input: break;
-        }
-    }
+    int unused = 0;  // what an input counts to
+    // the count of each kind, in the order of Flow::Kind
+    int* const countOf[] = {&unused, &counts.additions, &counts.additions, &counts.multiplications, &counts.doublings};
+    for (int id = 0; id < flow.size(); ++id)
+        *countOf[static_cast<int>(flow.node(id).kind)] += uses[static_cast<std::size_t>(id)] > 0;
     counts.negations =
         static_cast<int>(std::count_if(outputs.begin(), outputs.end(), [](const Ref& r) { return r.neg; }));
     return counts;
@@ -97,16 +91,10 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs)
     const std::vector<int> uses = flow.useCounts(outputs);
     auto singleUse = [&](int id) { return uses[static_cast<std::size_t>(id)] == 1; };
     // A product or a sum of products that nobody else uses: expression
-    // additions whose leaves are all products.
+    // additions (the only nodes marked `expr`) whose leaves are all products.
     std::function<bool(int)> productSum = [&](int id) -> bool {
         const Flow::Node& n = flow.node(id);
-        if (!singleUse(id))
-            return false;
-        if (n.kind == Flow::Kind::Mul)
-            return true;
-        if ((n.kind == Flow::Kind::Add || n.kind == Flow::Kind::Sub) && n.expr)
-            return productSum(n.a) && productSum(n.b);
-        return false;
+        return singleUse(id) && (n.kind == Flow::Kind::Mul || (n.expr && productSum(n.a) && productSum(n.b)));
     };
     Flow out;
     std::vector<std::optional<Ref>> copied(static_cast<std::size_t>(flow.size()));
@@ -152,7 +140,7 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs)
 }
 
 KernelFlow transpose(const Flow& flow, const std::vector<Ref>& outputs, int inputCount,
-                     const std::vector<long double>& inputScale)
+                     const std::vector<bool>& doubled)
 {
     const std::vector<int> uses = flow.useCounts(outputs);
     KernelFlow t;
@@ -168,13 +156,12 @@ KernelFlow transpose(const Flow& flow, const std::vector<Ref>& outputs, int inpu
         if (o.zero())
             continue;
         Ref u = f.input(static_cast<int>(j));
-        const long double factor = j < inputScale.size() ? inputScale[j] : 1.0L;
-        if (factor != 1 && flow.node(o.id).kind == Flow::Kind::Mul && uses[static_cast<std::size_t>(o.id)] == 1)
-            owed[static_cast<std::size_t>(o.id)] = factor;
-        else if (factor == 2)
-            u = f.twice(u);
-        else if (factor != 1)
-            throw std::logic_error("only the doubling is a scaled input");
+        if (j < doubled.size() && doubled[j]) {
+            if (flow.node(o.id).kind == Flow::Kind::Mul && uses[static_cast<std::size_t>(o.id)] == 1)
+                owed[static_cast<std::size_t>(o.id)] = 2;
+            else
+                u = f.twice(u);
+        }
         parts[static_cast<std::size_t>(o.id)].push_back(o.neg ? -u : u);
     }
 
@@ -202,21 +189,6 @@ KernelFlow transpose(const Flow& flow, const std::vector<Ref>& outputs, int inpu
         mine.clear();
     }
     return t;
-}
-
-std::vector<Ref> embed(Flow& target, const Flow& source, const std::vector<Ref>& outputs,
-                       const std::vector<Ref>& inputs)
-{
-    return valuesOf(source.values<Ref>([&](int, const Flow::Node& n, Ref a, Ref b) {
-        switch (n.kind) {
-        case Flow::Kind::Input: return inputs[static_cast<std::size_t>(n.index)];
-        case Flow::Kind::Add: return target.add(a, b, n.expr);
-        case Flow::Kind::Sub: return target.sub(a, b, n.expr);
-        case Flow::Kind::Mul: return target.mul(a, n.c);
-        case Flow::Kind::Double: break;
-        }
-        return target.twice(a);
-    }), outputs);
 }
 
 }  // namespace gen::real

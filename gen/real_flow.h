@@ -100,18 +100,6 @@ struct KernelFlow {
     FlowCounts counts;
 };
 
-// The values of the outputs, from the values of the nodes (T{} for a zero).
-template <class T>
-std::vector<T> valuesOf(const std::vector<T>& values, const std::vector<Ref>& outputs)
-{
-    std::vector<T> out;
-    for (const Ref& r : outputs) {
-        const T v = r.zero() ? T{} : values[static_cast<std::size_t>(r.id)];
-        out.push_back(r.neg ? -v : v);
-    }
-    return out;
-}
-
 // Rewrites a flow so that two constants meeting on one value become one: a
 // product of a product that nobody else uses is one product with the
 // constants multiplied out, and a constant applied to a sum of products that
@@ -122,17 +110,37 @@ std::vector<Ref> foldProducts(Flow& flow, const std::vector<Ref>& outputs);
 // The transposed flow: inputs of the result are the outputs of `flow` (their
 // signs included), outputs are the adjoints of the inputs of `flow`
 // (`inputCount` of them).  Every fan-out becomes an addition and every
-// addition a fan-out; products stay.  `inputScale[i]`, when not 1, multiplies
-// input i of the transposed flow first (the doubling of the inverse kernels);
-// where such an input's only use is one product, the factor is merged into
-// that product's constant instead.
+// addition a fan-out; products stay.  `doubled[i]` doubles input i of the
+// transposed flow first (the middle bins of the inverse kernels); where such
+// an input's only use is one product, the 2 is merged into that product's
+// constant instead.
 KernelFlow transpose(const Flow& flow, const std::vector<Ref>& outputs, int inputCount,
-                     const std::vector<long double>& inputScale);
+                     const std::vector<bool>& doubled);
 
-// Copies the flow that computes `outputs` from its inputs into `target`, with
-// input i of the source replaced by inputs[i]; returns the copied outputs.
-std::vector<Ref> embed(Flow& target, const Flow& source, const std::vector<Ref>& outputs,
-                       const std::vector<Ref>& inputs);
+// The outputs of `flow` computed over values of T from `inputs` (input i
+// of the flow being inputs[i]) by ops.add(a, b, expr), ops.sub(a, b, expr),
+// ops.mul(a, c) and ops.twice(a), T{} standing for a zero.  With a Flow as
+// `ops`, copies the flow into it.
+template <class T, class Ops>
+std::vector<T> evaluate(const Flow& flow, const std::vector<Ref>& outputs, const std::vector<T>& inputs, Ops&& ops)
+{
+    const std::vector<T> values = flow.values<T>([&](int, const Flow::Node& n, T a, T b) {
+        switch (n.kind) {
+        case Flow::Kind::Input: return inputs[static_cast<std::size_t>(n.index)];
+        case Flow::Kind::Add: return ops.add(a, b, n.expr);
+        case Flow::Kind::Sub: return ops.sub(a, b, n.expr);
+        case Flow::Kind::Mul: return ops.mul(a, n.c);
+        case Flow::Kind::Double: break;
+        }
+        return ops.twice(a);
+    });
+    std::vector<T> out;
+    for (const Ref& r : outputs) {
+        const T v = r.zero() ? T{} : values[static_cast<std::size_t>(r.id)];
+        out.push_back(r.neg ? -v : v);
+    }
+    return out;
+}
 
 }  // namespace gen::real
 

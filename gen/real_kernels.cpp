@@ -23,46 +23,37 @@ KernelFlow finish(KernelFlow k)
     return k;
 }
 
-// Transposed flow of the inverse row; `scale[j]` multiplies value j first.
-KernelFlow transposedFlow(int n, const std::vector<long double>& scale)
+// Transposed flow of the inverse row; value j is doubled first where `doubled[j]`.
+KernelFlow transposedFlow(int n, const std::vector<bool>& doubled)
 {
     Flow forward;
-    const std::vector<Ref> x = forward.inputs(n);
-    return finish(transpose(forward, flatten(realDft(forward, inverseTree(n), x), n), n, scale));
+    return finish(transpose(forward, flatten(realDft(forward, inverseTree(n), forward.inputs(n)), n), n, doubled));
 }
 
-// The values of a flow's outputs in long double on the given inputs.
-std::vector<long double> evaluate(const KernelFlow& k, const std::vector<long double>& inputs)
-{
-    return valuesOf(k.flow.values<long double>([&](int, const Flow::Node& n, long double a, long double b) {
-        switch (n.kind) {
-        case Flow::Kind::Input: return inputs[static_cast<std::size_t>(n.index)];
-        case Flow::Kind::Add: return a + b;
-        case Flow::Kind::Sub: return a - b;
-        case Flow::Kind::Mul: return a * n.c;
-        case Flow::Kind::Double: break;
-        }
-        return 2 * a;
-    }), k.outputs);
-}
+// The operations of a flow in long double.
+struct Exact {
+    static long double add(long double a, long double b, bool) { return a + b; }
+    static long double sub(long double a, long double b, bool) { return a - b; }
+    static long double mul(long double a, long double c) { return a * c; }
+    static long double twice(long double a) { return 2 * a; }
+};
 
 }  // namespace
 
 KernelFlow forwardFlow(int n)
 {
     KernelFlow k;
-    const std::vector<Ref> x = k.flow.inputs(n);
-    k.outputs = flatten(realDft(k.flow, forwardTree(n), x), n);
+    k.outputs = flatten(realDft(k.flow, forwardTree(n), k.flow.inputs(n)), n);
     return finish(std::move(k));
 }
 
 KernelFlow inverseFlow(int n)
 {
-    std::vector<long double> scale(static_cast<std::size_t>(n), 2.0L);
-    scale[0] = 1;
+    std::vector<bool> doubled(static_cast<std::size_t>(n), true);  // the middle bins
+    doubled[0] = false;
     if (n % 2 == 0)
-        scale[n - 1] = 1;
-    return transposedFlow(n, scale);
+        doubled[n - 1] = false;
+    return transposedFlow(n, doubled);
 }
 
 bool hartleyForward(int n) { return hartleyRow(n).form != Form::Transposed; }
@@ -74,7 +65,7 @@ KernelFlow hartleyFlow(int n)
     const std::vector<Ref> x = k.flow.inputs(n);
     if (hartleyForward(n)) {
         const KernelFlow f = forwardFlow(n);
-        const std::vector<Ref> u = embed(k.flow, f.flow, f.outputs, x);
+        const std::vector<Ref> u = evaluate(f.flow, f.outputs, x, k.flow);
         k.outputs.assign(static_cast<std::size_t>(n), Ref{});
         k.outputs[0] = u[0];
         for (int j = 1; j <= m; ++j) {
@@ -92,7 +83,7 @@ KernelFlow hartleyFlow(int n)
         if (n % 2 == 0)
             u.push_back(x[n / 2]);
         const KernelFlow t = transposedFlow(n, {});
-        k.outputs = embed(k.flow, t.flow, t.outputs, u);
+        k.outputs = evaluate(t.flow, t.outputs, u, k.flow);
     }
     k.counts = countFlow(k.flow, k.outputs);
     return k;
@@ -108,7 +99,7 @@ void selfCheck(int n)
     auto angle = [n](int t, int k) { return 2 * pi * ((static_cast<long>(t) * k) % n) / n; };
     auto expectClose = [n](const KernelFlow& k, const std::vector<long double>& in,
                            const std::vector<long double>& want, const std::string& what) {
-        const std::vector<long double> got = evaluate(k, in);
+        const std::vector<long double> got = evaluate(k.flow, k.outputs, in, Exact{});
         for (std::size_t i = 0; i < want.size(); ++i)
             if (std::fabs(got[i] - want[i]) > 1e-12L)
                 throw std::logic_error(what + " " + std::to_string(n) + ": flow differs from the definition at value " +

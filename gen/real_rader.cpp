@@ -63,40 +63,32 @@ std::vector<Cx> oddDft(Flow& f, const TreePtr& tree, const std::vector<Ref>& v)
     return out;
 }
 
-// Transposed application of a forward flow builder: runs `forward` in a
-// scratch flow on fresh inputs, transposes it and copies the transposed flow
-// into `f` applied to `inputs`.
+// One form of a synthesis, the transposed application of a forward flow
+// builder to `bins`, in a scratch flow `s` of its own so that both forms can
+// be counted before one is copied into the kernel's flow: input i of `s`
+// stands for actual[i], the values of the bins as `actual` gathers them.
+// `forward` runs in another scratch flow on fresh inputs, is transposed and
+// copied into `s`.
 template <class Build>
-std::vector<Ref> applyTransposed(Flow& f, int inputCount, const std::vector<Ref>& inputs, Build forward)
+std::vector<Ref> transposedForm(Flow& s, const std::vector<Ref>& bins, std::vector<Ref>& actual, Build forward)
 {
+    std::vector<Ref> inputs;
+    for (const Ref& b : bins) {
+        const Ref value{b.id, false};
+        auto known = std::find(actual.begin(), actual.end(), value);
+        if (!b.zero() && known == actual.end())
+            known = actual.insert(known, value);
+        const Ref in = b.zero() ? Ref{} : s.input(static_cast<int>(known - actual.begin()));
+        inputs.push_back(b.neg ? -in : in);
+    }
+    const int count = static_cast<int>(bins.size());
     Flow scratch;
-    const std::vector<Ref> x = scratch.inputs(inputCount);
+    const std::vector<Ref> x = scratch.inputs(count);
     ++transposedDepth;
     const std::vector<Ref> outs = forward(scratch, x);
     --transposedDepth;
-    const KernelFlow t = transpose(scratch, outs, inputCount, {});
-    return embed(f, t.flow, t.outputs, inputs);
-}
-
-// The inputs of a synthesis as placeholders of a scratch flow, so that both
-// forms can be counted before one is copied into the kernel's flow: `actual`
-// gathers the values they stand for, input i for actual[i].
-std::vector<Ref> placeholders(Flow& s, const std::vector<Ref>& bins, std::vector<Ref>& actual)
-{
-    std::vector<Ref> out;
-    for (const Ref& b : bins) {
-        if (b.zero()) {
-            out.push_back({});
-            continue;
-        }
-        const Ref value{b.id, false};
-        auto known = std::find(actual.begin(), actual.end(), value);
-        if (known == actual.end())
-            known = actual.insert(known, value);
-        const Ref in = s.input(static_cast<int>(known - actual.begin()));
-        out.push_back(b.neg ? -in : in);
-    }
-    return out;
+    const KernelFlow t = transpose(scratch, outs, count, {});
+    return evaluate(t.flow, t.outputs, inputs, s);
 }
 
 // What a synthesis form costs: its multiplications first, then its additions.
@@ -110,13 +102,13 @@ int synthesisCost(const Flow& s, const std::vector<Ref>& outs)
 class RaderReal {
 public:
     RaderReal(Flow& f, const TreePtr& tree, const std::vector<Ref>& x)
-        : f_(f), tree_(tree), x_(x), p_(tree->size), L_(p_ - 1), h_(L_ / 2), g_(primitiveRoot(p_))
+        : f_(f), tree_(tree), x_(x), p_(tree->size), L_(p_ - 1), h_(L_ / 2)
     {
     }
 
     std::vector<Cx> run()
     {
-        const std::vector<long> power = powers(g_, p_);
+        const std::vector<long> power = powers(p_);
         std::vector<Ref> a;
         for (long i : power)
             a.push_back(x_[static_cast<std::size_t>(i)]);
@@ -157,7 +149,7 @@ private:
     Flow& f_;
     const TreePtr& tree_;
     const std::vector<Ref>& x_;
-    const int p_, L_, h_, g_;
+    const int p_, L_, h_;
     std::vector<Cx> A_;  // the inner transform of the permuted samples
     TreePtr half_;       // the tree of the half-length syntheses
 
@@ -168,8 +160,8 @@ private:
         if (k == 0)
             return -1.0L / L_;
         if (k == h_)
-            return rootBin(p_, g_, h_, -1) / static_cast<long double>(L_);
-        return rootBin(p_, g_, L_ - k, -1) * (2.0L / L_);
+            return rootBin(p_, h_, -1) / static_cast<long double>(L_);
+        return rootBin(p_, L_ - k, -1) * (2.0L / L_);
     }
 
     // the product D[k] = A[k]·M[k]; A[h] is real, D[h] real for even h and
@@ -184,34 +176,28 @@ private:
         return {{}, f_.mul(A_[h_].re, m.imag())};
     }
 
-    // outputs m of the full-length form, or m + h where `upper` says so
-    std::vector<Ref> pick(const std::vector<Ref>& all, const std::vector<bool>& upper, bool odd) const
+    // outputs m of the full-length form, one at a time moved to output m + h
+    // (negated for the odd bins) while that saves operations; `best` is the
+    // cost of the outputs picked
+    std::vector<Ref> chooseOutputs(const Flow& fullFlow, const std::vector<Ref>& all, bool odd, int& best) const
     {
-        std::vector<Ref> out;
-        for (int m = 0; m < h_; ++m)
-            out.push_back(upper[m] ? (odd ? -all[m + h_] : all[m + h_]) : all[m]);
-        return out;
-    }
-
-    // one output at a time moved to the other half while that saves operations;
-    // returns the cost of the outputs picked
-    int chooseOutputs(const Flow& fullFlow, const std::vector<Ref>& all, bool odd, std::vector<bool>& upper) const
-    {
-        int best = synthesisCost(fullFlow, pick(all, upper, odd));
+        std::vector<Ref> picked(all.begin(), all.begin() + h_);
+        best = synthesisCost(fullFlow, picked);
         for (bool improved = true; improved;) {
             improved = false;
             for (int m = 0; m < h_; ++m) {
-                upper[m] = !upper[m];
-                const int c = synthesisCost(fullFlow, pick(all, upper, odd));
+                const Ref kept = picked[m];
+                picked[m] = kept == all[m] ? (odd ? -all[m + h_] : all[m + h_]) : all[m];
+                const int c = synthesisCost(fullFlow, picked);
                 if (c < best) {
                     best = c;
                     improved = true;
                 } else {
-                    upper[m] = !upper[m];
+                    picked[m] = kept;
                 }
             }
         }
-        return best;
+        return picked;
     }
 
     // Each of the two syntheses has two forms: the transposed transform of
@@ -228,8 +214,7 @@ private:
                 half.push_back(bins[j]);
         std::vector<Ref> actual;
         Flow halfFlow;
-        const std::vector<Ref> halfIn = placeholders(halfFlow, half, actual);
-        const std::vector<Ref> halfOut = applyTransposed(halfFlow, h_, halfIn, [&](Flow& t, const std::vector<Ref>& v) {
+        const auto halfOut = transposedForm(halfFlow, half, actual, [&](Flow& t, const std::vector<Ref>& v) {
             if (!odd)
                 return flatten(realDft(t, half_, v), h_);
             std::vector<Ref> flat;
@@ -242,15 +227,14 @@ private:
         });
 
         Flow fullFlow;
-        const std::vector<Ref> fullIn = placeholders(fullFlow, bins, actual);
-        const std::vector<Ref> all = applyTransposed(fullFlow, L_, fullIn, [&](Flow& t, const std::vector<Ref>& v) {
+        const auto all = transposedForm(fullFlow, bins, actual, [&](Flow& t, const std::vector<Ref>& v) {
             return flatten(realDft(t, tree_->first, v), L_);
         });
-        std::vector<bool> upper(static_cast<std::size_t>(h_), false);
-        const int best = chooseOutputs(fullFlow, all, odd, upper);
+        int best = 0;
+        const std::vector<Ref> picked = chooseOutputs(fullFlow, all, odd, best);
         if (best / 10000 < synthesisCost(halfFlow, halfOut) / 10000)
-            return embed(f_, fullFlow, pick(all, upper, odd), actual);
-        return embed(f_, halfFlow, halfOut, actual);
+            return evaluate(fullFlow, picked, actual, f_);
+        return evaluate(halfFlow, halfOut, actual, f_);
     }
 };
 

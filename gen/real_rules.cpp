@@ -89,17 +89,9 @@ const Row rows[] = {
 
 const Row& find(int size)
 {
-    for (const Row& row : rows)
-        if (row.size == size)
-            return row;
-    throw std::out_of_range("no real rule for length " + std::to_string(size));
-}
-
-TreePtr leaf(int size)
-{
-    auto t = std::make_shared<Tree>();  // of kind Direct
-    t->size = size;
-    return t;
+    if (size < 2 || size > 64)
+        throw std::out_of_range("no real rule for length " + std::to_string(size));
+    return rows[size - 2];  // the rows of the lengths 2..64 in order
 }
 
 // The direct rule is written "direct" in a row and as the bare prime inside
@@ -107,8 +99,10 @@ TreePtr leaf(int size)
 // 11 says otherwise.
 TreePtr parseRow(int size, const char* rule, TreePtr (*row)(int), int table)
 {
-    RowLookup lookup = [row](int n, bool) { return n == 7 ? leaf(7) : row(n); };
-    auto t = std::make_shared<Tree>(std::string(rule) == "direct" ? *leaf(size) : *parseTree(rule, lookup));
+    auto t = std::make_shared<Tree>();  // of kind Direct
+    t->size = size;
+    if (std::string(rule) != "direct")
+        *t = *parseTree(rule, [row](int n, bool) { return row(n); });
     t->table = table;
     return t;
 }
