@@ -16,13 +16,21 @@
 #include <string>
 #include <vector>
 
-#include "complex_rules.h"
 #include "family.h"
 #include "forms.h"
 #include "graph.h"
 #include "graph_eval.h"
+#include "tree.h"
 
 namespace gen {
+
+enum class Precision { Single, Double };
+
+// Text of the rule of a complex length (2..64) as the table holds it
+// (complex_rules.cpp).
+const char* complexRuleText(int size, Precision precision);
+// The parsed tree of that rule; factors with rows of their own are expanded.
+TreePtr complexRule(int size, Precision precision);
 
 struct Variant {
     Precision precision;
