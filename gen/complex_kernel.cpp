@@ -103,7 +103,7 @@ void buildVectorFlow(int n, const Tree& tree, int sign, Flow flow, NarrowKernel&
         const HalfRef* next = i + 1 < n ? &out[static_cast<std::size_t>(i + 1)] : nullptr;
         const bool pairWithNext = next && ref.half == 0 && next->half == 1 && next->vector.p == ref.vector.p &&
                                   next->vector.q == ref.vector.q;
-        if (ref.sample >= 0 || ref.zero)
+        if (ref.sample >= 0)
             throw std::logic_error("an output that is not computed");
         // one exchange per stored vector turns p + i*q into complex numbers
         const int node = graph.mul(graph.add(ref.vector.p, graph.swapNeg(ref.vector.q)), factor);

@@ -16,14 +16,21 @@
 #include <string>
 #include <vector>
 
-#include "complex_rules.h"
 #include "family.h"
 #include "forms.h"
 #include "graph.h"
 #include "graph_eval.h"
-#include "wide_pairs.h"
+#include "tree.h"
 
 namespace gen {
+
+enum class Precision { Single, Double };
+
+// Text of the rule of a complex length (2..64) as the table holds it
+// (complex_rules.cpp).
+const char* complexRuleText(int size, Precision precision);
+// The parsed tree of that rule; factors with rows of their own are expanded.
+TreePtr complexRule(int size, Precision precision);
 
 struct Variant {
     Precision precision;
@@ -98,9 +105,38 @@ struct WideBody {
     std::vector<Store> stores;
     std::string packing;
 };
-// The 128-bit graph packed onto 256-bit vectors (wide_pairs.h), with the
-// kernel's stores, two neighbouring ones made one Wide store where they share
-// a 256-bit node.
+
+// Packing of a complex kernel's 128-bit operation graph onto 256-bit vectors.
+//
+// The 256-bit target runs the kernels of the 128-bit graph unchanged in their
+// arithmetic: the pass pairs isomorphic 128-bit nodes (same operation, same
+// selector, operands that sit side by side) into one 256-bit node whose lower
+// half is one of them and whose upper half the other.  Every lane then computes
+// exactly the operation the 128-bit graph gives it, with the same operands in
+// the same order, so the results are bit for bit the same.  Constants of the
+// two halves merge into one 256-bit constant and the scale factor is
+// broadcast.  Where the halves of an operand do not line up the pass inserts
+// a move across halves (an insertion, a half permutation or an extraction),
+// and it leaves a node 128-bit where a pair would need more moves than it
+// saves instructions.  Which of its packings a kernel takes, and whether it
+// takes one at all, is the explorer's choice by the target's cost model.
+
+// How the pass pairs nodes: the pairs asked for from the start (none, pairs
+// asked for by neighbouring outputs, the outputs whose computations share the
+// most shape, or the same steps of neighbouring parallel transforms by their
+// order or lined up by the longest common sequence of steps), and whether it
+// makes pairs whose operands need moves across halves (counting one move less
+// where their users pair too: lookahead).  The names are those of the table
+// of forms.
+struct PackOptions {
+    enum Seeds { None, Neighbours, Shapes, Groups, AlignedGroups } seeds = None;
+    enum Moves { NoMoves, Across, Lookahead } moves = NoMoves;
+};
+inline const char* const seedsNames[] = {"none", "neighbours", "shapes", "groups", "aligned-groups"};
+inline const char* const movesNames[] = {"none", "across", "lookahead"};
+
+// The 128-bit graph packed onto 256-bit vectors, with the kernel's stores,
+// two neighbouring ones made one Wide store where they share a 256-bit node.
 WideBody packNarrow(const Variant& v, const NarrowKernel& k, const PackOptions& options);
 
 // Inputs on which every wide body of a kernel must give its flow's bits.

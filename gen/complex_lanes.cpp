@@ -98,11 +98,6 @@ Cx SplitBuilder::twiddle(Cx v, int t0, int count, int rows, int k1, int n, int s
     return joinForms(lower, upper);
 }
 
-std::vector<SplitRef> SplitBuilder::split(const Tree& tree, const std::vector<SplitRef>& x, int sign)
-{
-    return splitRows(tree, {x}, sign)[0];
-}
-
 // A stage of only one or two composite transforms would leave lanes empty:
 // each of its transforms then fills the lanes by a split of its own.  A
 // stage of four composite transforms would fill half of eight lanes: the four

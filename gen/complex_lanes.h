@@ -53,7 +53,10 @@ public:
     static constexpr bool binZeroFirst = false;
     static constexpr TwiddlePoint twiddlePoint = TwiddlePoint::FirstAfterGroup;
     ComplexBuilder& arithmetic() { return uniform_; }
-    std::vector<SplitRef> split(const Tree& tree, const std::vector<SplitRef>& x, int sign);
+    std::vector<SplitRef> split(const Tree& tree, const std::vector<SplitRef>& x, int sign)
+    {
+        return splitRows(tree, {x}, sign)[0];
+    }
     // Values that share a vector are multiplied together, by a constant per lane.
     std::vector<SplitRef> multiplyEach(const std::vector<SplitRef>& values, int count,
                                        const std::function<Constant(int)>& constant)

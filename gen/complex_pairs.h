@@ -10,19 +10,19 @@
 
 #include <array>
 #include <functional>
+#include <tuple>
 #include <vector>
 
 #include "complex_walk.h"
 
 namespace gen {
 
-// One complex number: a half of a computed vector pair, a sample still in
-// memory, or an exact zero (no vector, as zero padding is).
+// One complex number: a half of a computed vector pair (an exact zero has no
+// vector, as zero padding has none) or a sample still in memory.
 struct HalfRef {
     Cx vector;
-    int half = 0;        // 0: lower complex number, 1: upper
-    int sample = -1;     // >= 0: sample of src, not loaded yet
-    bool zero = false;   // not made by the builder any more (its zeros have no vector)
+    int half = 0;     // 0: lower complex number, 1: upper
+    int sample = -1;  // >= 0: sample of src, not loaded yet
 
     static HalfRef memory(int index) { HalfRef r; r.sample = index; return r; }
 };
@@ -56,7 +56,21 @@ public:
 
     // A vector with values[0] in its lower half and values[1], if given, in
     // its upper half.
-    Cx gather(const std::vector<HalfRef>& values);
+    Cx gather(const std::vector<HalfRef>& values)
+    {
+        const HalfRef& low = values[0];
+        const HalfRef& high = values.back();
+        auto fields = [](const HalfRef& r) { return std::tie(r.vector.p, r.vector.q, r.half, r.sample); };
+        const bool one = fields(low) == fields(high);
+        if (low.sample >= 0 && (one || high.sample >= 0))
+            return {g_.inputPair(low.sample, one ? -1 : high.sample), Graph::none};
+        if (one && low.half == 0)
+            return low.vector;
+        // a sample alone is loaded into the lower half of a vector of its own
+        auto computed = [&](const HalfRef& r) { return r.sample >= 0 ? lane({g_.inputPair(r.sample, -1)}, 0) : r; };
+        const HalfRef a = computed(low), b = computed(high);
+        return {pick(a.vector.p, a.half, b.vector.p, b.half), pick(a.vector.q, a.half, b.vector.q, b.half)};
+    }
     static HalfRef lane(const Cx& v, int half) { return {v, half}; }
     static std::array<int, 3> place(const HalfRef& ref) { return {ref.vector.p, ref.vector.q, ref.half}; }
     static bool loaded(const HalfRef& ref) { return ref.sample >= 0; }
@@ -65,10 +79,27 @@ public:
     {
         return uniform_.multiplyLanes(v, {halves[0], halves[0], halves[1], halves[1]});
     }
-    Cx twiddle(Cx v, int t0, int count, int rows, int k1, int n, int sign);
+    // The twiddles of the two halves: one rotation where they are alike.
+    Cx twiddle(Cx v, int t0, int count, int, int k1, int n, int sign)
+    {
+        const long long kLow = 1LL * t0 * k1, kHigh = 1LL * (t0 + count - 1) * k1;
+        if ((kHigh - kLow) % n == 0)
+            return uniform_.rotate(v, kLow, n, sign);
+        return multiplyLanes(v, {exactRoot(kLow, n, sign), exactRoot(kHigh, n, sign)});
+    }
 
 private:
-    int pick(int a, int halfA, int b, int halfB);
+    // half `halfA` of a and half `halfB` of b by one shufps (none: zero)
+    int pick(int a, int halfA, int b, int halfB)
+    {
+        if (a == Graph::none && b == Graph::none)
+            return Graph::none;
+        if (a == Graph::none)
+            a = g_.constant(Type::V4F, 0);
+        if (b == Graph::none)
+            b = g_.constant(Type::V4F, 0);
+        return g_.shuffle(a, b, (2 * halfA) | ((2 * halfA + 1) << 2) | ((2 * halfB) << 4) | ((2 * halfB + 1) << 6));
+    }
 
     Graph& g_;
     ComplexBuilder uniform_;

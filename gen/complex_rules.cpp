@@ -10,7 +10,7 @@
 // the smallest coefficient error of those tried (impulse rows against exact
 // roots): 96 as 3 x (2 x 16) gives 3.1e-7 where 3 x 32 gave 3.8e-7, 128 as
 // 8 x 16 gives 3.2e-7 where 2 x 64 gave 3.7e-7 (and needs fewer operations).
-#include "complex_rules.h"
+#include "complex_kernel.h"
 
 #include <stdexcept>
 

@@ -30,6 +30,8 @@ namespace gen {
 
 template <class Layout>
 using ValuesOf = std::vector<typename Layout::Value>;
+template <class Layout>
+using RowsOf = std::vector<ValuesOf<Layout>>;
 
 // A P or T split of n = a b points: the input of transform n2 of the first
 // stage at n1, and the bin of output k2 of transform k1 of the second stage
@@ -50,9 +52,6 @@ inline int splitOutput(const Tree& tree, int k1, int k2)
         ++k;
     return k;
 }
-
-template <class Layout>
-using RowsOf = std::vector<ValuesOf<Layout>>;
 
 // A stage of a P or T split of several inputs (rows) of one tree: it runs
 // `width` of its transforms at a time, one per lane, the rows side by side

@@ -12,10 +12,10 @@
 // from scalars; the pass counts those moves and keeps the scalar body where
 // packing does not save instructions.
 //
-// real_pack.cpp chooses the packs level by level; real_pack_print.cpp writes
-// the text of an operand vector, a packed operation and the packed body and
-// counts their instructions as it writes them, so the cost that picks a
-// packing is the cost of the text that is printed.
+// The pass chooses the packs level by level, then writes the text of the
+// operand vectors, the packed operations and the packed body and counts their
+// instructions as it writes them, so the cost that picks a packing is the
+// cost of the text that is printed.
 #ifndef KVTGEN_REAL_PACK_H
 #define KVTGEN_REAL_PACK_H
 
@@ -126,9 +126,6 @@ struct Packer {
     // The expression by which scalar code reads a value.
     std::string scalarValue(int id) const;
 };
-
-// The statements of the packed body and its instructions as the weights count them.
-PackedBody printPacked(const Packer& pk);
 
 }  // namespace packing
 

@@ -1,7 +1,6 @@
 // The state of one 256-bit packing of a complex kernel's 128-bit graph, shared
-// by the steps of the pass: wide_pairing.cpp asks for pairs before the walk
-// (the seeds), then walks the graph in rounds of ready nodes and pairs them;
-// wide_build.cpp runs the steps and makes the nodes of the packed graph:
+// by the steps of the pass (wide_build.cpp): the seeds asked for before the
+// walk, the rounds of ready nodes paired, and the nodes of the packed graph:
 // 256-bit nodes, moves across halves and the stores.
 #ifndef KVTGEN_WIDE_PACKER_H
 #define KVTGEN_WIDE_PACKER_H
@@ -59,7 +58,7 @@ private:
         return full(a) && full(b) && 2 * b.index == 2 * a.index + laneCount(node(a.node).type);
     }
 
-    // seeds, then rounds of pairing (wide_pairing.cpp)
+    // seeds, then rounds of pairing
     void seed(const std::vector<bool>& live);
     bool seedable(int x, int y, bool checkOrder) const;
     int seedFromOutputs(int lo, int hi, bool commit);
