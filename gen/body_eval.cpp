@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
-#include <stdexcept>
 #include <tuple>
 #include <unordered_map>
 
 #include "forms.h"
 #include "graph_eval.h"
+#include "text_scanner.h"
 
 namespace gen {
 
@@ -133,14 +133,12 @@ const std::unordered_map<std::string, Function> functions = {
 // Runs a body's text, statement by statement: `x` holds the input samples
 // (each a float where the kernel is Real32: `single`), `factor` is c and s,
 // `Scaled` is true.  Text outside the subset stops the generator.
-struct Interpreter {
-    const std::string& text;
+struct Interpreter : TextScanner {
     const std::vector<double>& x;
     double factor;
     bool single;
     int stride;
     int declared = 1;  // the lanes of the type of the declaration being read
-    std::size_t pos = 0;
     std::unordered_map<std::string, Value> names{};
     std::map<int, double> stored{};  // the numbers the body stores, by their index in y
 
@@ -151,49 +149,6 @@ struct Interpreter {
         return stored;
     }
 
-    [[noreturn]] void fail(const std::string& what) const
-    {
-        throw std::runtime_error("the verifier cannot read a body (" + what + ") at: " + text.substr(pos, 60));
-    }
-    void skipSpace()
-    {
-        while (pos < text.size() && std::isspace(static_cast<unsigned char>(text[pos])))
-            ++pos;
-    }
-    bool accept(const std::string& token)
-    {
-        skipSpace();
-        if (text.compare(pos, token.size(), token) != 0)
-            return false;
-        pos += token.size();
-        return true;
-    }
-    void expect(const std::string& token)
-    {
-        if (!accept(token))
-            fail("expected " + token);
-    }
-    std::string name()
-    {
-        skipSpace();
-        const std::size_t start = pos;
-        while (pos < text.size() && (std::isalnum(static_cast<unsigned char>(text[pos])) || text[pos] == '_' ||
-                                     text[pos] == ':'))
-            ++pos;
-        if (start == pos)
-            fail("expected a name");
-        return text.substr(start, pos - start);
-    }
-    long integer()
-    {
-        skipSpace();
-        char* end = nullptr;
-        const long value = std::strtol(text.c_str() + pos, &end, 10);
-        if (end == text.c_str() + pos)
-            fail("expected an integer");
-        pos = static_cast<std::size_t>(end - text.c_str());
-        return value;
-    }
     // `open`, an integer, `close`
     long between(const char* open, const char* close)
     {
@@ -456,7 +411,8 @@ void verifyPrintedText(const std::string& kernel, const std::string& text, const
                        const PrintedRun& run, const Reference& expected)
 {
     for (const std::vector<double>& x : inputs) {
-        const std::map<int, double> stored = Interpreter{text, x, run.factor, run.single, run.stride}.run();
+        Interpreter body{{text, "the verifier cannot read a body"}, x, run.factor, run.single, run.stride};
+        const std::map<int, double> stored = body.run();
         for (const auto& [index, value] : expected(x)) {
             const auto found = stored.find(index);
             if (found == stored.end())

@@ -1,8 +1,8 @@
 #include "tree.h"
 
-#include <cctype>
-#include <stdexcept>
 #include <utility>
+
+#include "text_scanner.h"
 
 namespace gen {
 
@@ -24,44 +24,8 @@ TreePtr reversedTop(const TreePtr& tree)
     return std::make_shared<const Tree>(reversed);
 }
 
-struct Parser {
-    const std::string& text;
+struct Parser : TextScanner {
     const RowLookup& lookup;
-    std::size_t pos = 0;
-
-    [[noreturn]] void fail(const std::string& what) { throw std::runtime_error("rule \"" + text + "\": " + what); }
-
-    void skipSpace()
-    {
-        while (pos < text.size() && std::isspace(static_cast<unsigned char>(text[pos])))
-            ++pos;
-    }
-
-    bool accept(const std::string& word)
-    {
-        skipSpace();
-        if (text.compare(pos, word.size(), word) != 0)
-            return false;
-        pos += word.size();
-        return true;
-    }
-
-    void expect(const std::string& word)
-    {
-        if (!accept(word))
-            fail("expected " + word);
-    }
-
-    int number()
-    {
-        skipSpace();
-        const std::size_t start = pos;
-        while (pos < text.size() && std::isdigit(static_cast<unsigned char>(text[pos])))
-            ++pos;
-        if (start == pos)
-            fail("expected a number");
-        return std::stoi(text.substr(start, pos - start));
-    }
 
     TreePtr parse()
     {
@@ -77,7 +41,7 @@ struct Parser {
         if (accept("Rader") || accept("Bluestein")) {
             const bool rader = text[pos - 1] == 'r';
             expect("(");
-            const int size = number();
+            const int size = static_cast<int>(integer());
             expect(";");
             const TreePtr first = parse();
             const TreePtr second = accept("/") ? parse() : reversedTop(first);
@@ -91,7 +55,7 @@ struct Parser {
                 fail("inverse inner tree of another length");
             return make(rader ? Tree::Kind::Rader : Tree::Kind::Bluestein, size, first, second, rader ? 0 : inner);
         }
-        const int n = number();
+        const int n = static_cast<int>(integer());
         if (accept("w") || accept("d")) {
             const bool w = text[pos - 1] == 'w';
             if (w ? n != 5 : n != 7 && n != 11)
@@ -114,7 +78,7 @@ struct Parser {
 
 TreePtr parseTree(const std::string& text, const RowLookup& lookup)
 {
-    Parser parser{text, lookup};
+    Parser parser{{text, "rule \"" + text + "\""}, lookup};
     const TreePtr tree = parser.parse();
     parser.skipSpace();
     if (parser.pos != text.size())
