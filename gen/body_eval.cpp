@@ -407,8 +407,8 @@ std::vector<std::vector<double>> verifierInputs(int count, bool single)
     return inputs;
 }
 
-void verifyPrintedText(const std::string& kernel, const std::string& text, const std::vector<std::vector<double>>& inputs,
-                       const PrintedRun& run, const Reference& expected)
+void verifyPrintedText(const std::string& kernel, const std::string& text,
+                       const std::vector<std::vector<double>>& inputs, const PrintedRun& run, const Reference& expected)
 {
     for (const std::vector<double>& x : inputs) {
         Interpreter body{{text, "the verifier cannot read a body"}, x, run.factor, run.single, run.stride};
@@ -422,19 +422,6 @@ void verifyPrintedText(const std::string& kernel, const std::string& text, const
                                       "] on the generator's check inputs");
         }
     }
-}
-
-void verifyPrintedBody(const std::string& kernel, const Graph& graph, const std::vector<int>& outputs,
-                       const std::vector<int>& slots, const std::string& text,
-                       const std::vector<std::vector<double>>& inputs, double factor, bool single)
-{
-    verifyPrintedText(kernel, text, inputs, {factor, single, 0}, [&](const std::vector<double>& x) {
-        const LaneEvaluator flow(graph, x, factor);
-        std::map<int, double> values;
-        for (std::size_t i = 0; i < outputs.size(); ++i)
-            values[slots[i]] = flow.lanes(outputs[i])[0];
-        return values;
-    });
 }
 
 }  // namespace gen

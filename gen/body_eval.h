@@ -45,16 +45,6 @@ using Reference = std::function<std::map<int, double>(const std::vector<double>&
 void verifyPrintedText(const std::string& kernel, const std::string& text, const std::vector<std::vector<double>>& inputs,
                        const PrintedRun& run, const Reference& expected);
 
-class Graph;
-
-// Holds a printed body against the graph of its flow: on every input, each
-// number the body stores at y[slots[i]] must have the bits of the graph's
-// node outputs[i] (lane 0).  Where one differs, stops the generator naming
-// the kernel.
-void verifyPrintedBody(const std::string& kernel, const Graph& graph, const std::vector<int>& outputs,
-                       const std::vector<int>& slots, const std::string& text,
-                       const std::vector<std::vector<double>>& inputs, double factor, bool single);
-
 }  // namespace gen
 
 #endif

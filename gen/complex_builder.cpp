@@ -131,7 +131,7 @@ Cx ComplexBuilder::multiply(Cx a, long double re, long double im)
         const int z = g_.add(a.p, g_.swapNeg(a.q));
         const Type t = g_.node(z).type;
         const int cosines = g_.constant(t, re);
-        const int sines = t == Type::V2D ? g_.constantPair(-im, im) : g_.constantLanes(-im, im, -im, im);
+        const int sines = g_.constantOf(t, {-im, im, -im, im});
         // the second product first, in the order of graph.h's note
         const int swappedSines = g_.mul(g_.swapHalves(z), sines);
         return {g_.add(g_.mul(z, cosines), swappedSines), Graph::none};
@@ -153,8 +153,8 @@ Cx ComplexBuilder::multiplyLanes(Cx v, const std::vector<Constant>& constants)
         im[j] = constants[j].imag();
     }
     const bool eight = constants.size() == 8;
-    const int cosines = eight ? g_.constantLanes8(re) : g_.constantLanes(re[0], re[1], re[2], re[3]);
-    const int sines = eight ? g_.constantLanes8(im) : g_.constantLanes(im[0], im[1], im[2], im[3]);
+    const int cosines = eight ? g_.constantLanes8(re) : g_.constantOf(Type::V4F, {re[0], re[1], re[2], re[3]});
+    const int sines = eight ? g_.constantLanes8(im) : g_.constantOf(Type::V4F, {im[0], im[1], im[2], im[3]});
     // (p + i q)(c + i s) = (cp - sq) + i(sp + cq), one product per statement,
     // in the order of graph.h's note
     const int qs = g_.mul(v.q, sines), pc = g_.mul(v.p, cosines);

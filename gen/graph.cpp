@@ -86,8 +86,8 @@ int Graph::constantOf(Type type, std::initializer_list<long double> values)
 
 int Graph::constantLanes8(const long double (&lanes)[8])
 {
-    const int lo = constantLanes(lanes[0], lanes[1], lanes[2], lanes[3]);
-    const int hi = constantLanes(lanes[4], lanes[5], lanes[6], lanes[7]);
+    const int lo = constantOf(Type::V4F, {lanes[0], lanes[1], lanes[2], lanes[3]});
+    const int hi = constantOf(Type::V4F, {lanes[4], lanes[5], lanes[6], lanes[7]});
     return make({Op::Const, Type::V8F, lo, hi});
 }
 

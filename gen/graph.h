@@ -4,7 +4,7 @@
 // 128-bit vector: two doubles (V2D) or four floats (V4F, in the complex kernels
 // two complex numbers, real part first).  Graphs of the 256-bit target also
 // hold V4D and V8F values, each two 128-bit values side by side
-// (gen/wide_pairs.h).  Nodes are created through smart constructors that
+// (packNarrow, gen/complex_kernel.h).  Nodes are created through smart constructors that
 // hash-cons equal expressions and apply only rewrites that are exact in IEEE
 // arithmetic: a negation is merged into the addition or subtraction that
 // consumes it, a multiplication by 1 disappears, a negative constant becomes a
@@ -116,11 +116,9 @@ public:
     int input(Type type, int index) { return make({Op::Input, type, -1, -1, index}); }
     int param(Type type, int index) { return make({Op::Param, type, -1, -1, index}); }
     int constant(Type type, long double value);
-    int constantPair(long double lo, long double hi) { return constantOf(Type::V2D, {lo, hi}); }
-    int constantLanes(long double l0, long double l1, long double l2, long double l3)  // V4F
-    {
-        return constantOf(Type::V4F, {l0, l1, l2, l3});
-    }
+    // a 128-bit or scalar constant of the given lanes (as many as the type
+    // has, the others ignored), each rounded to the type
+    int constantOf(Type type, std::initializer_list<long double> values);
     // V8F constant: two V4F constants side by side
     int constantLanes8(const long double (&lanes)[8]);
     // The lanes of a constant, as many as its type has.
@@ -192,9 +190,6 @@ private:
     int make(const Node& node, bool canonical = true);
     // a + b or a - b, with the rewrites of both
     int sum(int a, int b, bool subtract);
-    // a 128-bit or scalar constant of the given lanes (as many as the type
-    // has, the others ignored), each rounded to the type
-    int constantOf(Type type, std::initializer_list<long double> values);
     bool isNeg(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Neg; }
     bool isConst(int id) const { return id >= 0 && nodes_[static_cast<std::size_t>(id)].op == Op::Const; }
 

@@ -6,8 +6,6 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "forms.h"
-
 namespace gen {
 
 double arithmetic(Op op, bool single, double a, double b)
@@ -72,13 +70,6 @@ bool sameOutputs(const Graph& narrow, const OutputLanes& narrowLanes, const Grap
                 return false;
     }
     return true;
-}
-
-void verifyBody(const std::string& kernel, const Graph& narrow, const OutputLanes& narrowLanes, const Graph& wide,
-                const OutputLanes& wideLanes, const std::vector<std::vector<double>>& inputs, double factor)
-{
-    if (!sameOutputs(narrow, narrowLanes, wide, wideLanes, inputs, factor))
-        formError(kernel, "its body does not give the bits of its flow on the generator's check inputs");
 }
 
 }  // namespace gen

@@ -7,7 +7,6 @@
 #define KVTGEN_GRAPH_EVAL_H
 
 #include <array>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -76,10 +75,6 @@ using OutputLanes = std::vector<std::pair<int, int>>;
 // (every Param of both graphs taking `factor`).
 bool sameOutputs(const Graph& narrow, const OutputLanes& narrowLanes, const Graph& wide, const OutputLanes& wideLanes,
                  const std::vector<std::vector<double>>& inputs, double factor);
-
-// As sameOutputs, and where it is not, stops the generator naming the kernel.
-void verifyBody(const std::string& kernel, const Graph& narrow, const OutputLanes& narrowLanes, const Graph& wide,
-                const OutputLanes& wideLanes, const std::vector<std::vector<double>>& inputs, double factor);
 
 }  // namespace gen
 

@@ -14,6 +14,7 @@
 #include "body_eval.h"
 #include "forms.h"
 #include "graph.h"
+#include "graph_eval.h"
 #include "real_kernels.h"
 #include "real_pack.h"
 #include "real_builder.h"
@@ -50,8 +51,14 @@ PackedBody packedBody(const std::string& name, const Lowered& low, const std::ve
         packReal(low.graph, low.stores, storeSlots, inputLimit, {order == "greedy", conversion == "3" ? 3 : 2});
     if (packed.text.empty())
         formError(name, "no operations of this kernel pack");
-    verifyPrintedBody(name, low.graph, low.stores, storeSlots, packed.text, verifierInputs(inputLimit, single), 0.375,
-                      single);
+    // each number the body stores must have the bits of the flow's output for its slot
+    verifyPrintedText(name, packed.text, verifierInputs(inputLimit, single), {0.375, single, 0}, [&](const auto& x) {
+        const LaneEvaluator flow(low.graph, x, 0.375);
+        std::map<int, double> values;
+        for (std::size_t i = 0; i < low.stores.size(); ++i)
+            values[storeSlots[i]] = flow.lanes(low.stores[i])[0];
+        return values;
+    });
     return packed;
 }
 
