@@ -17,12 +17,10 @@
 #include <string>
 #include <vector>
 
-#include "body_eval.h"
 #include "complex_kernel.h"
 #include "family.h"
-#include "graph_eval.h"
 #include "real_kernels.h"
-#include "real_units.h"
+#include "verifier.h"
 
 namespace gen {
 

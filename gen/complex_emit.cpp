@@ -28,7 +28,7 @@ std::string kernelUnit(const Variant& v, int n, const Kernel& kernel)
         << " exchanges.\n"
         << "#include \"frame.h\"\n";
     if (vector)
-        out << "#include \"" << target().simdHeader() << "\"\n";
+        out << "#include \"" << target().simdHeader << "\"\n";
     out << "\nnamespace {\n\n";
     out << (vector ? "template <class Access, bool Scaled>\n" : "template <bool Scaled>\n") << "inline void transform(const "
         << real << "* x, " << real << "* y, " << factor << " c)\n{\n"

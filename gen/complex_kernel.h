@@ -19,8 +19,8 @@
 #include "family.h"
 #include "forms.h"
 #include "graph.h"
-#include "graph_eval.h"
 #include "tree.h"
+#include "verifier.h"
 
 namespace gen {
 

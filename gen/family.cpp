@@ -41,7 +41,7 @@ Target readTarget(const std::string& path)
             throw std::runtime_error(path + ": no " + key);
     t.name = values["name"];
     t.vectorBits = std::atoi(values["vector-bits"].c_str());
-    t.simdHeaderName = values["simd-header"];
+    t.simdHeader = values["simd-header"];
     for (const auto& [key, value] : values)
         if (key.rfind("cost.", 0) == 0)
             t.cost[key.substr(5)] = std::atoi(value.c_str());

@@ -20,7 +20,7 @@ namespace gen {
 struct Target {
     std::string name = "sse2";
     int vectorBits = 128;
-    std::string simdHeaderName = "simd_sse2.h";
+    std::string simdHeader = "simd_sse2.h";
     // the target's cost model: what an instruction of each class counts (the
     // description's cost.<class> lines), by which the explorer chooses forms
     // and the packing passes weigh a pack against the operations it replaces
@@ -29,7 +29,6 @@ struct Target {
     // others take (empty when building)
     std::string baseline;
 
-    const char* simdHeader() const { return simdHeaderName.c_str(); }
     bool wide() const { return vectorBits == 256; }
     // A class's weight; a class the description does not weigh stops the generator.
     int weight(const std::string& costClass) const;

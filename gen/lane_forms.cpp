@@ -5,7 +5,7 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "graph_eval.h"
+#include "verifier.h"
 
 namespace gen {
 
@@ -30,12 +30,6 @@ LaneForm constantForm(double value)
 }
 
 int bit(int mask, int i) { return (mask >> i) & 1; }
-
-LaneForm negatedForm(LaneForm form)
-{
-    form.negative = !form.negative;
-    return form;
-}
 
 // The two signed terms of a sum in a fixed order (by form).
 struct SumTerms {
@@ -97,7 +91,9 @@ LaneForm formOf(const Node& n, int i, const LaneForm& x, const LaneForm& y)
 LaneForm LaneForms::form(int id, int lane)
 {
     // first the forms of the nodes made since the last call
-    walkLanes(graph_, forms_, constantForm(0.0), negatedForm, formOf);
+    // a sign change only turns the sign left outside
+    auto negated = [](LaneForm f) { return LaneForm{f.key, !f.negative}; };
+    walkLanes(graph_, forms_, constantForm(0.0), negated, formOf);
     return forms_[static_cast<std::size_t>(id)][static_cast<std::size_t>(lane)];
 }
 

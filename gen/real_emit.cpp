@@ -11,14 +11,11 @@
 #include <sstream>
 
 #include "family.h"
-#include "body_eval.h"
 #include "forms.h"
-#include "graph.h"
-#include "graph_eval.h"
 #include "real_kernels.h"
 #include "real_pack.h"
 #include "real_builder.h"
-#include "real_units.h"
+#include "verifier.h"
 
 namespace gen::real {
 
@@ -79,7 +76,7 @@ std::string kernelUnit(const std::string& name, const std::string& title, const 
                                 : "// Packed body: " + std::to_string(packed.cost) + " instructions, scalar body " +
                                       std::to_string(packed.scalarCost) + ".\n")
         << "#include \"frame.h\"\n"
-        << (packed.text.empty() ? "" : std::string("#include \"") + target().simdHeader() + "\"\n")
+        << (packed.text.empty() ? "" : std::string("#include \"") + target().simdHeader + "\"\n")
         << "\n// named after its kernel: sanitizer builds compile several units as one\n"
         << "template <bool Scaled>\nstatic inline void " << name << "Body(const " << p.scalar << "* x, " << p.scalar
         << "* y, " << p.scalar << " c)\n{\n";

@@ -19,8 +19,8 @@
 #include <string>
 #include <vector>
 
-#include "body_eval.h"
 #include "family.h"
+#include "verifier.h"
 #include "wht_sample.h"
 
 namespace gen::wht {
