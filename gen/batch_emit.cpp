@@ -1,5 +1,5 @@
 // The batched kernels of the companion library: lanes across transforms.
-// A complex kernel is the 128-bit flow of the single call (the flow its line
+// A Complex32 kernel is the 128-bit flow of the single call (the flow its line
 // of the table of forms names) taken apart lane by lane into a scalar flow,
 // each node of it the IEEE operation that one lane of the 128-bit node does
 // (a lane move is no operation; a sign change of a lane is a negation).  A
@@ -7,8 +7,11 @@
 // its precision as the single call's is.  Either is printed on vectors whose
 // lane t holds transform t's value: every statement is the single call's IEEE
 // operation in every lane, so that each transform of a batch gets the single
-// call's bits.  The verifier runs each printed body with a check input per
-// lane against the flow before the unit is written.
+// call's bits.  A Complex64 kernel is the 128-bit flow itself, each 16 bytes
+// of a vector holding one transform's complex number, as the single call's
+// vector holds it: no lane moves between the numbers of an element, and the
+// same bits.  The verifier runs each printed body with a check input per
+// transform against the flow before the unit is written.
 #include <array>
 #include <functional>
 #include <map>
@@ -108,30 +111,34 @@ std::string printBatchBody(const Graph& flow, const std::vector<int>& stores, bo
     return text;
 }
 
-// Runs the printed body with a different check input in each lane and holds
-// every lane's stores against the reference.
-void verifyBatchBody(const std::string& kernel, const std::string& text, const BatchShape& shape, int lanes)
+// Runs the printed body with a different check input for each transform and
+// holds every transform's stores against the reference.  A vector of `lanes`
+// lanes holds `per` consecutive numbers of each of lanes / per transforms:
+// number r of transform t is at (r / per) * lanes + t * per + r % per.
+void verifyBatchBody(const std::string& kernel, const std::string& text, const BatchShape& shape, int lanes,
+                     int per = 1)
 {
-    const int inputs = shape.inputs;
+    const int inputs = shape.inputs, transforms = lanes / per;
+    auto at = [&](int r, int t) { return static_cast<std::size_t>(r / per * lanes + t * per + r % per); };
     const std::vector<std::vector<double>> samples = verifierInputs(inputs, shape.single);
     std::vector<std::vector<double>> interleaved;
     for (std::size_t first = 0; first < samples.size(); ++first) {
         std::vector<double> x(static_cast<std::size_t>(inputs * lanes));
-        for (int l = 0; l < lanes; ++l)
+        for (int t = 0; t < transforms; ++t)
             for (int j = 0; j < inputs; ++j)
-                x[j * lanes + l] = samples[(first + l) % samples.size()][j];
+                x[at(j, t)] = samples[(first + t) % samples.size()][j];
         interleaved.push_back(x);
     }
     const auto expected = [&](const std::vector<double>& x) {
         std::map<int, double> values;
-        for (int l = 0; l < lanes; ++l) {
+        for (int t = 0; t < transforms; ++t) {
             std::vector<double> lane;
             for (int j = 0; j < inputs; ++j)
-                lane.push_back(x[j * lanes + l]);
+                lane.push_back(x[at(j, t)]);
             const LaneEvaluator reference(shape.reference, lane, 0.375);
             for (std::size_t k = 0; k < shape.outputs.size(); ++k) {
-                const auto [node, at] = shape.outputs[k];
-                values[static_cast<int>(k) * lanes + l] = node < 0 ? 0.0 : reference.lanes(node)[at];
+                const auto [node, from] = shape.outputs[k];
+                values[static_cast<int>(at(static_cast<int>(k), t))] = node < 0 ? 0.0 : reference.lanes(node)[from];
             }
         }
         return values;
@@ -139,38 +146,21 @@ void verifyBatchBody(const std::string& kernel, const std::string& text, const B
     verifyPrintedText(kernel + " (lanes across transforms)", text, interleaved, {0.375, shape.single, lanes}, expected);
 }
 
-// The unit of a batched kernel: its flow printed lanes across transforms and
-// verified lane by lane (a bit that differs stops the generator, naming the
-// kernel), and the kernel that checks the flag and runs the body over a
-// layout.  `narrowStores` names the node stored at each element of a transform
-// (Graph::none: an exact zero); `what` names the transform of length n in
-// the title.
-std::string batchKernelUnit(const std::string& name, const std::string& what, int n, const char* direction,
-                            const Graph& narrowFlow, const std::vector<int>& narrowStores, const BatchShape& shape)
+// The text of a batched kernel's unit: the vectors and the body in a class of
+// the kernel's own, since the units of a unity build share their namespaces
+// (F the vector of Real32 values, D of Real64 ones, c the scale factor in a
+// vector of the body's type), and the kernel, which checks the flag and runs
+// the body over the layout with `run` (its text up to the body's lambda).
+std::string unitText(const std::string& name, const std::string& what, int n, const char* direction, bool single,
+                     const std::string& floats, const std::string& run, const std::string& body)
 {
-    const bool single = shape.single;
-    // a Real32 kernel runs as many transforms as a Real64 vector has lanes
-    // where its flow keeps each Real64 value in one vector
-    const bool narrowFloats = single && shape.mixed && !halves(shape);
-    std::vector<int> stores = narrowStores;
-    const Graph flow = halves(shape) ? splitDoubles(narrowFlow, stores) : narrowFlow;
-    const std::string body = printBatchBody(flow, stores, single);
-    verifyBatchBody(name, body, shape, target().vectorBits / (single && !narrowFloats ? 32 : 64));
-    // the vectors and the body in a class of the kernel's own, since the units
-    // of a unity build share their namespaces: D for Real64 values, F for
-    // Real32 ones (16 bytes where a Real32 flow keeps its Real64 values in one
-    // vector each)
     const std::string real = single ? "float" : "double", lane = single ? "L::F" : "L::D";
-    const std::string run = "run<" + lane + ", kv::lanes<" + (narrowFloats ? "L::D" : lane) + ">, " +
-                            std::to_string(shape.perElement) + ", " + std::to_string(shape.inputs) + ", " +
-                            std::to_string(shape.outputs.size()) + ">(src, dst, layout, ";
     std::ostringstream out;
     out << "// Generated by kvtgen; do not edit.\n// Batched " << what
         << ": lanes across transforms.\n#include \"batch/lanes.h\"\n\n"
         << "namespace kvtg_batch {\n\nnamespace {\n\n"
         << "struct " << name << "Lanes {\n"
-        << "using F = " << (target().wide() && !narrowFloats ? "kv::fwide" : "kv::fvec")
-        << ";\nusing D = " << (target().wide() ? "kv::dwide" : "kv::dvec") << ";\n\n"
+        << "using F = " << floats << ";\nusing D = " << (target().wide() ? "kv::dwide" : "kv::dvec") << ";\n\n"
         << "template <bool Scaled, class In, class Out>\nstatic void body(const In& x, Out& y, " << (single ? "F" : "D")
         << " c)\n{\n" << body << "}\n};\n\n}  // namespace\n\n"
         << "Status " << name << "(const " << real << "* src, " << real << "* dst, const Layout& layout, int32_t flag)\n{\n"
@@ -185,6 +175,31 @@ std::string batchKernelUnit(const std::string& name, const std::string& what, in
         << "    " << run << "[c](const auto& x, auto& y) { L::body<true>(x, y, kv::broadcast<" << lane << ">(c)); });\n"
         << "    return StatusOk;\n}\n\n}  // namespace kvtg_batch\n";
     return out.str();
+}
+
+// The unit of a batched kernel: its flow printed lanes across transforms and
+// verified lane by lane (a bit that differs stops the generator, naming the
+// kernel), and the kernel that runs the body over a layout.  `narrowStores`
+// names the node stored at each element of a transform (Graph::none: an
+// exact zero); `what` names the transform of length n in the title.
+std::string batchKernelUnit(const std::string& name, const std::string& what, int n, const char* direction,
+                            const Graph& narrowFlow, const std::vector<int>& narrowStores, const BatchShape& shape)
+{
+    const bool single = shape.single;
+    // a Real32 kernel runs as many transforms as a Real64 vector has lanes
+    // where its flow keeps each Real64 value in one vector
+    const bool narrowFloats = single && shape.mixed && !halves(shape);
+    std::vector<int> stores = narrowStores;
+    const Graph flow = halves(shape) ? splitDoubles(narrowFlow, stores) : narrowFlow;
+    const std::string body = printBatchBody(flow, stores, single);
+    verifyBatchBody(name, body, shape, target().vectorBits / (single && !narrowFloats ? 32 : 64));
+    // F holds 16 bytes where a Real32 flow keeps its Real64 values in one vector each
+    const std::string lane = single ? "L::F" : "L::D";
+    const std::string run = "run<" + lane + ", kv::lanes<" + (narrowFloats ? "L::D" : lane) + ">, " +
+                            std::to_string(shape.perElement) + ", " + std::to_string(shape.inputs) + ", " +
+                            std::to_string(shape.outputs.size()) + ">(src, dst, layout, ";
+    return unitText(name, what, n, direction, single,
+                    target().wide() && !narrowFloats ? "kv::fwide" : "kv::fvec", run, body);
 }
 
 // Writes the units of a batched entry point: the kernel of length n, named
@@ -259,10 +274,69 @@ LaneFlow laneFlow(const Graph& narrow)
     return f;
 }
 
+// A Complex64 flow on whole complex numbers: the 128-bit flow itself, each
+// 16-byte half of a vector holding one transform's complex number (two
+// transforms a pass on 256-bit vectors, one on 128-bit ones).  Every node
+// does in each half what it does in the single call's vector, and a 128-bit
+// lane move stays in its half, so each transform gets the single call's bits.
+// `roots` are renamed to the new graph's nodes.
+Graph pairedFlow(const Graph& narrow, std::vector<int>& roots)
+{
+    if (!target().wide())
+        return narrow;
+    Graph g{false};
+    std::vector<int> at(static_cast<std::size_t>(narrow.size()));
+    for (int id = 0; id < narrow.size(); ++id) {
+        Node n = narrow.node(id);
+        if (n.type != Type::V2D)
+            throw std::logic_error("a Complex64 flow with a value of another type");
+        if (n.op == Op::Const) {
+            n.a = n.b = g.raw(n);  // a 256-bit constant: its two 128-bit halves
+        } else {
+            n.a = n.a < 0 ? n.a : at[n.a];
+            n.b = n.b < 0 ? n.b : at[n.b];
+        }
+        n.type = Type::V4D;
+        at[id] = g.raw(n);
+    }
+    for (int& r : roots)
+        r = at[r];
+    return g;
+}
+
+// The batched kernel of a Complex64 flow on whole complex numbers: x.get(j)
+// holds element j of each transform of the pass in a half, y.put(k, v)
+// writes element k of each.
+std::string pairedUnit(const Variant& v, const std::string& name, int n, const NarrowKernel& k,
+                       const BatchShape& shape)
+{
+    std::vector<int> roots;
+    for (const Store& s : k.stores) {
+        if (s.kind != Store::Pair || s.node < 0)
+            throw std::logic_error("a Complex64 store of a part of a vector");
+        roots.push_back(s.node);
+    }
+    const Graph flow = pairedFlow(k.graph, roots);
+    const NodePrinter printer{[](const Node& node) { return "x.get(" + std::to_string(node.index) + ")"; },
+                              [](const Node&) { return std::string("c"); },
+                              {}};
+    std::string body = printNodes(flow, roots, printer, "    ");
+    for (std::size_t i = 0; i < roots.size(); ++i)
+        body += "    y.put(" + std::to_string(k.stores[i].index) + ", " + valueOf(flow, roots[i]) + ");\n";
+    const int lanes = target().vectorBits / 64;
+    verifyBatchBody(name, body, shape, lanes, 2);
+    const std::string what = std::string(v.inverse ? "inverse" : "forward") + " complex DFT of length " +
+                             std::to_string(n) + ", " + v.sampleType();
+    return unitText(name, what, n, v.inverse ? "Inverse" : "Forward", false, "kv::fvec",
+                    "runPairs<L::D>(src, dst, layout, ", body);
+}
+
 std::string batchUnit(const Variant& v, const std::string& name, int n)
 {
     const NarrowKernel k = buildNarrow(v, n, flowOf(formOf(v.kernelName(n), [&] { return searchForm(v, n); })));
     const bool single = v.precision == Precision::Single;
+    if (!single)
+        return pairedUnit(v, name, n, k, {false, false, 2, 2 * n, k.graph, outputLanes(k.stores, n, false)});
     const LaneFlow flow = laneFlow(k.graph);
     // a Complex32 flow with Real64 products runs as many transforms as a
     // vector of Real64 values has lanes

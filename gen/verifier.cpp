@@ -153,7 +153,7 @@ Value made(const Call& c)
 {
     const Value out{c.isDouble, c.lanes > 1 ? c.lanes : 4};
     return c.a.empty() ? out : fill(out, out.lanes, [&](int k) {
-        return inPrecision(out.isDouble, c.a[c.a.size() == 4 ? static_cast<std::size_t>(k) : 0].v[0]);
+        return inPrecision(out.isDouble, c.a[c.a.size() > 1 ? static_cast<std::size_t>(k) : 0].v[0]);
     });
 }
 
@@ -192,7 +192,11 @@ const std::unordered_map<std::string, Function> functions = {
     {"kv::toDouble", {1, [](const Call& c) { return convert(true, c.a[0]); }}},
     {"kv::toFloat", {1, [](const Call& c) { return convert(false, c.a[0]); }}},
     {"kv::convert", {1, [](const Call& c) { return convert(c.isDouble, c.a[0]); }}},
-    {"kv::set", {4, made}},
+    {"kv::swap", {1, [](const Call& c) { return fill(c.a[0], c.a[0].lanes, [&](int k) { return c.a[0].v[k ^ 1]; }); }}},
+    {"kv::swapNeg", {1, [](const Call& c) {
+         return fill(c.a[0], c.a[0].lanes, [&](int k) { return k % 2 ? c.a[0].v[k - 1] : -c.a[0].v[k + 1]; });
+     }}},
+    {"kv::set", {0, made}},  // as many operands as the type has lanes
     {"kv::broadcast", {1, made}},
     {"kv::zero", {0, made}},
 };
@@ -440,7 +444,8 @@ struct Interpreter : TextScanner {
             c.a.push_back(expression());
         }
         const auto found = functions.find(function);
-        if (found == functions.end() || c.a.size() != found->second.operands)
+        if (found == functions.end() ||
+            c.a.size() != (function == "kv::set" ? static_cast<std::size_t>(c.lanes) : found->second.operands))
             fail("an unknown function " + function + " of " + std::to_string(c.a.size()) + " operands");
         return found->second.run(c);
     }

@@ -1,9 +1,11 @@
-// Complex transforms lanes across transforms, element by element.  Element j
-// of a complex transform is two adjacent numbers (re, im) whatever the
-// stride, so the vector of the real parts of element j over a pass's
+// Complex transforms element by element.  Element j of a complex transform is
+// two adjacent numbers (re, im) whatever the stride.  Complex32 runs lanes
+// across transforms: the vector of the real parts of element j over a pass's
 // transforms, and the vector of its imaginary parts, are one small load per
-// transform and two lane moves; the outputs go back the same way.  No stage
-// is written, and every layout of a whole pass takes this path.
+// transform and two lane moves, and the outputs go back the same way.
+// Complex64 runs whole complex numbers, an element of one transform per 16
+// bytes, one load or store each.  No stage is written, and every layout of a
+// whole pass takes these paths.
 #ifndef KVTG_BATCH_COMPLEX_LANES_H
 #define KVTG_BATCH_COMPLEX_LANES_H
 
@@ -12,25 +14,11 @@
 
 namespace kvtg_batch {
 
-// Splits element `at` of the transforms p[0..W) into (re, im) vectors and
-// merges them back, one specialisation per vector type of the target.
+// Splits element `at` of the Complex32 transforms p[0..W) into (re, im)
+// vectors and merges them back, one specialisation per vector type of the
+// target.
 template <class V>
 struct ComplexLanes;
-
-template <>
-struct ComplexLanes<kv::dvec> {
-    static KVTG_INLINE void load(const double* const* p, long at, kv::dvec& re, kv::dvec& im)
-    {
-        const kv::dvec a = kv::load<kv::dvec>(p[0] + at), b = kv::load<kv::dvec>(p[1] + at);
-        re = kv::unpackLow(a, b);
-        im = kv::unpackHigh(a, b);
-    }
-    static KVTG_INLINE void store(double* const* p, long at, kv::dvec re, kv::dvec im)
-    {
-        kv::store(p[0] + at, kv::unpackLow(re, im));
-        kv::store(p[1] + at, kv::unpackHigh(re, im));
-    }
-};
 
 template <>
 struct ComplexLanes<kv::fvec> {
@@ -52,27 +40,6 @@ struct ComplexLanes<kv::fvec> {
 };
 
 #if KVTG_VECTOR_BITS >= 256
-// transforms 0 and 2 in one vector's halves, 1 and 3 in the other's, so that
-// the in-half lane moves put transform t in lane t
-template <>
-struct ComplexLanes<kv::dwide> {
-    static KVTG_INLINE void load(const double* const* p, long at, kv::dwide& re, kv::dwide& im)
-    {
-        const kv::dwide a = kv::join(kv::load<kv::dvec>(p[0] + at), kv::load<kv::dvec>(p[2] + at));
-        const kv::dwide b = kv::join(kv::load<kv::dvec>(p[1] + at), kv::load<kv::dvec>(p[3] + at));
-        re = kv::unpackLow(a, b);
-        im = kv::unpackHigh(a, b);
-    }
-    static KVTG_INLINE void store(double* const* p, long at, kv::dwide re, kv::dwide im)
-    {
-        const kv::dwide a = kv::unpackLow(re, im), b = kv::unpackHigh(re, im);
-        kv::store(p[0] + at, kv::lowHalf(a));
-        kv::store(p[1] + at, kv::lowHalf(b));
-        kv::store(p[2] + at, kv::highHalf(a));
-        kv::store(p[3] + at, kv::highHalf(b));
-    }
-};
-
 // transforms 0, 1, 4, 5 in one vector, 2, 3, 6, 7 in the other
 template <>
 struct ComplexLanes<kv::fwide> {
@@ -158,6 +125,50 @@ inline void runComplexPasses(const Real* src, Real* dst, long count, long ss, lo
         }
     }
 }
+
+// Complex64 transforms on whole complex numbers: 16-byte half h of a vector
+// holds an element of transform h of the pass (two transforms a pass on
+// 256-bit vectors, one on 128-bit ones), as the single call's vector holds
+// it.  Any stride is read and written directly, one element per half.
+template <class V>
+struct PairIn {
+    static constexpr int transforms = kv::lanes<V> / 2;
+    const double* p[transforms];
+    long stride;  // in numbers
+
+    KVTG_INLINE V get(int j) const
+    {
+        const long at = j * stride;
+#if KVTG_VECTOR_BITS >= 256
+        if constexpr (transforms == 2)
+            return kv::join(kv::load<kv::dvec>(p[0] + at), kv::load<kv::dvec>(p[1] + at));
+        else
+#endif
+            return kv::load<kv::dvec>(p[0] + at);
+    }
+};
+
+// The outputs of a pass; `all`: every half's transform is written, else the
+// first one only (the last pass of an odd count).
+template <class V, bool all>
+struct PairOut {
+    static constexpr int transforms = kv::lanes<V> / 2;
+    double* p[transforms];
+    long stride;  // in numbers
+
+    KVTG_INLINE void put(int k, V v)
+    {
+        const long at = k * stride;
+#if KVTG_VECTOR_BITS >= 256
+        if constexpr (transforms == 2) {
+            kv::store(p[0] + at, kv::lowHalf(v));
+            if constexpr (all)
+                kv::store(p[1] + at, kv::highHalf(v));
+        } else
+#endif
+            kv::store(p[0] + at, v);
+    }
+};
 
 }  // namespace kvtg_batch
 

@@ -4,7 +4,9 @@
 // those vectors, reading real number r of every transform with x.get(r) and
 // writing number k with y.put(k, v), both on a stage that holds the pass's
 // numbers lanes across transforms.  An element of a complex transform is two
-// real numbers (PerElement is 2), its numbers 2j and 2j + 1.
+// real numbers (PerElement is 2), its numbers 2j and 2j + 1.  Complex64
+// kernels run whole complex numbers instead (runPairs): their body reads
+// element j of the pass's transforms with x.get(j), one per 16 bytes.
 #ifndef KVTG_BATCH_LANES_H
 #define KVTG_BATCH_LANES_H
 
@@ -193,6 +195,41 @@ inline void run(const Real* src, Real* dst, const Layout& layout, Body body)
             unstageRows<V, L, Out>(y, dst + t * dd, dd);
         else
             unstageStrided<V, PerElement, Out>(y, dst + t * dd, ds, dd, valid);
+    }
+}
+
+// Runs body(x, y) on the transforms, a pass of PairIn<V>::transforms at a
+// time, in their order; a pass reads all its inputs before its first output
+// (the body puts its outputs last), so that in place works.  A last pass of
+// fewer transforms reads the last one in every half and writes it once.
+template <class V, class Body>
+inline void runPairs(const double* src, double* dst, const Layout& layout, Body body)
+{
+    constexpr int P = PairIn<V>::transforms;
+    const long sd = 2 * layout.srcDist, dd = 2 * layout.dstDist;
+    PairIn<V> x;
+    PairOut<V, true> y;
+    x.stride = 2 * layout.srcStride;
+    y.stride = 2 * layout.dstStride;
+    long t = 0;
+    for (; t + P <= layout.count; t += P) {
+#pragma GCC unroll 2
+        for (int h = 0; h < P; ++h) {
+            x.p[h] = src + (t + h) * sd;
+            y.p[h] = dst + (t + h) * dd;
+        }
+        body(x, y);
+    }
+    if constexpr (P > 1) {
+        if (t < layout.count) {
+            PairOut<V, false> last;
+            last.stride = y.stride;
+            for (int h = 0; h < P; ++h) {
+                x.p[h] = src + t * sd;
+                last.p[h] = dst + t * dd;
+            }
+            body(x, last);
+        }
     }
 }
 

@@ -293,6 +293,13 @@ const Refusal refusals[] = {
     {"bad layout before a bad flag", 16, 2, 1, 16, 1, 0, 3, 1000, false, StatusBadArg},
     {"flag 3", 16, 2, 1, 16, 1, 18, 3, 1000, false, StatusBadFlag},
     {"flag 0 with count 0", 16, 0, 1, 16, 1, 18, 0, 1000, false, StatusBadFlag},
+    // a batch of one contiguous transform takes a shorter path to the single call
+    {"one transform, length 65", 65, 1, 1, 65, 1, 67, ScaleNone, 1000, false, StatusBadSize},
+    {"one transform, null source", 16, 1, 1, 16, 1, 18, ScaleNone, 1000, true, StatusNullArg},
+    {"one transform, negative distance", 16, 1, 1, 16, 1, -1, ScaleNone, 1000, false, StatusBadArg},
+    {"one transform overlapping its output, shifted", 16, 1, 1, 16, 1, 18, ScaleNone, 15, false, StatusBadArg},
+    {"one transform in place, another distance", 16, 1, 1, 18, 1, 20, ScaleNone, 0, false, StatusBadArg},
+    {"one transform, flag 3", 16, 1, 1, 16, 1, 18, 3, 1000, false, StatusBadFlag},
 };
 
 TEST(Batch, RefusedCallsInTheirOrderWriteNothing)
