@@ -67,8 +67,10 @@ struct ComplexLanes<kv::fwide> {
 #endif
 
 // The inputs of a whole pass: number r of every transform (element r / 2,
-// its real part for even r, its imaginary part for odd r).
-template <class V>
+// its real part for even r, its imaginary part for odd r).  Unit: the
+// elements of a transform are adjacent (stride 1), so that each element's
+// place is a constant of the body.
+template <class V, bool Unit>
 struct ComplexIn {
     using Real = typename kv::Lanes<V>::Real;
     const Real* p[kv::lanes<V>];
@@ -77,7 +79,7 @@ struct ComplexIn {
     KVTG_INLINE V get(int r) const
     {
         V re, im;
-        ComplexLanes<V>::load(p, (r >> 1) * stride, re, im);
+        ComplexLanes<V>::load(p, (r >> 1) * (Unit ? 2 : stride), re, im);
         return r & 1 ? im : re;
     }
 };
@@ -85,7 +87,7 @@ struct ComplexIn {
 // The outputs of a whole pass.  A body puts its numbers in order, so an
 // element's real parts come just before its imaginary parts, which complete
 // it and write it.
-template <class V>
+template <class V, bool Unit>
 struct ComplexOut {
     using Real = typename kv::Lanes<V>::Real;
     Real* p[kv::lanes<V>];
@@ -95,35 +97,40 @@ struct ComplexOut {
     KVTG_INLINE void put(int r, V v)
     {
         if (r & 1)
-            ComplexLanes<V>::store(p, (r >> 1) * stride, re, v);
+            ComplexLanes<V>::store(p, (r >> 1) * (Unit ? 2 : stride), re, v);
         else
             re = v;
     }
 };
+
+// The passes of runComplexPasses, with the elements adjacent or not (Unit).
+template <class V, bool Unit, class Real, class Body>
+inline void complexPasses(const Real* src, Real* dst, long count, long ss, long sd, long ds, long dd, Body& body)
+{
+    constexpr int W = kv::lanes<V>;
+    ComplexIn<V, Unit> x;
+    ComplexOut<V, Unit> y;
+    x.stride = ss;
+    y.stride = ds;
+    for (long t = 0; t < count; t += W) {
+#pragma GCC unroll 8
+        for (int l = 0; l < W; ++l) {
+            x.p[l] = src + (t + l) * sd;
+            y.p[l] = dst + (t + l) * dd;
+        }
+        body(x, y);
+    }
+}
 
 // The first `count` transforms (a multiple of the vector's lanes), a pass of
 // W transforms at a time; dist and stride count numbers.
 template <class V, class Real, class Body>
 inline void runComplexPasses(const Real* src, Real* dst, long count, long ss, long sd, long ds, long dd, Body& body)
 {
-    constexpr int W = kv::lanes<V>;
-    ComplexIn<V> x;
-    ComplexOut<V> y;
-    x.stride = ss;
-    y.stride = ds;
-#pragma GCC unroll 8
-    for (int l = 0; l < W; ++l) {
-        x.p[l] = src + l * sd;
-        y.p[l] = dst + l * dd;
-    }
-    for (long t = 0; t < count; t += W) {
-        body(x, y);
-#pragma GCC unroll 8
-        for (int l = 0; l < W; ++l) {
-            x.p[l] += W * sd;
-            y.p[l] += W * dd;
-        }
-    }
+    if (ss == 2 && ds == 2)
+        complexPasses<V, true>(src, dst, count, ss, sd, ds, dd, body);
+    else
+        complexPasses<V, false>(src, dst, count, ss, sd, ds, dd, body);
 }
 
 // Complex64 transforms on whole complex numbers: 16-byte half h of a vector
