@@ -307,8 +307,8 @@ Graph pairedFlow(const Graph& narrow, std::vector<int>& roots)
 // The batched kernel of a Complex64 flow on whole complex numbers: x.get(j)
 // holds element j of each transform of the pass in a half, y.put(k, v)
 // writes element k of each.
-std::string pairedUnit(const Variant& v, const std::string& name, int n, const NarrowKernel& k,
-                       const BatchShape& shape)
+std::string pairedUnit(const std::string& name, const std::string& what, int n, const char* direction,
+                       const NarrowKernel& k, const BatchShape& shape)
 {
     std::vector<int> roots;
     for (const Store& s : k.stores) {
@@ -325,32 +325,29 @@ std::string pairedUnit(const Variant& v, const std::string& name, int n, const N
         body += "    y.put(" + std::to_string(k.stores[i].index) + ", " + valueOf(flow, roots[i]) + ");\n";
     const int lanes = target().vectorBits / 64;
     verifyBatchBody(name, body, shape, lanes, 2);
-    const std::string what = std::string(v.inverse ? "inverse" : "forward") + " complex DFT of length " +
-                             std::to_string(n) + ", " + v.sampleType();
-    return unitText(name, what, n, v.inverse ? "Inverse" : "Forward", false, "kv::fvec",
-                    "runPairs<L::D>(src, dst, layout, ", body);
+    return unitText(name, what, n, direction, false, "kv::fvec", "runPairs<L::D>(src, dst, layout, ", body);
 }
 
 std::string batchUnit(const Variant& v, const std::string& name, int n)
 {
     const NarrowKernel k = buildNarrow(v, n, flowOf(formOf(v.kernelName(n), [&] { return searchForm(v, n); })));
-    const bool single = v.precision == Precision::Single;
-    if (!single)
-        return pairedUnit(v, name, n, k, {false, false, 2, 2 * n, k.graph, outputLanes(k.stores, n, false)});
+    const std::string what = std::string(v.inverse ? "inverse" : "forward") + " complex DFT of length " +
+                             std::to_string(n) + ", " + v.sampleType();
+    const char* direction = v.inverse ? "Inverse" : "Forward";
+    if (v.precision == Precision::Double)
+        return pairedUnit(name, what, n, direction, k,
+                          {false, false, 2, 2 * n, k.graph, outputLanes(k.stores, n, false)});
     const LaneFlow flow = laneFlow(k.graph);
     // a Complex32 flow with Real64 products runs as many transforms as a
     // vector of Real64 values has lanes
     bool mixed = false;
     for (int id = 0; id < flow.graph.size(); ++id)
-        mixed = mixed || (single && flow.graph.node(id).type == Type::F64);
-    const OutputLanes outputs = outputLanes(k.stores, n, single);
+        mixed = mixed || flow.graph.node(id).type == Type::F64;
+    const OutputLanes outputs = outputLanes(k.stores, n, true);
     std::vector<int> stores;
     for (const auto& [node, lane] : outputs)
         stores.push_back(node < 0 ? Graph::none : flow.lanes[node][lane]);
-    const std::string what = std::string(v.inverse ? "inverse" : "forward") + " complex DFT of length " +
-                             std::to_string(n) + ", " + v.sampleType();
-    return batchKernelUnit(name, what, n, v.inverse ? "Inverse" : "Forward", flow.graph, stores,
-                           {single, mixed, 2, 2 * n, k.graph, outputs});
+    return batchKernelUnit(name, what, n, direction, flow.graph, stores, {true, mixed, 2, 2 * n, k.graph, outputs});
 }
 
 void emitBatchComplex(const std::string& dir)

@@ -64,15 +64,13 @@ std::uintptr_t extentEnd(const T* p, long count, long elements, long stride, lon
 template <class T>
 using Single = Status (*)(const T*, T*, int32_t, int32_t);
 
-// A batch of one transform: the single call, whose bits every transform of a
-// batch has, without the lanes of a pass that no other transform fills.  A
-// strided transform goes through contiguous copies.
+// A strided batch of one transform: the single call through contiguous
+// copies.  Out of line, so that its arrays do not make the frame of every
+// call.
 template <class T>
-Status oneTransform(Single<T> single, const T* src, T* dst, int32_t len, long inputs, long outputs,
-                    int32_t srcStride, int32_t dstStride, int32_t flag)
+__attribute__((noinline)) Status stridedTransform(Single<T> single, const T* src, T* dst, int32_t len, long inputs,
+                                                  long outputs, int32_t srcStride, int32_t dstStride, int32_t flag)
 {
-    if (srcStride == 1 && dstStride == 1)
-        return single(src, dst, len, flag);
     // aligned as a vector of the widest target, which the single calls read fastest
     alignas(64) T x[66];
     alignas(64) T y[66];
@@ -86,11 +84,12 @@ Status oneTransform(Single<T> single, const T* src, T* dst, int32_t len, long in
 }
 
 // T: the element type of the arrays (a complex element is two Real numbers
-// to the kernel).
+// to the kernel).  Inline in each entry point, so that a batch of one costs
+// little more than the single call.
 template <class Real, class T>
-Status checkedCall(const Kernel<Real> (&table)[63], Single<T> single, Elements in, Elements out, const T* src, T* dst,
-                 int32_t len, int32_t count, int32_t srcStride, int32_t srcDist, int32_t dstStride, int32_t dstDist,
-                 int32_t flag)
+KVTG_INLINE Status batchCall(const Kernel<Real> (&table)[63], Single<T> single, Elements in, Elements out,
+                             const T* src, T* dst, int32_t len, int32_t count, int32_t srcStride, int32_t srcDist,
+                             int32_t dstStride, int32_t dstDist, int32_t flag)
 {
     if (len < 2 || len > 64 || count < 0)
         return StatusBadSize;
@@ -108,29 +107,14 @@ Status checkedCall(const Kernel<Real> (&table)[63], Single<T> single, Elements i
         if (s < extentEnd(dst, count, outputs, dstStride, dstDist) && d < extentEnd(src, count, inputs, srcStride, srcDist))
             return StatusBadArg;
     }
+    // a batch of one transform is the single call, whose bits every transform
+    // of a batch has, without the lanes of a pass that no other transform fills
     if (count == 1)
-        return oneTransform(single, src, dst, len, inputs, outputs, srcStride, dstStride, flag);
+        return srcStride == 1 && dstStride == 1
+                   ? single(src, dst, len, flag)
+                   : stridedTransform(single, src, dst, len, inputs, outputs, srcStride, dstStride, flag);
     return table[len - 2](reinterpret_cast<const Real*>(src), reinterpret_cast<Real*>(dst),
                           Layout{count, srcStride, srcDist, dstStride, dstDist}, flag);
-}
-
-// A batch of one contiguous transform, in place or apart from its output,
-// goes to the single call before the other checks, which it passes: the
-// call costs little more than the single call.  Anything else is checked in
-// full.
-template <class Real, class T>
-KVTG_INLINE Status batchCall(const Kernel<Real> (&table)[63], Single<T> single, Elements in, Elements out,
-                             const T* src, T* dst, int32_t len, int32_t count, int32_t srcStride, int32_t srcDist,
-                             int32_t dstStride, int32_t dstDist, int32_t flag)
-{
-    if (count == 1 && srcStride == 1 && dstStride == 1 && len >= 2 && len <= 64 && srcDist >= 0 && dstDist >= 0 &&
-        src != nullptr && dst != nullptr &&
-        (static_cast<const void*>(src) == static_cast<const void*>(dst)
-             ? srcDist == dstDist
-             : extentEnd(src, 1, elementsOf(in, len), 1, 0) <= reinterpret_cast<std::uintptr_t>(dst) ||
-                   extentEnd(dst, 1, elementsOf(out, len), 1, 0) <= reinterpret_cast<std::uintptr_t>(src)))
-        return single(src, dst, len, flag);
-    return checkedCall(table, single, in, out, src, dst, len, count, srcStride, srcDist, dstStride, dstDist, flag);
 }
 
 }  // namespace
