@@ -129,6 +129,10 @@ inline fvec loadLowHigh(const float* lo, const float* hi)
 }
 inline void storeLow(float* p, fvec v) { _mm_storel_pi(reinterpret_cast<__m64*>(p), v); }
 inline void storeHigh(float* p, fvec v) { _mm_storeh_pi(reinterpret_cast<__m64*>(p), v); }
+// one double from each of two places, and back
+inline dvec loadLowHigh(const double* lo, const double* hi) { return _mm_loadh_pd(_mm_load_sd(lo), hi); }
+inline void storeLow(double* p, dvec v) { _mm_storel_pd(p, v); }
+inline void storeHigh(double* p, dvec v) { _mm_storeh_pd(p, v); }
 
 // Aligned form: one complex double, or two complex floats, per 16-byte aligned access.
 struct AlignedAccess {

@@ -103,36 +103,6 @@ struct ComplexOut {
     }
 };
 
-// The passes of runComplexPasses, with the elements adjacent or not (Unit).
-template <class V, bool Unit, class Real, class Body>
-inline void complexPasses(const Real* src, Real* dst, long count, long ss, long sd, long ds, long dd, Body& body)
-{
-    constexpr int W = kv::lanes<V>;
-    ComplexIn<V, Unit> x;
-    ComplexOut<V, Unit> y;
-    x.stride = ss;
-    y.stride = ds;
-    for (long t = 0; t < count; t += W) {
-#pragma GCC unroll 8
-        for (int l = 0; l < W; ++l) {
-            x.p[l] = src + (t + l) * sd;
-            y.p[l] = dst + (t + l) * dd;
-        }
-        body(x, y);
-    }
-}
-
-// The first `count` transforms (a multiple of the vector's lanes), a pass of
-// W transforms at a time; dist and stride count numbers.
-template <class V, class Real, class Body>
-inline void runComplexPasses(const Real* src, Real* dst, long count, long ss, long sd, long ds, long dd, Body& body)
-{
-    if (ss == 2 && ds == 2)
-        complexPasses<V, true>(src, dst, count, ss, sd, ds, dd, body);
-    else
-        complexPasses<V, false>(src, dst, count, ss, sd, ds, dd, body);
-}
-
 // Complex64 transforms on whole complex numbers: 16-byte half h of a vector
 // holds an element of transform h of the pass (two transforms a pass on
 // 256-bit vectors, one on 128-bit ones), as the single call's vector holds
