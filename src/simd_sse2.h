@@ -156,11 +156,11 @@ struct UnalignedAccess {
     static dvec loadVector(const double* p) { return _mm_loadu_pd(p); }
     static void storeVector(float* p, fvec v) { _mm_storeu_ps(p, v); }
     static void storeVector(double* p, dvec v) { _mm_storeu_pd(p, v); }
-    static dvec load(const double* p) { return _mm_loadh_pd(_mm_load_sd(p), p + 1); }
+    static dvec load(const double* p) { return loadLowHigh(p, p + 1); }
     static void store(double* p, dvec v)
     {
-        _mm_storel_pd(p, v);
-        _mm_storeh_pd(p + 1, v);
+        storeLow(p, v);
+        storeHigh(p + 1, v);
     }
 };
 
