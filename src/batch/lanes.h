@@ -17,6 +17,7 @@
 #include "complex_lanes.h"
 #include "frame.h"
 #include "real_lanes.h"
+#include "short_rows.h"
 #include "simd.h"
 #include "transposes.h"
 
@@ -76,12 +77,24 @@ inline void forBlocks(F f)
 // Lanes past L read the last transform again.  Transforms shorter than a
 // vector read a whole vector from the start of each row, which the caller
 // allows only where that stays inside the call's input; the numbers past
-// Count go unused.
+// Count go unused.  Four short rows one after the other are the Count
+// vectors they fill (short_rows.h).
 template <class V, int L, int Count, int Rows>
 inline void stageRows(Staged<V, Rows>& in, const typename kv::Lanes<V>::Real* src, long dist)
 {
     constexpr int W = kv::lanes<V>;
     static_assert(Rows >= W && Rows >= Count, "a stage holds a whole block");
+    if constexpr (shortRows<V, L, Count>) {
+        if (dist == Count) {
+            V v[Count];
+            for (int i = 0; i < Count; ++i)
+                v[i] = kv::load<V>(src + i * W);
+            toRows(v);
+            for (int i = 0; i < Count; ++i)
+                kv::store(in.rows[i], v[i]);
+            return;
+        }
+    }
     forBlocks<W, Count>([&](int at) {
         V r[W];
 #pragma GCC unroll 8
@@ -95,12 +108,24 @@ inline void stageRows(Staged<V, Rows>& in, const typename kv::Lanes<V>::Real* sr
 }
 
 // The stage's rows back into the L transforms' rows, W numbers at a time;
-// transforms shorter than a vector write their Count numbers only.
+// transforms shorter than a vector write their Count numbers only, four
+// short rows one after the other the Count vectors they fill.
 template <class V, int L, int Count, int Rows>
 inline void unstageRows(const Staged<V, Rows>& out, typename kv::Lanes<V>::Real* dst, long dist)
 {
     using Real = typename kv::Lanes<V>::Real;
     constexpr int W = kv::lanes<V>;
+    if constexpr (shortRows<V, L, Count>) {
+        if (dist == Count) {
+            V r[Count];
+            for (int i = 0; i < Count; ++i)
+                r[i] = kv::load<V>(out.rows[i]);
+            fromRows(r);
+            for (int i = 0; i < Count; ++i)
+                kv::store(dst + i * W, r[i]);
+            return;
+        }
+    }
     forBlocks<W, Count>([&](int at) {
         V r[W];
 #pragma GCC unroll 8
@@ -205,8 +230,11 @@ inline void run(const Real* src, Real* dst, const Layout& layout, Body body)
     const long ds = PerElement * layout.dstStride, dd = PerElement * layout.dstDist;
     // Rows shorter than a vector are read a vector at a time only where the
     // rows leave no gap (what lies past a row is the next row's input) and
-    // up to the last pass whose last read ends inside the call's input.
-    const long lastRows = In >= W ? layout.count : ((layout.count - 1) * sd + In - W) / (sd > 0 ? sd : 1) - L + 1;
+    // up to the last pass whose last read ends inside the call's input;
+    // four short rows without a gap read just their numbers.
+    const long lastRows = In >= W || (shortRows<V, L, In> && sd == In)
+                              ? layout.count
+                              : ((layout.count - 1) * sd + In - W) / (sd > 0 ? sd : 1) - L + 1;
     const bool rowsIn = layout.srcStride == 1 && (In >= W || (sd > 0 && sd <= In)), rowsOut = layout.dstStride == 1;
     // Complex passes that fill their vectors and hold up to 256 numbers (64
     // on eight lanes, whose element loads take more lane moves than a
