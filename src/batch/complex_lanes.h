@@ -10,6 +10,7 @@
 #define KVTG_BATCH_COMPLEX_LANES_H
 
 #include "frame.h"
+#include "pair_moves.h"
 #include "simd.h"
 
 namespace kvtg_batch {
@@ -22,16 +23,14 @@ struct ComplexLanes;
 
 template <>
 struct ComplexLanes<kv::fvec> {
-    static constexpr int even = _MM_SHUFFLE(2, 0, 2, 0), odd = _MM_SHUFFLE(3, 1, 3, 1);
     static KVTG_INLINE void load(const float* const* p, long at, kv::fvec& re, kv::fvec& im)
     {
-        const kv::fvec a = kv::loadLowHigh(p[0] + at, p[1] + at), b = kv::loadLowHigh(p[2] + at, p[3] + at);
-        re = kv::shuffle<even>(a, b);
-        im = kv::shuffle<odd>(a, b);
+        splitPairs(kv::loadLowHigh(p[0] + at, p[1] + at), kv::loadLowHigh(p[2] + at, p[3] + at), re, im);
     }
     static KVTG_INLINE void store(float* const* p, long at, kv::fvec re, kv::fvec im)
     {
-        const kv::fvec low = kv::unpackLow(re, im), high = kv::unpackHigh(re, im);
+        kv::fvec low, high;
+        mergePairs(re, im, low, high);
         kv::storeLow(p[0] + at, low);
         kv::storeHigh(p[1] + at, low);
         kv::storeLow(p[2] + at, high);
@@ -43,17 +42,16 @@ struct ComplexLanes<kv::fvec> {
 // transforms 0, 1, 4, 5 in one vector, 2, 3, 6, 7 in the other
 template <>
 struct ComplexLanes<kv::fwide> {
-    static constexpr int even = _MM_SHUFFLE(2, 0, 2, 0), odd = _MM_SHUFFLE(3, 1, 3, 1);
     static KVTG_INLINE void load(const float* const* p, long at, kv::fwide& re, kv::fwide& im)
     {
         const kv::fwide a = kv::join(kv::loadLowHigh(p[0] + at, p[1] + at), kv::loadLowHigh(p[4] + at, p[5] + at));
         const kv::fwide b = kv::join(kv::loadLowHigh(p[2] + at, p[3] + at), kv::loadLowHigh(p[6] + at, p[7] + at));
-        re = kv::shuffle<even>(a, b);
-        im = kv::shuffle<odd>(a, b);
+        splitPairs(a, b, re, im);
     }
     static KVTG_INLINE void store(float* const* p, long at, kv::fwide re, kv::fwide im)
     {
-        const kv::fwide a = kv::unpackLow(re, im), b = kv::unpackHigh(re, im);
+        kv::fwide a, b;
+        mergePairs(re, im, a, b);
         kv::storeLow(p[0] + at, kv::lowHalf(a));
         kv::storeHigh(p[1] + at, kv::lowHalf(a));
         kv::storeLow(p[2] + at, kv::lowHalf(b));

@@ -8,6 +8,7 @@
 
 #include <type_traits>
 
+#include "pair_moves.h"
 #include "simd.h"
 
 namespace kvtg_batch {
@@ -18,20 +19,10 @@ template <class V, int L, int Count>
 constexpr bool shortRows = std::is_same_v<V, kv::fvec> && L == 4 && (Count == 2 || Count == 3);
 
 // [a0 a1 b0 b1] [c0 c1 d0 d1] to [a0 b0 c0 d0] [a1 b1 c1 d1]
-inline void toRows(kv::fvec (&v)[2])
-{
-    const kv::fvec first = kv::shuffle<_MM_SHUFFLE(2, 0, 2, 0)>(v[0], v[1]);
-    v[1] = kv::shuffle<_MM_SHUFFLE(3, 1, 3, 1)>(v[0], v[1]);
-    v[0] = first;
-}
+inline void toRows(kv::fvec (&v)[2]) { splitPairs(v[0], v[1], v[0], v[1]); }
 
 // and back
-inline void fromRows(kv::fvec (&r)[2])
-{
-    const kv::fvec first = kv::unpackLow(r[0], r[1]);
-    r[1] = kv::unpackHigh(r[0], r[1]);
-    r[0] = first;
-}
+inline void fromRows(kv::fvec (&r)[2]) { mergePairs(r[0], r[1], r[0], r[1]); }
 
 // [a0 a1 a2 b0] [b1 b2 c0 c1] [c2 d0 d1 d2] to [a0 b0 c0 d0] [a1 b1 c1 d1] [a2 b2 c2 d2]
 inline void toRows(kv::fvec (&v)[3])
