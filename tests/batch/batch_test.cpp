@@ -108,6 +108,7 @@ const Shape shapes[] = {
     {"rows", 1, 1, 0, 0, false, 0},          {"padded rows, misaligned", 1, 1, 3, 5, false, 1},
     {"strided", 3, 2, 1, 0, false, 0},       {"interleaved channels", 1, 1, -1, -1, false, 0},
     {"in place, rows", 1, 1, 0, 0, true, 0}, {"in place, interleaved, misaligned", 1, 1, -1, -1, true, 3},
+    {"rows in, padded rows out", 1, 1, 0, 1, false, 0},
 };
 
 // The distance of a shape for `elements` elements per transform.
